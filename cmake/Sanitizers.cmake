@@ -1,0 +1,15 @@
+# Address and undefined-behaviour sanitizers for every target, when TIEPOINT_SANITIZE is on.
+# Whether the toolchain has them is found out by linking with the flag.
+
+if(TIEPOINT_SANITIZE)
+  include(CheckCXXSourceCompiles)
+  set(tiepointSanitizerFlags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  set(CMAKE_REQUIRED_FLAGS -fsanitize=address,undefined)
+  check_cxx_source_compiles("int main() { return 0; }" TIEPOINT_HAVE_SANITIZERS)
+  unset(CMAKE_REQUIRED_FLAGS)
+  if(NOT TIEPOINT_HAVE_SANITIZERS)
+    message(FATAL_ERROR "TIEPOINT_SANITIZE is on, but this toolchain cannot link with -fsanitize=address,undefined")
+  endif()
+  add_compile_options(${tiepointSanitizerFlags})
+  add_link_options(${tiepointSanitizerFlags})
+endif()

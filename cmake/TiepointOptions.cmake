@@ -1,0 +1,11 @@
+# The switches of this build.
+
+option(TIEPOINT_BUILD_WORKBENCH "Build the stand-alone host tiepoint" ON)
+option(TIEPOINT_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+option(TIEPOINT_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+option(TIEPOINT_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" ${PROJECT_IS_TOP_LEVEL})
+option(TIEPOINT_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
+endif()

@@ -1,0 +1,34 @@
+# How a folder becomes a target.
+
+# tiepoint_component(name SOURCES ... [DEPENDS ...])
+#
+# One folder of the registration library: an object library tiepoint_<name> with the alias
+# tiepoint::<name>. A folder without sources becomes an interface library. DEPENDS names the
+# targets whose headers it uses; an arrow that isn't listed here doesn't compile or doesn't pass
+# scripts/check-includes.
+function(tiepoint_component name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  if(arg_SOURCES)
+    add_library(tiepoint_${name} OBJECT ${arg_SOURCES})
+    target_include_directories(tiepoint_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+    target_link_libraries(tiepoint_${name} PUBLIC ${arg_DEPENDS})
+    tiepoint_set_warnings(tiepoint_${name})
+  else()
+    add_library(tiepoint_${name} INTERFACE)
+    target_include_directories(tiepoint_${name} INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+    target_link_libraries(tiepoint_${name} INTERFACE ${arg_DEPENDS})
+  endif()
+  add_library(tiepoint::${name} ALIAS tiepoint_${name})
+endfunction()
+
+# tiepoint_test(name SOURCES ... [LIBRARIES ...])
+#
+# A test program of GoogleTest; every case becomes a test of CTest.
+function(tiepoint_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main rapidcheck)
+  tiepoint_set_warnings(${name})
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,36 @@
+// The module's section of the host's profile.
+#pragma once
+
+#include <cstdint>
+
+class HostProfileSection;
+
+namespace ZOR::reg {
+
+/// The section "PointClouds\\Registration". It is only read; a host without a profile, a missing
+/// key, and a value that can't be converted give the default.
+class RegistrationSettings {
+ public:
+  /// Opens the section.
+  RegistrationSettings();
+  /// Releases it.
+  ~RegistrationSettings();
+  RegistrationSettings(const RegistrationSettings&) = delete;
+  RegistrationSettings& operator=(const RegistrationSettings&) = delete;
+
+  /// Preset number of iterations; 100.
+  std::int32_t maxIterations() const;
+  /// Preset movement, in drawing units, at which the iteration stops; 0.001.
+  double convergenceCriteria() const;
+  /// Half length of a marker's lines, pixels; 10.
+  std::int32_t sizeLabel() const;
+  /// Height of a label's text, pixels; 10.
+  std::int32_t heightLabelText() const;
+  /// Whether labels are drawn; true.
+  bool isVisibleLabelText() const;
+
+ private:
+  HostProfileSection* section;
+};
+
+}  // namespace ZOR::reg

@@ -1,0 +1,31 @@
+// The drawing SDK's allocator.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "drawing_sdk_export.h"
+
+extern "C" {
+
+/// Gives `size` bytes (at least one), aligned for any fundamental type, or null when there are none.
+/// Calls no new handler and throws nothing. Free with odrxFree.
+DRAWING_SDK_EXPORT void* odrxAlloc(std::size_t size);
+
+/// Gives back what odrxAlloc gave; null is allowed.
+DRAWING_SDK_EXPORT void odrxFree(void* memory);
+}
+
+/// Number of calls of odrxAlloc since the process started, over all threads. For tests and
+/// measurements: the difference of two readings tells what a piece of code allocated.
+DRAWING_SDK_EXPORT std::uint64_t odrxAllocationCount();
+
+/// Makes odrxAlloc fail from the `successes`-th call from now on (0: the very next one) on the
+/// calling thread, until odrxStopFailingAllocations. For tests of exhausted memory.
+DRAWING_SDK_EXPORT void odrxFailAllocationsAfter(std::uint64_t successes);
+DRAWING_SDK_EXPORT void odrxStopFailingAllocations();
+
+/// One allocation after the standard new-handler protocol of a single try: when odrxAlloc gives
+/// nothing, the new handler in force is called once and the result is null; without a handler
+/// std::bad_alloc is thrown.
+DRAWING_SDK_EXPORT void* odrxAllocObject(std::size_t size);

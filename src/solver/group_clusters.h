@@ -1,0 +1,32 @@
+// Which groups hang together through the names that they share, and in which order they fuse.
+#pragma once
+
+#include <list>
+#include <map>
+
+#include "records/tables.h"
+
+namespace ZOR::reg {
+
+/// `absorbed` was fused into `survivor`.
+struct GroupMerge {
+  GroupId survivor = 0;
+  GroupId absorbed = 0;
+};
+
+using GroupMerges = std::list<GroupMerge>;
+/// The names of each group.
+using GroupNameSets = std::map<GroupId, CommonPointIdSet>;
+
+/// How many common names link two groups; a rigid fit needs as many.
+inline constexpr std::size_t minCommonPoints = 3;
+
+/// Fuses, again and again, the pair with the smallest first and then the smallest second id among
+/// the pairs that share at least minCommonPoints names; a fused group owns the union of the names.
+/// `clusters` receives the sets of linked groups, numbered in ascending order of their smallest
+/// id; a group that links to none is in no cluster. `mergeLists` receives, under the survivor that
+/// ends each cluster, its fusions in order.
+void findGroupClusters(const GroupNameSets& groupNamesSets, GroupClusters& clusters,
+                       std::map<GroupId, GroupMerges>& mergeLists);
+
+}  // namespace ZOR::reg
