@@ -13,3 +13,19 @@ if(TIEPOINT_SANITIZE)
   add_compile_options(${tiepointSanitizerFlags})
   add_link_options(${tiepointSanitizerFlags})
 endif()
+
+# The fuzzers steer by the coverage of all code that they reach.
+if(TIEPOINT_BUILD_FUZZERS)
+  include(CheckCXXSourceCompiles)
+  set(CMAKE_REQUIRED_FLAGS -fsanitize=fuzzer)
+  check_cxx_source_compiles("
+    #include <cstddef>
+    #include <cstdint>
+    extern \"C\" int LLVMFuzzerTestOneInput(const std::uint8_t*, std::size_t) { return 0; }"
+    TIEPOINT_HAVE_FUZZER)
+  unset(CMAKE_REQUIRED_FLAGS)
+  if(NOT TIEPOINT_HAVE_FUZZER)
+    message(FATAL_ERROR "TIEPOINT_BUILD_FUZZERS is on, but this toolchain cannot link with -fsanitize=fuzzer")
+  endif()
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -3,6 +3,7 @@
 option(TIEPOINT_BUILD_WORKBENCH "Build the stand-alone host tiepoint" ON)
 option(TIEPOINT_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(TIEPOINT_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+option(TIEPOINT_BUILD_FUZZERS "Build the fuzzers; needs clang" OFF)
 option(TIEPOINT_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" ${PROJECT_IS_TOP_LEVEL})
 option(TIEPOINT_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 

@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Installs a build into a folder, moves that folder, and uses it from there: by hand and from another
+# project.
+#
+#   package_test.sh CMAKE BUILD-FOLDER COMPILER [FLAGS]
+set -euo pipefail
+
+cmake=$1
+build=$2
+compiler=$3
+flags=${4:-}
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
+survey=$here/../../examples/lidar18
+sandbox=$(mktemp -d)
+trap 'rm -rf "$sandbox"' EXIT
+
+fail() {
+  echo "FAILED: $1" >&2
+  exit 1
+}
+
+expectEqual() { # WHAT EXPECTED FOUND
+  if [[ $2 != "$3" ]]; then
+    printf 'expected:\n%s\nfound:\n%s\n' "$2" "$3" >&2
+    fail "$1"
+  fi
+}
+
+# The run path of a binary, which must name no folder of the machine that built it.
+runPath() { objdump -p "$1" | sed -n 's/^ *R[UN]*PATH *//p'; }
+
+registerSurvey() { # PROGRAM
+  (cd / && env -i PATH=/usr/bin:/bin "$1" register --base reference "$survey/reference.txt" "$survey/unregistered.txt")
+}
+
+"$cmake" --install "$build" --prefix "$sandbox/first" >"$sandbox/log" 2>&1 || { cat "$sandbox/log" >&2; fail "the installation"; }
+mv "$sandbox/first" "$sandbox/moved"
+
+expectEqual "the programs and libraries of an installation" \
+  "bin/tiepoint
+lib/tiepoint/TSL_Registration.so
+lib/tiepoint/ZorPointClouds.so
+lib/tiepoint/drawing_sdk.so" \
+  "$(cd "$sandbox/moved" && find bin lib/tiepoint -type f | LC_ALL=C sort)"
+expectEqual "the program's run path" '$ORIGIN/../lib/tiepoint' "$(runPath "$sandbox/moved/bin/tiepoint")"
+expectEqual "the module's run path" '$ORIGIN' "$(runPath "$sandbox/moved/lib/tiepoint/TSL_Registration.so")"
+registerSurvey "$sandbox/moved/bin/tiepoint" | grep -q '50\.525' || fail "the moved installation registers the survey"
+
+mkdir "$sandbox/bin"
+for file in tiepoint TSL_Registration.so drawing_sdk.so ZorPointClouds.so; do
+  cp "$build/bin/$file" "$sandbox/bin/"
+  expectEqual "the run path of $file in the build tree" '$ORIGIN' "$(runPath "$sandbox/bin/$file" | sed 's/:*$//')"
+done
+registerSurvey "$sandbox/bin/tiepoint" | grep -q '50\.525' || fail "the moved build tree registers the survey"
+
+"$cmake" -G Ninja -S "$here/consumer" -B "$sandbox/consumer" -DCMAKE_PREFIX_PATH="$sandbox/moved" \
+  -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$flags" >"$sandbox/log" 2>&1 ||
+  { cat "$sandbox/log" >&2; fail "another project finds the package"; }
+"$cmake" --build "$sandbox/consumer" >"$sandbox/log" 2>&1 || { cat "$sandbox/log" >&2; fail "another project compiles against the package"; }
+expectEqual "what another project's program prints" '11 22 33 7 1' "$("$sandbox/consumer/consumer")"
