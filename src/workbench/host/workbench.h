@@ -5,51 +5,18 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/host/application.h"
-#include "platform/host/command_factory.h"
-#include "platform/host/file_dialog.h"
-#include "platform/host/message_line.h"
 #include "session/i_multi_registrator.h"
-#include "workbench/host/document.h"
+#include "workbench/host/command_registry.h"
+#include "workbench/host/document_manager.h"
+#include "workbench/host/file_dialog.h"
+#include "workbench/host/loaded_module.h"
 #include "workbench/profile/profile.h"
 
 namespace tiepoint::workbench {
-
-/// The module can't be used: what() says in one line why, and what to do.
-class ModuleError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-/// No active document, or no document of that number.
-class NoDocument : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-/// A command that a module has registered.
-struct RegisteredCommand {
-  std::wstring group;
-  std::wstring globalName;
-  std::wstring localName;
-  int flags = 0;
-  HostCommandBody body = nullptr;
-};
-
-/// The row of the import dialog's filter list.
-enum class Layout : int { nxyz = 1, xyz = 2, xyzw = 3, nxyzw = 4 };
-
-/// What the file dialog is to answer when the command asks it.
-struct DialogAnswer {
-  bool cancel = false;
-  Layout layout = Layout::nxyz;
-  /// UTF-8.
-  std::vector<std::string> paths;
-};
 
 using SessionPtr = std::unique_ptr<ZOR::reg::iMultiRegistrator>;
 
@@ -71,6 +38,7 @@ class Workbench : public HostApplication {
   ~Workbench() override;
 
   // --- The module.
+  /// Throws NoDocument when no document is active: a session draws into it from the start.
   SessionPtr newSession();
   std::array<int, 4> apiVersion() const;
   /// UTF-8, absolute.
@@ -82,6 +50,7 @@ class Workbench : public HostApplication {
   Document& openDocument(const std::string& path, bool createWhenMissing = true);
   /// A drawing in memory, activated.
   Document& openTemporaryDocument();
+  /// Both throw NoDocument.
   void closeDocument(int number);
   void activateDocument(int number);
   /// In the order of their numbers.

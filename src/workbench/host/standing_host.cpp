@@ -1,0 +1,22 @@
+#include "workbench/host/standing_host.h"
+
+#include <stdexcept>
+
+namespace tiepoint::workbench {
+
+namespace {
+
+StandingHost* standing = nullptr;
+
+}  // namespace
+
+StandingHost* StandingHost::current() { return standing; }
+
+StandingHost::StandingHost() {
+  if (standing) throw std::logic_error("a workbench stands already in this process");
+  standing = this;
+}
+
+StandingHost::~StandingHost() { standing = nullptr; }
+
+}  // namespace tiepoint::workbench
