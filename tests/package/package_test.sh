@@ -30,7 +30,7 @@ expectEqual() { # WHAT EXPECTED FOUND
 runPath() { objdump -p "$1" | sed -n 's/^ *R[UN]*PATH *//p'; }
 
 registerSurvey() { # PROGRAM
-  (cd / && env -i PATH=/usr/bin:/bin "$1" register --base reference "$survey/reference.txt" "$survey/unregistered.txt")
+  (cd / && env -i PATH=/usr/bin:/bin "$1" register --unit m --base reference "$survey/reference.txt" "$survey/unregistered.txt")
 }
 
 "$cmake" --install "$build" --prefix "$sandbox/first" >"$sandbox/log" 2>&1 || { cat "$sandbox/log" >&2; fail "the installation"; }
@@ -52,6 +52,15 @@ for file in tiepoint TSL_Registration.so drawing_sdk.so ZorPointClouds.so; do
   expectEqual "the run path of $file in the build tree" '$ORIGIN' "$(runPath "$sandbox/bin/$file" | sed 's/:*$//')"
 done
 registerSurvey "$sandbox/bin/tiepoint" | grep -q '50\.525' || fail "the moved build tree registers the survey"
+
+# A header that only works after another one is a trap for whoever sorts includes.
+headersThatNeedOthers() {
+  (cd "$sandbox/moved/include/tiepoint" && find . -name '*.h' -print0 | sort -z |
+    xargs -0 -P "$(nproc)" -I HEADER sh -c '
+      printf "#include \"HEADER\"\n#include \"HEADER\"\n" |
+        "$0" -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Werror -I. -x c++ - || echo HEADER' "$compiler")
+}
+expectEqual "the headers that need others before them" '' "$(headersThatNeedOthers)"
 
 "$cmake" -G Ninja -S "$here/consumer" -B "$sandbox/consumer" -DCMAKE_PREFIX_PATH="$sandbox/moved" \
   -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$flags" >"$sandbox/log" 2>&1 ||
