@@ -1,18 +1,20 @@
 // A value of the host's profile.
 #pragma once
 
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
-#include <cwchar>
 #include <limits>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <variant>
 
 /// Thrown by the casts of CZorVariant for a value that can't be converted.
 struct CZorVariantBadCast {};
 
 /// Nothing, a number, or a text. The casts convert between numbers, and from a text that is a
-/// number as a whole; whole-number casts cut towards zero and refuse what is out of range.
+/// number as a whole (digits, a minus, a point, an exponent); whole-number casts cut towards zero and refuse what is
+/// out of range.
 class CZorVariant {
  public:
   CZorVariant() = default;
@@ -43,11 +45,17 @@ class CZorVariant {
     return static_cast<Whole>(cut);
   }
 
+  /// The decimal point is a point whatever the locale.
   static double parse(const std::wstring& text) {
-    const wchar_t* begin = text.c_str();
-    wchar_t* end = nullptr;
-    const double value = std::wcstod(begin, &end);
-    if (end == begin || end != begin + text.size()) throw CZorVariantBadCast{};
+    std::string digits;
+    for (const wchar_t character : text) {
+      if (character <= 0x20 || character >= 0x7F) throw CZorVariantBadCast{};
+      digits.push_back(static_cast<char>(character));
+    }
+    double value = 0.0;
+    const char* const end = digits.data() + digits.size();
+    const std::from_chars_result result = std::from_chars(digits.data(), end, value);
+    if (result.ec != std::errc{} || result.ptr != end) throw CZorVariantBadCast{};
     return value;
   }
 

@@ -3,6 +3,7 @@
 
 #include "platform/sdk/od_db_database.h"
 #include "platform/sdk/od_ge_matrix3d.h"
+#include "platform/sdk/od_string.h"
 #include "zor_point_clouds_export.h"
 
 /// One cloud: an entry of the drawing's point-cloud dictionary, whose key is the cloud's name.
@@ -35,6 +36,9 @@ class ZOR_POINT_CLOUDS_EXPORT hostDbPointCloudDefinition : public OdDbObject {
   void restore(const OdString& keptName, const OdString& keptSource, const OdGeMatrix3d& keptMatrix);
 
  private:
+  template <class Value>
+  void change(Value& member, const Value& newValue);
+
   OdString name;
   OdString source;
   OdGeMatrix3d matrix;

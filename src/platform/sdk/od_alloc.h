@@ -14,13 +14,20 @@ DRAWING_SDK_EXPORT void* odrxAlloc(std::size_t size);
 
 /// Gives back what odrxAlloc gave; null is allowed.
 DRAWING_SDK_EXPORT void odrxFree(void* memory);
+
+/// As odrxAlloc, at an address that `alignment` divides: a power of two, else the result is null.
+/// Free with odrxFreeAligned.
+DRAWING_SDK_EXPORT void* odrxAllocAligned(std::size_t size, std::size_t alignment);
+
+/// Gives back what odrxAllocAligned gave; null is allowed.
+DRAWING_SDK_EXPORT void odrxFreeAligned(void* memory);
 }
 
-/// Number of calls of odrxAlloc since the process started, over all threads. For tests and
+/// Number of calls of odrxAlloc and odrxAllocAligned since the process started, over all threads. For tests and
 /// measurements: the difference of two readings tells what a piece of code allocated.
 DRAWING_SDK_EXPORT std::uint64_t odrxAllocationCount();
 
-/// Makes odrxAlloc fail from the `successes`-th call from now on (0: the very next one) on the
+/// Makes odrxAlloc and odrxAllocAligned fail from the `successes`-th call from now on (0: the very next one) on the
 /// calling thread, until odrxStopFailingAllocations. For tests of exhausted memory.
 DRAWING_SDK_EXPORT void odrxFailAllocationsAfter(std::uint64_t successes);
 DRAWING_SDK_EXPORT void odrxStopFailingAllocations();

@@ -50,27 +50,45 @@ class DRAWING_SDK_EXPORT OdDbDictionary : public OdDbObject {
   OdDbObjectId getAt(const OdString& name) const;
   /// Puts the object under `name`, taking it into the database when it is new. The dictionary must
   /// be open for writing, else OdError(eNotOpenForWrite). A name that is taken gets the new object
-  /// and keeps its place.
+  /// and keeps its place; the object that stood there is erased. Throws OdError(eInvalidInput) for
+  /// null, (eNotInDatabase) when the dictionary itself is in no database.
   OdDbObjectId setAt(const OdString& name, OdDbObject* object);
   /// Takes the entry away and erases its object. False when there is no such name.
   bool remove(const OdString& name);
 
   /// The entries in the order of entry.
   std::vector<OdDbDictionaryEntry> entries() const;
-  /// For loading: the entry as a store kept it.
+  /// For loading: the entry as a store kept it; nothing is noted. Throws OdError(eInvalidInput) for
+  /// a name or a sequence that is taken, and for a sequence that is 0 or the last there is.
   void restoreEntry(const OdDbDictionaryEntry& entry);
 
-  /// For stores: what was added (or replaced) and removed since the last call of
-  /// clearChanges, so that filing costs what was changed.
+  /// For stores: what was added (or replaced) and removed since the last call of clearChanges, so
+  /// that filing costs what was changed. An entry that was added and then removed stands among the
+  /// removed ones only. The database clears them when a transaction has ended well.
   const std::map<std::uint64_t, OdDbDictionaryEntry>& addedEntries() const { return added; }
   const std::vector<std::uint64_t>& removedSequences() const { return removed; }
   void clearChanges();
 
  private:
-  std::map<std::uint64_t, OdDbDictionaryEntry> bySequence;
-  std::map<OdString, std::uint64_t> byName;
+  using Entries = std::map<std::uint64_t, OdDbDictionaryEntry>;
+  using Names = std::map<OdString, std::uint64_t>;
+
+  /// The very elements that a removal took out, so that putting them back needs no memory.
+  struct RemovedEntry {
+    Entries::node_type entry;
+    Names::node_type name;
+    Entries::node_type note;
+  };
+
+  OdDbObjectId addEntry(const OdString& name, OdDbObject* object);
+  OdDbObjectId replaceEntry(OdDbDictionaryEntry& entry, OdDbObject* object);
+  void forgetEntry(std::uint64_t sequence);
+  void putBack(RemovedEntry& kept, std::uint64_t sequence);
+
+  Entries bySequence;
+  Names byName;
   std::uint64_t nextSequence = 1;
-  std::map<std::uint64_t, OdDbDictionaryEntry> added;
+  Entries added;
   std::vector<std::uint64_t> removed;
 };
 using OdDbDictionaryPtr = OdSmartPtr<OdDbDictionary>;
