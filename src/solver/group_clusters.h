@@ -29,4 +29,10 @@ inline constexpr std::size_t minCommonPoints = 3;
 void findGroupClusters(const GroupNameSets& groupNamesSets, GroupClusters& clusters,
                        std::map<GroupId, GroupMerges>& mergeLists);
 
+/// The names that each group has among `points`.
+GroupNameSets collectGroupNames(const RefPointList& points);
+
+/// There is one cluster and it holds every group.
+bool formOneCluster(const GroupNameSets& groupNamesSets, const GroupClusters& clusters);
+
 }  // namespace ZOR::reg

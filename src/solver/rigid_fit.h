@@ -14,8 +14,12 @@ using PointMatrix = Eigen::Matrix<double, Eigen::Dynamic, 3>;
 /// target = rotation x source + translation. Row i of both is the same target. No weights, no
 /// scale, no outliers (W. Kabsch, 1976; the sign correction keeps reflections out).
 ///
-/// Gives the identity when the row counts differ or are below 3.
+/// Gives the identity when the row counts differ or are below 3, and not-a-number throughout when a
+/// coordinate isn't finite or is so large that the sums overflow.
 void fitRigidTransform(const PointMatrix& target, const PointMatrix& source, std::array<double, 9>& rotation,
                        std::array<double, 3>& translation);
+
+/// The same as one record, from `source` to `target`.
+RigidTransform fitRigidTransform(const PointMatrix& target, const PointMatrix& source);
 
 }  // namespace ZOR::reg
