@@ -1,0 +1,194 @@
+#include "display/ref_points_transient.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/sdk/od_alloc.h"
+#include "platform/sdk/od_gi_viewport_draw.h"
+#include "support/session_host.h"
+#include "workbench/view/recording_draw.h"
+
+namespace {
+
+using namespace ZOR::reg;
+using namespace tiepoint::testing;
+using tiepoint::workbench::RecordingDraw;
+using tiepoint::workbench::View;
+
+DisplayGroups twoGroups() {
+  DisplayGroups groups;
+  groups[3] = {OdString(L"B"), 2, {{{5, 0, 0}, OdString(L"T9"), 7}}};
+  groups[1] = {OdString(L"A"), 1, {{{1, 2, 3}, OdString(L"T1"), 5}, {{4, 5, 6}, OdString(L"T2"), 6}}};
+  return groups;
+}
+
+/// A view whose pixels are `unit` drawing units wide.
+View viewWithPixels(double unit) {
+  View view;
+  view.setState({{0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 800 * unit, 600 * unit, 800, 600});
+  return view;
+}
+
+RecordingDraw drawn(const RefPointsTransient& transient, double unit = 0.5) {
+  RecordingDraw draw(viewWithPixels(unit));
+  draw.draw(transient);
+  return draw;
+}
+
+TEST(RefPointsTransient, ShowsItselfInTheActiveDocumentWithItsFourValues) {
+  SessionHost host;
+  const DisplayGroups groups;
+  const RefPointsTransient transient(&groups);
+  ASSERT_EQ(host.document().drawables().size(), 1u);
+  const auto& entry = host.document().drawables().front();
+  EXPECT_EQ(entry.drawable, &transient);
+  EXPECT_EQ(entry.mode, 4);
+  EXPECT_EQ(entry.subMode, 768);
+  EXPECT_EQ(entry.viewGroup, 2);
+  EXPECT_EQ(entry.flags, 0);
+  EXPECT_EQ(host.reactors().size(), 1u);
+}
+
+TEST(RefPointsTransient, LeavesNothingBehind) {
+  SessionHost host;
+  const DisplayGroups groups;
+  { const RefPointsTransient transient(&groups); }
+  EXPECT_TRUE(host.document().drawables().empty());
+  EXPECT_TRUE(host.reactors().empty());
+}
+
+TEST(RefPointsTransient, FollowsTheDocuments) {
+  SessionHost host;
+  const DisplayGroups groups;
+  const RefPointsTransient transient(&groups);
+  host.openDocument();
+  EXPECT_EQ(host.document().drawables().size(), 1u);
+  host.closeDocument();
+  host.closeDocument();
+  host.openDocument();
+  EXPECT_EQ(host.document().drawables().size(), 1u);
+}
+
+TEST(RefPointsTransient, DrawsThreeLinesAPointThenAllLabels) {
+  SessionHost host;
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  const RecordingDraw draw = drawn(transient);
+  // Marker size 10 pixels of half a unit: the lines reach 5 units to either side.
+  ASSERT_EQ(draw.lines().size(), 9u);
+  EXPECT_EQ(draw.lines()[0].color, 1);
+  EXPECT_EQ(draw.lines()[0].from, OdGePoint3d(6, 2, 3));
+  EXPECT_EQ(draw.lines()[0].to, OdGePoint3d(-4, 2, 3));
+  EXPECT_EQ(draw.lines()[1].from, OdGePoint3d(1, 7, 3));
+  EXPECT_EQ(draw.lines()[1].to, OdGePoint3d(1, -3, 3));
+  EXPECT_EQ(draw.lines()[2].from, OdGePoint3d(1, 2, 8));
+  EXPECT_EQ(draw.lines()[2].to, OdGePoint3d(1, 2, -2));
+  EXPECT_EQ(draw.lines()[6].color, 2);
+  ASSERT_EQ(draw.texts().size(), 3u);
+  EXPECT_EQ(draw.texts()[0].color, 7);
+  EXPECT_EQ(draw.texts()[0].position, OdGePoint3d(1, 2, 3));
+  EXPECT_EQ(draw.texts()[0].normal, OdGeVector3d(0, 0, 1));
+  EXPECT_EQ(draw.texts()[0].direction, OdGeVector3d(1, 0, 0));
+  EXPECT_EQ(draw.texts()[0].height, 5.0);
+  EXPECT_EQ(draw.texts()[0].text, OdString(L"T1"));
+  EXPECT_EQ(draw.texts()[2].text, OdString(L"T9"));
+}
+
+TEST(RefPointsTransient, KeepsItsSizeOnTheScreenAtAnyZoom) {
+  SessionHost host;
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  for (double unit : {0.25, 0.5, 4.0}) {
+    const RecordingDraw draw = drawn(transient, unit);
+    EXPECT_EQ(draw.lines()[0].from.x - draw.lines()[0].to.x, 20.0 * unit);
+    EXPECT_EQ(draw.texts()[0].height, 10.0 * unit);
+  }
+}
+
+TEST(RefPointsTransient, WithoutLabelsNoTextIsDrawn) {
+  SessionHost host;
+  host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  const RecordingDraw draw = drawn(transient);
+  EXPECT_EQ(draw.lines().size(), 9u);
+  EXPECT_TRUE(draw.texts().empty());
+}
+
+TEST(RefPointsTransient, AMarkerOfSizeZeroIsThreeLinesWithoutLength) {
+  SessionHost host;
+  host.profile().set("PointClouds\\Registration", "SizeLabel", 0);
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  const RecordingDraw draw = drawn(transient);
+  ASSERT_EQ(draw.lines().size(), 9u);
+  EXPECT_EQ(draw.lines()[0].from, draw.lines()[0].to);
+}
+
+/// A view that counts calls and keeps nothing, so that all allocations seen are the drawable's.
+class CountingDraw : public OdGsViewImpl, private OdGiViewportGeometry, private OdGiSubEntityTraits {
+ public:
+  int colors = 0;
+  int fills = 0;
+  int lines = 0;
+  int texts = 0;
+  std::uint16_t lastColor = 0;
+
+  void addRef() override {}
+  void release() override {}
+  OdGiViewportGeometry& geometry() override { return *this; }
+  OdGiSubEntityTraits& subEntityTraits() override { return *this; }
+  OdGeMatrix3d worldToEyeMatrix() const override { return {}; }
+  OdGeMatrix3d worldToDeviceMatrix() const override { return {}; }
+
+ private:
+  void setColor(std::uint16_t color) override {
+    ++colors;
+    lastColor = color;
+  }
+  void setFillType(OdGiFillType type) override { fills += type == kOdGiFillNever ? 1 : 100; }
+  void worldLine(const OdGePoint3d*) override { ++lines; }
+  void text(const OdGePoint3d&, const OdGeVector3d&, const OdGeVector3d&, double, double, double,
+            const OdString&) override {
+    ++texts;
+  }
+};
+
+TEST(RefPointsTransient, AnEmptyDisplaySetsUpTheTraitsAndTheLabelColourAlone) {
+  SessionHost host;
+  const DisplayGroups groups;
+  const RefPointsTransient transient(&groups);
+  CountingDraw draw;
+  transient.viewportDraw(&draw);
+  EXPECT_EQ(draw.fills, 1);
+  EXPECT_EQ(draw.colors, 1);
+  EXPECT_EQ(draw.lastColor, 7);
+  EXPECT_EQ(draw.lines, 0);
+  EXPECT_EQ(draw.texts, 0);
+}
+
+TEST(RefPointsTransient, AGroupWithoutPointsSetsItsColourAlone) {
+  SessionHost host;
+  DisplayGroups groups;
+  groups[0] = {OdString(L"A"), 30, {}};
+  host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
+  const RefPointsTransient transient(&groups);
+  CountingDraw draw;
+  transient.viewportDraw(&draw);
+  EXPECT_EQ(draw.colors, 1);
+  EXPECT_EQ(draw.lastColor, 30);
+  EXPECT_EQ(draw.lines, 0);
+}
+
+TEST(RefPointsTransient, ADrawAllocatesNothing) {
+  SessionHost host;
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  CountingDraw draw;
+  const std::uint64_t before = odrxAllocationCount();
+  transient.viewportDraw(&draw);
+  EXPECT_EQ(odrxAllocationCount(), before);
+  EXPECT_EQ(draw.lines, 9);
+  EXPECT_EQ(draw.texts, 3);
+}
+
+}  // namespace

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "support/session_builder.h"
+
+namespace {
+
+using namespace ZOR::reg;
+using namespace tiepoint::testing;
+using tiepoint::workbench::ViewState;
+
+/// A view from above at another place, so that a test sees whether it has moved.
+const ViewState somewhere{{100, 100, 50}, {100, 100, 0}, {0, 1, 0}, 40, 30, 800, 600};
+
+void expectView(Session& session, const OdGePoint3d& position, const OdGePoint3d& target, double width, double height) {
+  const ViewState& state = session.document().view().state();
+  // The camera's matrices are rounded; its distances here are of the order of 100.
+  constexpr double rounding = 1e-12;
+  EXPECT_NEAR(state.position.x, position.x, rounding);
+  EXPECT_NEAR(state.position.y, position.y, rounding);
+  EXPECT_NEAR(state.position.z, position.z, rounding);
+  EXPECT_NEAR(state.target.x, target.x, rounding);
+  EXPECT_NEAR(state.target.y, target.y, rounding);
+  EXPECT_NEAR(state.target.z, target.z, rounding);
+  EXPECT_NEAR(state.width, width, rounding);
+  EXPECT_NEAR(state.height, height, rounding);
+}
+
+void expectViewLeftAlone(Session& session) { expectView(session, {100, 100, 50}, {100, 100, 0}, 40, 30); }
+
+TEST(Zooms, AGroupFillsTheViewWithATenthOfFreeSpace) {
+  Session session({{"A", {{"T1", 0, 0, 7}, {"T2", 20, 10, 3}}}, {"B", {{"T1", 500, 500, 0}}}});
+  session.document().view().setState(somewhere);
+  const auto redraws = session.host.redraws;
+  session->zoomToGroup(0);
+  expectView(session, {10, 5, 50}, {10, 5, 49}, 22, 11);
+  EXPECT_EQ(session.host.redraws, redraws + 1);
+}
+
+TEST(Zooms, AllVisibleGroupsAreLookedAtAndHiddenOnesAreNot) {
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 20, 10, 0}}}, {"B", {{"T1", 500, 500, 0}}}});
+  session.document().view().setState(somewhere);
+  session->setGroupsVisible({1}, false);
+  session->zoomToAll();
+  expectView(session, {10, 5, 50}, {10, 5, 49}, 22, 11);
+}
+
+TEST(Zooms, ASingleSpotIsNoZoom) {
+  Session session({{"A", {{"T1", 3, 4, 5}}}, {"B", {{"T1", 3, 4, 5}, {"T2", 3, 4, 9}}}});
+  session.document().view().setState(somewhere);
+  session->zoomToGroup(0);
+  expectViewLeftAlone(session);
+  // Two points one above the other are one spot when seen from above.
+  session->zoomToGroup(1);
+  expectViewLeftAlone(session);
+}
+
+TEST(Zooms, NothingToLookAtLeavesTheView) {
+  Session session({{"A", {{"T1", 3, 4, 5}}}});
+  session.document().view().setState(somewhere);
+  session->zoomToGroup(9);
+  session->setGroupsVisible({0}, false);
+  session->zoomToAll();
+  expectViewLeftAlone(session);
+}
+
+TEST(Zooms, AFlatExtentTakesTheViewsAspect) {
+  Session session({{"A", {{"T1", 5, 0, 0}, {"T2", 5, 12, 0}}}, {"B", {{"T1", 0, 5, 0}, {"T2", 12, 5, 0}}}});
+  session.document().view().setState(somewhere);
+  session->zoomToGroup(0);
+  expectView(session, {5, 6, 50}, {5, 6, 49}, 40.0 * (1.0 / 30.0) * 12.0 * 1.1, 13.2);
+  session.document().view().setState(somewhere);
+  session->zoomToGroup(1);
+  expectView(session, {6, 5, 50}, {6, 5, 49}, 13.2, 30.0 * (1.0 / 40.0) * 12.0 * 1.1);
+}
+
+TEST(Zooms, ARotatedViewMeasuresAlongItsOwnAxes) {
+  // From the front: x to the right, z up, the viewer at y = -50.
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 20, 7, 10}}}});
+  session.document().view().setState({{0, -50, 0}, {0, 0, 0}, {0, 0, 1}, 40, 30, 800, 600});
+  session->zoomToGroup(0);
+  expectView(session, {10, -50, 5}, {10, -49, 5}, 22, 11);
+  EXPECT_EQ(session.document().view().upVector(), OdGeVector3d(0, 0, 1));
+}
+
+TEST(Zooms, AViewTurnedByAQuarterSwapsWidthAndHeight) {
+  // From above with x up on the screen.
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 20, 10, 0}}}});
+  session.document().view().setState({{100, 100, 50}, {100, 100, 0}, {1, 0, 0}, 40, 30, 800, 600});
+  session->zoomToGroup(0);
+  expectView(session, {10, 5, 50}, {10, 5, 49}, 11, 22);
+}
+
+TEST(Zooms, APointMovesTheEyeByTheSameDistanceAsTheTarget) {
+  Session session({{"A", {{"T1", 3, 4, 5}}}});
+  session.document().view().setState(somewhere);
+  const auto redraws = session.host.redraws;
+  session->zoomToPoint(0);
+  expectView(session, {3, 4, 55}, {3, 4, 5}, 40, 30);
+  EXPECT_EQ(session.host.redraws, redraws + 1);
+}
+
+TEST(Zooms, APointOfAHiddenGroupIsNotLookedAt) {
+  Session session({{"A", {{"T1", 3, 4, 5}}}});
+  session.document().view().setState(somewhere);
+  session->setGroupsVisible({0}, false);
+  session->zoomToPoint(0);
+  expectViewLeftAlone(session);
+}
+
+TEST(Zooms, APointThatTheSessionDoesNotHoldMovesTheViewToTheOrigin) {
+  Session session({{"A", {{"T1", 3, 4, 5}}}});
+  session.document().view().setState(somewhere);
+  session->zoomToPoint(77);
+  expectView(session, {0, 0, 50}, {0, 0, 0}, 40, 30);
+}
+
+TEST(Zooms, RegisteredPointsAreLookedAtWhereTheyLieNow) {
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 500)}});
+  Outputs out;
+  session->setBaseGroups({0}, out.groups, out.points, out.inactiveGroups, out.inactivePoints);
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  session.document().view().setState(somewhere);
+  session->zoomToGroup(1);
+  const ViewState& state = session.document().view().state();
+  EXPECT_NEAR(state.target.x, 6.0, 1e-9);
+  EXPECT_NEAR(state.target.y, 3.5, 1e-9);
+}
+
+TEST(Zooms, APointWithoutAPlaceIsPassedOver) {
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 20, 10, 0}, {"T3", std::nan(""), 0, 0}}}});
+  session.document().view().setState(somewhere);
+  session->zoomToGroup(0);
+  expectView(session, {10, 5, 50}, {10, 5, 49}, 22, 11);
+}
+
+TEST(Zooms, WithoutADocumentNothingHappens) {
+  Session session({{"A", triangle("T1", "T2", "T3")}});
+  session.host.closeDocument();
+  const auto redraws = session.host.redraws;
+  session->zoomToAll();
+  session->zoomToGroup(0);
+  session->zoomToPoint(0);
+  EXPECT_EQ(session.host.redraws, redraws);
+}
+
+}  // namespace
