@@ -18,11 +18,7 @@ set(tiepointHeaderDir include/tiepoint)
 
 # --- Binaries
 
-set(tiepointInstalledLibraries drawing_sdk ZorPointClouds)
-if(TARGET TSL_Registration)
-  list(APPEND tiepointInstalledLibraries TSL_Registration)
-  install(TARGETS TSL_Registration LIBRARY DESTINATION ${tiepointLibraryDir})
-endif()
+set(tiepointInstalledLibraries drawing_sdk ZorPointClouds TSL_Registration)
 set_target_properties(${tiepointInstalledLibraries} PROPERTIES
   BUILD_RPATH_USE_ORIGIN ON
   INSTALL_RPATH $ORIGIN)
@@ -32,6 +28,7 @@ install(TARGETS drawing_sdk ZorPointClouds
   RUNTIME DESTINATION bin
   ARCHIVE DESTINATION ${tiepointLibraryDir}
   INCLUDES DESTINATION ${tiepointHeaderDir})
+install(TARGETS TSL_Registration LIBRARY DESTINATION ${tiepointLibraryDir})
 
 if(TIEPOINT_BUILD_WORKBENCH)
   set_target_properties(tiepoint PROPERTIES
