@@ -1,0 +1,60 @@
+#include "workbench/rpc/rpc_error.h"
+
+#include <boost/core/demangle.hpp>
+#include <boost/math/policies/error_handling.hpp>
+#include <new>
+#include <typeinfo>
+
+#include "platform/sdk/od_error.h"
+#include "workbench/host/document_manager.h"
+#include "workbench/rpc/sessions.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+OrderedJson errorMember(RpcErrorCode code, const std::string& message, const OrderedJson& data) {
+  OrderedJson error = OrderedJson::object();
+  addMember(error, "code", static_cast<int>(code));
+  addMember(error, "message", message);
+  if (!data.is_null()) addMember(error, "data", data);
+  return error;
+}
+
+OrderedJson thrown(const std::string& type, const std::string& message) {
+  OrderedJson data = OrderedJson::object();
+  addMember(data, "type", type);
+  return errorMember(exceptionCode, message, data);
+}
+
+}  // namespace
+
+RpcError badParameter(const std::string& name, const std::string& reason) {
+  return {badParameterCode, "Invalid params: " + name + " " + reason, name};
+}
+
+OrderedJson describeCurrentException() {
+  try {
+    throw;
+  } catch (const RpcError& error) {
+    return errorMember(error.code(), error.what(), error.data());
+  } catch (const NoDocument& error) {
+    return errorMember(noSuchObjectCode, error.what(), nullptr);
+  } catch (const NoSession& error) {
+    return errorMember(noSuchObjectCode, error.what(), nullptr);
+  } catch (const OdError_NotThatKindOfClass& error) {
+    return thrown("OdError_NotThatKindOfClass", error.what());
+  } catch (const OdError& error) {
+    return thrown("OdError", error.what());
+  } catch (const boost::math::rounding_error& error) {
+    return thrown("boost::math::rounding_error", error.what());
+  } catch (const std::bad_alloc& error) {
+    return thrown("std::bad_alloc", error.what());
+  } catch (const std::exception& error) {
+    return thrown(boost::core::demangle(typeid(error).name()), error.what());
+  } catch (...) {
+    return thrown("unknown", "an exception that has no text");
+  }
+}
+
+}  // namespace tiepoint::workbench
