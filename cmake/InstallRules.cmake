@@ -8,7 +8,9 @@
 #
 # The module's folder is fixed: the workbench looks for it in ../lib/tiepoint beside its own folder.
 # Every binary finds its neighbours by $ORIGIN, so the build tree's bin/ and an installation both run
-# wherever they are moved.
+# wherever they are moved. The run path is final at the build already: one that CMake replaces at the
+# installation is padded until then with empty entries, which the loader takes for the working
+# directory.
 
 include(CMakePackageConfigHelpers)
 
@@ -20,7 +22,7 @@ set(tiepointHeaderDir include/tiepoint)
 
 set(tiepointInstalledLibraries drawing_sdk ZorPointClouds TSL_Registration)
 set_target_properties(${tiepointInstalledLibraries} PROPERTIES
-  BUILD_RPATH_USE_ORIGIN ON
+  BUILD_WITH_INSTALL_RPATH ON
   INSTALL_RPATH $ORIGIN)
 install(TARGETS drawing_sdk ZorPointClouds
   EXPORT tiepointTargets
@@ -32,8 +34,8 @@ install(TARGETS TSL_Registration LIBRARY DESTINATION ${tiepointLibraryDir})
 
 if(TIEPOINT_BUILD_WORKBENCH)
   set_target_properties(tiepoint PROPERTIES
-    BUILD_RPATH_USE_ORIGIN ON
-    INSTALL_RPATH $ORIGIN/../${tiepointLibraryDir})
+    BUILD_WITH_INSTALL_RPATH ON
+    INSTALL_RPATH $ORIGIN:$ORIGIN/../${tiepointLibraryDir})
   install(TARGETS tiepoint RUNTIME DESTINATION bin)
 endif()
 

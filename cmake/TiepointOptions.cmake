@@ -1,7 +1,10 @@
 # The switches of this build.
 
+include(CMakeDependentOption)
+
 option(TIEPOINT_BUILD_WORKBENCH "Build the stand-alone host tiepoint" ON)
-option(TIEPOINT_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+# The tests meet the module in the workbench.
+cmake_dependent_option(TIEPOINT_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL} TIEPOINT_BUILD_WORKBENCH OFF)
 option(TIEPOINT_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(TIEPOINT_BUILD_FUZZERS "Build the fuzzers; needs clang" OFF)
 option(TIEPOINT_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" ${PROJECT_IS_TOP_LEVEL})

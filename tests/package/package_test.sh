@@ -26,7 +26,9 @@ expectEqual() { # WHAT EXPECTED FOUND
   fi
 }
 
-# The run path of a binary, which must name no folder of the machine that built it.
+# The run path of a binary. It must name no folder of the machine that built it, and hold no empty
+# entry, which would be the working directory.
+programRunPath='$ORIGIN:$ORIGIN/../lib/tiepoint'
 runPath() { objdump -p "$1" | sed -n 's/^ *R[UN]*PATH *//p'; }
 
 registerSurvey() { # PROGRAM
@@ -42,14 +44,17 @@ lib/tiepoint/TSL_Registration.so
 lib/tiepoint/ZorPointClouds.so
 lib/tiepoint/drawing_sdk.so" \
   "$(cd "$sandbox/moved" && find bin lib/tiepoint -type f | LC_ALL=C sort)"
-expectEqual "the program's run path" '$ORIGIN/../lib/tiepoint' "$(runPath "$sandbox/moved/bin/tiepoint")"
-expectEqual "the module's run path" '$ORIGIN' "$(runPath "$sandbox/moved/lib/tiepoint/TSL_Registration.so")"
+expectEqual "the program's run path" "$programRunPath" "$(runPath "$sandbox/moved/bin/tiepoint")"
+for library in TSL_Registration ZorPointClouds drawing_sdk; do
+  expectEqual "the run path of $library" '$ORIGIN' "$(runPath "$sandbox/moved/lib/tiepoint/$library.so")"
+done
 registerSurvey "$sandbox/moved/bin/tiepoint" | grep -q '50\.525' || fail "the moved installation registers the survey"
 
 mkdir "$sandbox/bin"
-for file in tiepoint TSL_Registration.so drawing_sdk.so ZorPointClouds.so; do
-  cp "$build/bin/$file" "$sandbox/bin/"
-  expectEqual "the run path of $file in the build tree" '$ORIGIN' "$(runPath "$sandbox/bin/$file" | sed 's/:*$//')"
+cp "$build"/bin/{tiepoint,TSL_Registration.so,ZorPointClouds.so,drawing_sdk.so} "$sandbox/bin/"
+expectEqual "the program's run path in the build tree" "$programRunPath" "$(runPath "$sandbox/bin/tiepoint")"
+for library in TSL_Registration ZorPointClouds drawing_sdk; do
+  expectEqual "the run path of $library in the build tree" '$ORIGIN' "$(runPath "$sandbox/bin/$library.so")"
 done
 registerSurvey "$sandbox/bin/tiepoint" | grep -q '50\.525' || fail "the moved build tree registers the survey"
 
