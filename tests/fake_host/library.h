@@ -1,0 +1,14 @@
+// Loading of libraries at a path, as a host does it.
+#pragma once
+
+#include <string>
+
+#include "platform/os/loaded_modules.h"
+
+namespace tiepoint::testing {
+
+/// Null when the file can't be loaded; the system's reason then stands on standard error.
+os::ModuleHandle loadLibrary(const std::string& path);
+void unloadLibrary(os::ModuleHandle library);
+
+}  // namespace tiepoint::testing
