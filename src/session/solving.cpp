@@ -6,26 +6,16 @@
 
 namespace ZOR::reg {
 
-namespace {
-
-GroupNameSets nameSetsOf(const RefPointList& workingPoints) {
-  GroupNameSets names;
-  for (const RefPoint& point : workingPoints) names[point.groupId].insert(point.commonId);
-  return names;
-}
-
-}  // namespace
-
 bool MultiRegistrator::registerPairwise(std::map<RefPointId, double>& discrepancies) {
   discrepancies.clear();
   RefPointList workingPoints;
   prepareSolvePoints(sessionPoints, workingPoints, pointDiscrepancies);
 
-  const GroupNameSets names = nameSetsOf(workingPoints);
+  const GroupNameSets names = collectGroupNames(workingPoints);
   GroupClusters clusters;
   std::map<GroupId, GroupMerges> mergeLists;
   findGroupClusters(names, clusters, mergeLists);
-  if (clusters.size() != 1 || clusters.begin()->second.size() != names.size()) {
+  if (!formOneCluster(names, clusters)) {
     groupClusters = std::move(clusters);
     return false;
   }

@@ -8,9 +8,12 @@
 #include <map>
 #include <set>
 
+#include "support/plain_rebuild.h"
+
 namespace {
 
 using namespace ZOR::reg;
+using tiepoint::testing::plainRebuild;
 
 RefPoint point(RefPointId id, GroupId group, CommonPointId name) {
   RefPoint p;
@@ -157,71 +160,6 @@ TEST(ActiveFlags, LongChainsOfConsequencesArePrunedToTheEnd) {
   EXPECT_EQ(activeAfterRebuild(points), Ids{});
 }
 
-/// The rule as it is told, with full passes over ordered containers.
-class PlainRebuild {
- public:
-  explicit PlainRebuild(RefPointList& list) : points(list) {}
-
-  void run() {
-    if (points.empty()) return;
-    for (RefPoint& p : points) p.active = p.included && (p.weight < 0.0 || p.weight > 0.0) && p.named;
-    const std::set<CommonPointId> baseCommon = names(true);
-    bool firstPass = true;
-    bool namesChanged = true;
-    while (namesChanged) {
-      std::map<GroupId, int> groupCount;
-      for (const RefPoint& p : points) {
-        if (p.active && !p.inBase) ++groupCount[p.groupId];
-      }
-      if (groupCount.empty() || (groupCount.size() == 1 && baseCommon.empty())) {
-        for (RefPoint& p : points) p.active = false;
-        return;
-      }
-      bool groupsChanged = false;
-      for (RefPoint& p : points) {
-        const auto count = groupCount.find(p.groupId);
-        if (count == groupCount.end() || count->second >= 3) continue;
-        p.active = false;
-        groupsChanged = true;
-      }
-      if (!groupsChanged && !firstPass) break;
-      std::map<CommonPointId, int> nameCount;
-      for (const RefPoint& p : points) {
-        if (p.active && !p.inBase) ++nameCount[p.commonId];
-      }
-      namesChanged = false;
-      for (RefPoint& p : points) {
-        const auto count = nameCount.find(p.commonId);
-        if (count == nameCount.end() || count->second >= 2 || baseCommon.count(p.commonId) != 0) continue;
-        namesChanged = true;
-        if (!p.inBase) p.active = false;
-      }
-      firstPass = false;
-    }
-    const std::set<CommonPointId> baseNames = names(true);
-    const std::set<CommonPointId> otherNames = names(false);
-    for (RefPoint& p : points) {
-      if (p.inBase && baseNames.count(p.commonId) != 0 && otherNames.count(p.commonId) == 0) p.active = false;
-    }
-    if (names(true).size() < 3) {
-      for (RefPoint& p : points) {
-        if (p.inBase) p.active = false;
-      }
-    }
-  }
-
- private:
-  std::set<CommonPointId> names(bool inBase) const {
-    std::set<CommonPointId> found;
-    for (const RefPoint& p : points) {
-      if (p.active && p.inBase == inBase) found.insert(p.commonId);
-    }
-    return found;
-  }
-
-  RefPointList& points;
-};
-
 /// Small worlds, so that thin groups, lone names and bases meet often. Some groups are mixed in
 /// their base flag, which no operation makes, and some weights are odd.
 RefPointList anySession() {
@@ -248,7 +186,7 @@ RC_GTEST_PROP(ActiveFlags, EqualThePlainPasses, ()) {
   RefPointList points = anySession();
   RefPointList plain = points;
   rebuildActiveFlags(points);
-  PlainRebuild(plain).run();
+  plainRebuild(plain);
   RC_ASSERT(activeIds(points) == activeIds(plain));
 }
 
