@@ -1,0 +1,3 @@
+// What lookup_user links.
+extern "C" int lookupDependencyValue();
+int lookupDependencyValue() { return 43; }

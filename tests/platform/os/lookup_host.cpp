@@ -1,0 +1,3 @@
+// A library with one export.
+extern "C" int lookupHostValue();
+int lookupHostValue() { return 41; }
