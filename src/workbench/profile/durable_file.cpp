@@ -84,7 +84,7 @@ void replaceFile(const std::string& path, const std::string& content) {
   } catch (const std::system_error& error) {
     std::error_code ignored;
     fs::remove(temporary, ignored);
-    throw std::runtime_error("The file '" + path + "' can't be written: " + error.code().message() + ".");
+    throw std::runtime_error("The file '" + path + "' can't be written: " + error.code().message());
   }
   flushFolder(target.parent_path());
 }

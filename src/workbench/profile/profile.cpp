@@ -13,7 +13,7 @@ namespace tiepoint::workbench {
 namespace {
 
 std::runtime_error unreadable(const std::string& file) {
-  return std::runtime_error("The profile '" + file + "' can't be read: it must be a file that you may read.");
+  return std::runtime_error("The profile '" + file + "' can't be read: it must be a file that you may read");
 }
 
 std::string contentOf(const std::string& file) {

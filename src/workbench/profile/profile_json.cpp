@@ -13,7 +13,7 @@ namespace {
 using nlohmann::json;
 
 std::runtime_error notAProfile(const std::string& file, const std::string& why) {
-  return std::runtime_error("The file '" + file + "' isn't a profile: " + why + ".");
+  return std::runtime_error("The file '" + file + "' isn't a profile: " + why);
 }
 
 std::string lineOf(const std::string& text, std::size_t byte) {
@@ -48,7 +48,7 @@ ProfileValue valueFrom(const json& value, const std::string& where, const std::s
 
 json jsonFrom(const ProfileValue& value) {
   if (const double* number = std::get_if<double>(&value); number && !std::isfinite(*number)) {
-    throw std::runtime_error("A profile holds no number that isn't finite.");
+    throw std::runtime_error("A profile holds no number that isn't finite");
   }
   return std::visit([](const auto& held) { return json(held); }, value);
 }
@@ -78,7 +78,7 @@ std::string jsonFromProfile(const ProfileSections& sections) {
   try {
     return root.dump(2) + "\n";
   } catch (const json::type_error&) {
-    throw std::runtime_error("A profile holds no text that isn't UTF-8.");
+    throw std::runtime_error("A profile holds no text that isn't UTF-8");
   }
 }
 

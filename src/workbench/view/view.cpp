@@ -119,12 +119,12 @@ void View::set(const OdGePoint3d& position, const OdGePoint3d& target, const OdG
 }
 
 void View::setState(const ViewState& state) {
-  require(isFinite(state), "all numbers must be finite.");
-  require(state.width > 0.0 && state.height > 0.0, "width and height must be above zero.");
-  require(state.pixelWidth > 0 && state.pixelHeight > 0, "the numbers of pixels must be above zero.");
+  require(isFinite(state), "all numbers must be finite");
+  require(state.width > 0.0 && state.height > 0.0, "width and height must be above zero");
+  require(state.pixelWidth > 0 && state.pixelHeight > 0, "the numbers of pixels must be above zero");
   const std::optional<OdGeVector3d> z = directionOf(state);
-  require(z.has_value(), "the position and the target must be apart.");
-  require(xAxisOf(state.up, *z).has_value(), "the up vector must not lie along the direction of view.");
+  require(z.has_value(), "the position and the target must be apart");
+  require(xAxisOf(state.up, *z).has_value(), "the up vector must not lie along the direction of view");
   current = state;
 }
 
