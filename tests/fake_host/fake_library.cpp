@@ -4,7 +4,9 @@
 #include <string>
 
 #include "fake_host/exported.h"
+#include "platform/host/document.h"
 #include "platform/host/exports.h"
+#include "platform/host/transient_service.h"
 #include "platform/os/loaded_modules.h"
 
 namespace {
@@ -28,9 +30,42 @@ namespace {
 
 namespace {
 
+class TransientService final : public HostTransientService {
+ public:
+  void addTransient(OdGiDrawable*, int, int, int, int) override {}
+  void removeTransient(OdGiDrawable*) override {}
+  HostView* activeView() override { return nullptr; }
+  void applyView(HostView*, int) override {}
+};
+
+/// As much of a document as a session needs that nothing is asked of.
+class Document final : public HostDocument {
+ public:
+  OdDbDatabasePtr database() override { return {}; }
+  HostTransientService* transientService() override { return &transients; }
+  bool isReady() const override { return true; }
+
+ private:
+  TransientService transients;
+};
+
+class Application final : public HostApplication {
+ public:
+  HostDocument* activeDocument() override { return &document; }
+  void addReactor(HostApDocManagerReactor*) override {}
+  void removeReactor(HostApDocManagerReactor*) override {}
+  HostMessageLine* messageLine() override { return nullptr; }
+  HostFileDialog* fileDialog() override { return nullptr; }
+
+ private:
+  Document document;
+};
+
+Application application;
+
 HostApplication* giveApplication() {
   say("application");
-  return nullptr;
+  return &application;
 }
 
 void refresh(unsigned char argument) { say("refresh(" + std::to_string(argument) + ")"); }

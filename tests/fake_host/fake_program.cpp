@@ -8,8 +8,10 @@
 //   host-function=N     the entry N of the host's table, and a call of it
 //   command-factory     the factory, which is released
 //   settings            opens the profile's section and reads it
+//   session=NAME        makes a session of the loaded module of that name, and asks for its preset
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "fake_host/exported.h"
@@ -18,10 +20,18 @@
 #include "host_access/host_function.h"
 #include "host_access/registration_settings.h"
 #include "platform/host/exports.h"
+#include "session/i_multi_registrator.h"
 
 namespace {
 
 namespace os = tiepoint::os;
+
+/// ZOR::reg::GetMultiRegistrator as its library names it.
+#ifdef _MSC_VER
+constexpr const char* registratorExport = "?GetMultiRegistrator@reg@ZOR@@YAPEAViMultiRegistrator@12@XZ";
+#else
+constexpr const char* registratorExport = "_ZN3ZOR3reg19GetMultiRegistratorEv";
+#endif
 
 std::string mainModuleName = "none";
 
@@ -56,10 +66,23 @@ bool runCommand(const std::string& library) {
   return run != nullptr;
 }
 
+bool makeSession(const std::string& module) {
+  const auto getRegistrator =
+      os::exportAs<ZOR::reg::GetMultiRegistratorFunction>(os::loadedModule(module.c_str()), registratorExport);
+  if (!getRegistrator) return false;
+  const std::unique_ptr<ZOR::reg::iMultiRegistrator> session(getRegistrator());
+  std::uint64_t iterations = 0;
+  double criteria = 0.0;
+  session->getIterationLimits(iterations, criteria);
+  say("preset " + std::to_string(iterations));
+  return true;
+}
+
 bool doStep(const std::string& name, const std::string& value) {
   if (name == "main") mainModuleName = value;
   if (name == "load") return load(value);
   if (name == "run") return runCommand(value);
+  if (name == "session") return makeSession(value);
   if (name == "host-function") callEntry(std::atoi(value.c_str()));
   if (name == "command-factory") takeFactory();
   if (name == "settings") readSettings();
