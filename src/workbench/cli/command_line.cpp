@@ -1,0 +1,239 @@
+#include "workbench/cli/command_line.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <new>
+
+#include "platform/sdk/od_error.h"
+#include "workbench/cli/commands/clouds_command.h"
+#include "workbench/cli/commands/groups_command.h"
+#include "workbench/cli/commands/import_command.h"
+#include "workbench/cli/commands/register_command.h"
+#include "workbench/cli/commands/rpc_command.h"
+#include "workbench/cli/help_texts.h"
+#include "workbench/cli/output.h"
+#include "workbench/cli/suggestion.h"
+#include "workbench/host/text_encoding.h"
+#include "workbench/host/workbench.h"
+
+namespace tiepoint::workbench::cli {
+
+namespace {
+
+/// The description with its examples first, then options; one line a command in the list of them.
+class HelpLayout : public CLI::Formatter {
+ public:
+  HelpLayout() { column_width(28); }
+
+  std::string make_description(const CLI::App* app) const override { return app->get_description() + "\n"; }
+  std::string make_subcommand(const CLI::App* sub) const override {
+    const std::string description = sub->get_description();
+    return fmt::format("  {:<26}{}\n", sub->get_name(), description.substr(0, description.find('\n')));
+  }
+};
+
+/// One argument each time the option is given, so that a file behind it stays a file.
+void addRepeated(CLI::App& app, const std::string& name, std::vector<std::string>& values, const char* type,
+                 const char* help) {
+  app.add_option(name, values, help)->type_name(type)->allow_extra_args(false);
+}
+
+void addText(CLI::App& app, const std::string& name, std::string& value, const char* type, const char* help) {
+  app.add_option(name, value, help)->type_name(type);
+}
+
+CLI::Option* addHostOptions(CLI::App& app, HostOptions& host, const char* documentHelp) {
+  CLI::Option* document = app.add_option("--document", host.document, documentHelp)->type_name("FILE");
+  addText(app, "--profile", host.profile, "FILE", "profile with the module's settings (JSON); none: the defaults");
+  addText(app, "--module", host.module, "FILE", "the registration module; none: the one installed with tiepoint");
+  return document;
+}
+
+void addFileOptions(CLI::App& app, FileOptions& files) {
+  app.add_option("files", files.files, "files of reference points, read by --layout")->type_name("FILE");
+  addText(app, "--layout", files.layout, "LAYOUT",
+          "columns of FILES: NXYZ (default), XYZ, XYZW or NXYZW; N name, W weight");
+  const auto add = [&](const char* name, std::vector<std::string>& paths, const char* help) {
+    app.add_option(name, paths, help)->type_name("FILE");
+  };
+  add("--nxyz", files.nxyz, "further files, name x y z");
+  add("--xyz", files.xyz, "further files, x y z: points without names");
+  add("--xyzw", files.xyzw, "further files, x y z weight");
+  add("--nxyzw", files.nxyzw, "further files, name x y z weight");
+}
+
+void addPrintOptions(CLI::App& app, bool& json, bool& quiet) {
+  app.add_flag("--json", json, "print one JSON object instead of text");
+  app.add_flag("--quiet", quiet, "no warnings; no summary either, unless --json asks for it");
+}
+
+void addRegister(CLI::App& app, RegisterOptions& options) {
+  addFileOptions(app, options.files);
+  addHostOptions(app, options.host, "the drawing; made when it is missing and files are named");
+  addRepeated(app, "--base", options.base, "GROUP", "put the result in this group's system");
+  addRepeated(app, "--exclude", options.exclude, "GROUP[:POINT]", "leave out a group or one of its points");
+  addRepeated(app, "--weight", options.weight, "GROUP:POINT=W", "weight of a point, 0 to 1; 0 leaves it out");
+  addText(app, "--weights", options.weightsFile, "FILE", "weights: a line \"GROUP POINT WEIGHT\" each, # comments");
+  addText(app, "--method", options.method, "METHOD", "pairwise, the only one so far");
+  app.add_option("--keep-cluster", options.keepCluster, "when the groups don't hang together, go on with this cluster")
+      ->type_name("NUMBER");
+  addRepeated(app, "--cloud", options.clouds, "NAME=FILE", "add a point cloud; it moves with the group of its name");
+  app.add_flag("--apply", options.apply, "move the drawing's clouds");
+  addText(app, "--moved", options.moved, "FOLDER", "with --apply: write moved copies of clouds in text form there");
+  addText(app, "--store", options.store, "NAME", "store the merged targets in the drawing as a group");
+  addText(app, "--common-points", options.commonPoints, "FILE", "write the merged targets: name x y z weight");
+  app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
+  addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm: residuals are printed in mm");
+  addPrintOptions(app, options.json, options.quiet);
+}
+
+void addImport(CLI::App& app, ImportOptions& options) {
+  addFileOptions(app, options.files);
+  addHostOptions(app, options.host, "the drawing; made when it is missing")->required();
+  addPrintOptions(app, options.json, options.quiet);
+}
+
+void addGroups(CLI::App& app, GroupsOptions& options) {
+  addHostOptions(app, options.host, "the drawing")->required();
+  app.add_flag("--points", options.points, "list the points too");
+  app.add_flag("--json", options.json, "print one JSON object instead of text");
+}
+
+void addClouds(CLI::App& app, CloudsOptions& options) {
+  addHostOptions(app, options.host, "the drawing; made when it is missing and clouds are added")->required();
+  addRepeated(app, "--add", options.add, "NAME=FILE", "add a point cloud");
+  addText(app, "--moved", options.moved, "FOLDER", "write moved copies of clouds in text form there");
+  app.add_flag("--force", options.force, "replace files that exist");
+  app.add_flag("--json", options.json, "print one JSON object instead of text");
+}
+
+/// The program's options and commands, and what was chosen.
+class CommandLine {
+ public:
+  CommandLine() : app(programHelp, "tiepoint") {
+    app.formatter(std::make_shared<HelpLayout>());
+    app.footer(exitStatusHelp);
+    app.set_version_flag("--version", "tiepoint " TIEPOINT_VERSION, "print the version");
+    app.set_help_flag("--help,-h", "print this help");
+    addRegister(add("register", registerHelp, [this] { return runRegister(registerOptions); }), registerOptions);
+    addImport(add("import", importHelp, [this] { return runImport(importOptions); }), importOptions);
+    addGroups(add("groups", groupsHelp, [this] { return runGroups(groupsOptions); }), groupsOptions);
+    cli::addClouds(add("clouds", cloudsHelp, [this] { return runClouds(cloudsOptions); }), cloudsOptions);
+    addHostOptions(add("rpc", rpcHelp, [this] { return runRpc(rpcOptions); }), rpcOptions,
+                   "opened before the first request; made when it is missing");
+  }
+
+  ExitStatus run(int argc, const char* const* argv) {
+    try {
+      app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+      writeOut(app.help());
+      return ExitStatus::done;
+    } catch (const CLI::CallForVersion&) {
+      writeOut(app.version() + "\n");
+      return ExitStatus::done;
+    } catch (const CLI::ExtrasError&) {
+      throw CommandError(ExitStatus::usage, explainUnknown() + seeHelp());
+    } catch (const CLI::ParseError& error) {
+      throw CommandError(ExitStatus::usage, error.what() + seeHelp());
+    }
+    if (!chosen) throw CommandError(ExitStatus::usage, "no command; see tiepoint --help");
+    return chosen();
+  }
+
+ private:
+  CLI::App& add(const char* name, const char* help, std::function<ExitStatus()> action) {
+    CLI::App* command = app.add_subcommand(name, help);
+    command->callback([this, action = std::move(action)] { chosen = action; });
+    return *command;
+  }
+
+  /// The command that the line names, if it got so far.
+  const CLI::App* namedCommand() const {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    return commands.empty() ? nullptr : commands.front();
+  }
+
+  std::string seeHelp() const {
+    const CLI::App* command = namedCommand();
+    return fmt::format("; see tiepoint {}--help", command ? command->get_name() + " " : "");
+  }
+
+  /// With the nearest name for what isn't known.
+  std::string explainUnknown() const {
+    const CLI::App* command = namedCommand();
+    const std::string given = app.remaining(true).front();
+    return given.rfind("-", 0) == 0 ? unknownOption(command ? *command : app, given) : unknownWord(command, given);
+  }
+
+  static std::string unknownOption(const CLI::App& command, const std::string& given) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+      if (!option->get_lnames().empty()) names.push_back("--" + option->get_lnames().front());
+    }
+    const std::string name = given.substr(0, given.find('='));
+    return fmt::format("there is no option {}{}", name, suggestion(name, names));
+  }
+
+  std::string unknownWord(const CLI::App* command, const std::string& given) const {
+    if (command) return fmt::format("\"{}\" isn't expected here", given);
+    std::vector<std::string> names;
+    for (const CLI::App* known : app.get_subcommands([](const CLI::App*) { return true; })) {
+      names.push_back(known->get_name());
+    }
+    return fmt::format("there is no command \"{}\"{}", given, suggestion(given, names));
+  }
+
+  CLI::App app;
+  std::function<ExitStatus()> chosen;
+  RegisterOptions registerOptions;
+  ImportOptions importOptions;
+  GroupsOptions groupsOptions;
+  CloudsOptions cloudsOptions;
+  HostOptions rpcOptions;
+};
+
+/// Codes of the drawing SDK that mean the drawing's file, as against its content.
+bool isFileError(OdResult code) {
+  switch (code) {
+    case eFileAccessErr:
+    case eNotADrawing:
+    case eNewerFormat:
+    case eFileSharingViolation:
+    case eWriteProtected:
+    case eDiskFull:
+      return true;
+    default:
+      return false;
+  }
+}
+
+ExitStatus fail(ExitStatus status, const std::string& message) {
+  sayError(message);
+  return status;
+}
+
+}  // namespace
+
+ExitStatus runCommandLine(int argc, const char* const* argv) {
+  outliveReaders();
+  try {
+    return CommandLine().run(argc, argv);
+  } catch (const CommandError& error) {
+    return fail(error.status(), error.what());
+  } catch (const EncodingError& error) {
+    return fail(ExitStatus::usage, std::string(error.what()) + "; names and paths are given as UTF-8");
+  } catch (const OdError& error) {
+    return fail(isFileError(error.code()) ? ExitStatus::file : ExitStatus::refused, error.what());
+  } catch (const ModuleError& error) {
+    return fail(ExitStatus::file, error.what());
+  } catch (const std::bad_alloc&) {
+    return fail(ExitStatus::refused, "there is not enough memory for this");
+  } catch (const std::exception& error) {
+    return fail(ExitStatus::refused, error.what());
+  }
+}
+
+}  // namespace tiepoint::workbench::cli

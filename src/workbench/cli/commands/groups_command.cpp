@@ -1,0 +1,88 @@
+#include "workbench/cli/commands/groups_command.h"
+
+#include <fmt/format.h>
+
+#include "records/ref_point.h"
+#include "workbench/cli/json_parts.h"
+#include "workbench/cli/output.h"
+#include "workbench/cli/plain_text.h"
+#include "workbench/cli/stored_groups.h"
+#include "workbench/host/text_encoding.h"
+
+namespace tiepoint::workbench::cli {
+
+namespace {
+
+using Groups = std::vector<StoredGroup>;
+
+std::size_t unnamedPoints(const StoredGroup& group) {
+  std::size_t count = 0;
+  for (const ZOR::_StoredPoint& point : group.points()) {
+    count += point.name == OdString(ZOR::reg::unidentifiedName) ? 1 : 0;
+  }
+  return count;
+}
+
+std::string pointLines(const StoredGroup& group) {
+  constexpr auto right = TextTable::Side::right;
+  TextTable table({TextTable::Side::left, right, right, right, right});
+  for (const ZOR::_StoredPoint& p : group.points()) {
+    table.add({"  " + printable(utf8FromWide(p.name.wideText())), fmt::format("{}", p.x), fmt::format("{}", p.y),
+               fmt::format("{}", p.z), fmt::format("{}", p.w)});
+  }
+  return table.text();
+}
+
+std::string groupsText(const Groups& groups, bool withPoints) {
+  if (groups.empty()) return "The drawing holds no reference points.\n";
+  constexpr auto right = TextTable::Side::right;
+  if (withPoints) {
+    std::string text;
+    for (const StoredGroup& group : groups) {
+      text += fmt::format("{} ({} points: name x y z weight)\n", printable(utf8FromWide(group.name)),
+                          group.points().size()) +
+              pointLines(group);
+    }
+    return text;
+  }
+  TextTable table({TextTable::Side::left, right, right});
+  table.add({"group", "points", "unnamed"});
+  for (const StoredGroup& group : groups) {
+    table.add({printable(utf8FromWide(group.name)), std::to_string(group.points().size()),
+               std::to_string(unnamedPoints(group))});
+  }
+  return table.text();
+}
+
+Json groupsJson(const Groups& groups, bool withPoints) {
+  Json all = Json::array();
+  for (const StoredGroup& group : groups) {
+    Json entry{{"name", utf8FromWide(group.name)},
+               {"pointCount", group.points().size()},
+               {"unnamedCount", unnamedPoints(group)}};
+    if (withPoints) {
+      entry["points"] = Json::array();
+      for (const ZOR::_StoredPoint& p : group.points()) {
+        entry["points"].push_back({{"name", utf8FromWide(p.name.wideText())},
+                                   {"x", jsonNumber(p.x)},
+                                   {"y", jsonNumber(p.y)},
+                                   {"z", jsonNumber(p.z)},
+                                   {"w", jsonNumber(p.w)}});
+      }
+    }
+    all.push_back(std::move(entry));
+  }
+  return {{"groups", std::move(all)}};
+}
+
+}  // namespace
+
+ExitStatus runGroups(const GroupsOptions& options) {
+  Workbench workbench({options.host.profile, options.host.module});
+  const OdDbDatabasePtr database = workbench.openDocument(options.host.document, false).database();
+  const Groups groups = storedGroups(*database);
+  writeOut(options.json ? jsonText(groupsJson(groups, options.points)) : groupsText(groups, options.points));
+  return ExitStatus::done;
+}
+
+}  // namespace tiepoint::workbench::cli

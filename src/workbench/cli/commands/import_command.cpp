@@ -1,0 +1,32 @@
+#include "workbench/cli/commands/import_command.h"
+
+#include <algorithm>
+
+#include "workbench/cli/import_text.h"
+#include "workbench/cli/json_parts.h"
+#include "workbench/cli/output.h"
+
+namespace tiepoint::workbench::cli {
+
+ExitStatus runImport(const ImportOptions& options) {
+  const std::vector<LayoutFiles> runs = importRuns(options.files);
+  if (runs.empty()) throw CommandError(ExitStatus::usage, "nothing to import; name files of reference points");
+  groupsOfFiles(runs);
+  Warnings warnings(options.quiet);
+  Workbench workbench({options.host.profile, options.host.module});
+  workbench.openDocument(options.host.document);
+  const Import import = importFiles(workbench, runs, warnings);
+
+  if (options.json) {
+    Json json = jsonImport(import);
+    json["warnings"] = warnings.all();
+    writeOut(jsonText(json));
+  } else if (!options.quiet) {
+    writeOut(importText(import));
+  }
+  const bool allStored =
+      std::all_of(import.files.begin(), import.files.end(), [](const ImportedFile& file) { return file.stored; });
+  return allStored ? ExitStatus::done : ExitStatus::refused;
+}
+
+}  // namespace tiepoint::workbench::cli

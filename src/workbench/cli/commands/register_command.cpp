@@ -1,0 +1,28 @@
+#include "workbench/cli/commands/register_command.h"
+
+#include "workbench/cli/length_format.h"
+#include "workbench/cli/output.h"
+#include "workbench/cli/road.h"
+#include "workbench/cli/summary_json.h"
+#include "workbench/cli/summary_text.h"
+
+namespace tiepoint::workbench::cli {
+
+ExitStatus runRegister(const RegisterOptions& options) {
+  const LengthFormat lengths(options.unit);
+  Warnings warnings(options.quiet);
+  Workbench workbench({options.host.profile, options.host.module});
+  const Road road = travel(workbench, options, warnings);
+
+  if (options.json) {
+    writeOut(summaryJson(road, warnings.all()));
+  } else if (!options.quiet) {
+    writeOut(summaryText(road, lengths));
+  }
+  if (road.outcome == Outcome::registered) return ExitStatus::done;
+  sayError(road.outcome == Outcome::baseLost ? "not registered: the base shares fewer than 3 points with the others"
+                                             : "not registered: the groups don't hang together");
+  return ExitStatus::refused;
+}
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,13 @@
+// tiepoint rpc
+#pragma once
+
+#include "workbench/cli/exit_status.h"
+#include "workbench/cli/options.h"
+
+namespace tiepoint::workbench::cli {
+
+/// Answers JSON-RPC requests, one a line, from standard input on standard output, until the end of
+/// the input.
+ExitStatus runRpc(const HostOptions& options);
+
+}  // namespace tiepoint::workbench::cli

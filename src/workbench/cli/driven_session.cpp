@@ -1,0 +1,100 @@
+#include "workbench/cli/driven_session.h"
+
+#include <unordered_map>
+
+#include "workbench/host/text_encoding.h"
+
+namespace tiepoint::workbench::cli {
+
+using namespace ZOR::reg;
+
+DrivenSession::DrivenSession(iMultiRegistrator& registrator_) : registrator(registrator_) {}
+
+bool DrivenSession::addAllGroups() {
+  std::map<GroupId, std::string> available;
+  if (!registrator.getAvailableGroups(available)) return false;
+  GroupIdSet wanted;
+  for (const auto& [id, name] : available) {
+    wanted.insert(id);
+    current.groups.push_back({id, utf8FromName(name), false});
+  }
+  std::list<RefPoint> added;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  if (!registrator.addGroups(wanted, added, inactiveGroups, inactivePoints)) return false;
+
+  std::list<NamedId> names;
+  registrator.getCommonPointNames(names);
+  std::unordered_map<CommonPointId, std::string> nameOf;
+  for (const NamedId& named : names) nameOf.emplace(named.id, utf8FromName(named.name));
+  for (const RefPoint& point : added) current.points.push_back({point, nameOf[point.commonId]});
+  takeInactive(inactivePoints);
+  return true;
+}
+
+void DrivenSession::setBase(const GroupIdSet& groups) {
+  GroupIdSet baseGroups, inactiveGroups;
+  RefPointIdSet basePoints, inactivePoints;
+  if (groups.empty()) return;
+  registrator.setBaseGroups(groups, baseGroups, basePoints, inactiveGroups, inactivePoints);
+  for (SessionGroup& group : current.groups) group.inBase = baseGroups.count(group.id) != 0;
+  for (SessionPoint& point : current.points) point.record.inBase = basePoints.count(point.record.id) != 0;
+  takeInactive(inactivePoints);
+}
+
+void DrivenSession::excludeGroups(const GroupIdSet& groups) {
+  GroupIdSet inactiveGroups;
+  RefPointIdSet excludedPoints, inactivePoints;
+  registrator.excludeGroups(groups, excludedPoints, inactiveGroups, inactivePoints);
+  takeExcluded(excludedPoints);
+  takeInactive(inactivePoints);
+}
+
+void DrivenSession::excludePoints(const RefPointIdSet& points) {
+  GroupIdSet excludedGroups, inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.excludePoints(points, excludedGroups, inactiveGroups, inactivePoints);
+  for (SessionPoint& point : current.points) {
+    if (points.count(point.record.id) != 0) point.record.included = false;
+  }
+  takeInactive(inactivePoints);
+}
+
+bool DrivenSession::setWeight(const RefPointIdSet& points, double weight) {
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  if (!registrator.setPointsWeight(points, weight, inactiveGroups, inactivePoints)) return false;
+  for (SessionPoint& point : current.points) {
+    if (points.count(point.record.id) != 0) point.record.weight = weight;
+  }
+  takeInactive(inactivePoints);
+  return true;
+}
+
+bool DrivenSession::registerPairwise() { return registrator.registerPairwise(current.discrepancies); }
+
+GroupClusters DrivenSession::clusters() {
+  GroupClusters all;
+  registrator.getGroupClusters(all);
+  return all;
+}
+
+void DrivenSession::keepCluster(std::uint64_t number) {
+  RefPointIdSet excludedPoints, inactivePoints;
+  GroupIdSet inactiveGroups;
+  // The session leaves the outputs alone when it doesn't know the number.
+  if (clusters().count(number) == 0) return;
+  registrator.keepGroupCluster(number, excludedPoints, inactiveGroups, inactivePoints);
+  takeExcluded(excludedPoints);
+  takeInactive(inactivePoints);
+}
+
+void DrivenSession::takeInactive(const RefPointIdSet& inactivePoints) {
+  for (SessionPoint& point : current.points) point.record.active = inactivePoints.count(point.record.id) == 0;
+}
+
+void DrivenSession::takeExcluded(const RefPointIdSet& excludedPoints) {
+  for (SessionPoint& point : current.points) point.record.included = excludedPoints.count(point.record.id) == 0;
+}
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,40 @@
+// A registration session, driven as a dialog drives it.
+#pragma once
+
+#include "session/i_multi_registrator.h"
+#include "workbench/cli/session_state.h"
+
+namespace tiepoint::workbench::cli {
+
+/// Calls the operations of one session and keeps its answers.
+class DrivenSession {
+ public:
+  explicit DrivenSession(ZOR::reg::iMultiRegistrator& registrator);
+
+  /// Puts all groups of the active drawing in. False when it holds none.
+  bool addAllGroups();
+  void setBase(const ZOR::reg::GroupIdSet& groups);
+  void excludeGroups(const ZOR::reg::GroupIdSet& groups);
+  void excludePoints(const ZOR::reg::RefPointIdSet& points);
+  /// False for a weight outside 0 to 1.
+  bool setWeight(const ZOR::reg::RefPointIdSet& points, double weight);
+
+  /// False when the groups don't hang together; `clusters` then tells which do.
+  bool registerPairwise();
+  ZOR::reg::GroupClusters clusters();
+  /// Excludes the groups of all other clusters. The clusters are forgotten by the next solve.
+  void keepCluster(std::uint64_t number);
+  void clearResults() { registrator.clearResults(); }
+
+  ZOR::reg::iMultiRegistrator& operations() { return registrator; }
+  const SessionState& state() const { return current; }
+
+ private:
+  void takeInactive(const ZOR::reg::RefPointIdSet& inactivePoints);
+  void takeExcluded(const ZOR::reg::RefPointIdSet& excludedPoints);
+
+  ZOR::reg::iMultiRegistrator& registrator;
+  SessionState current;
+};
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,71 @@
+// What --help says beside the options.
+#pragma once
+
+namespace tiepoint::workbench::cli {
+
+inline constexpr const char* programHelp =
+    R"(Registers point clouds to one another by reference points.
+
+Examples:
+  tiepoint register --base S1 S1.txt S2.txt S3.txt
+  tiepoint import --document hall.tiepoint S1.txt S2.txt
+  tiepoint register --document hall.tiepoint --base S1 --apply --cloud S2=S2.xyz
+  tiepoint register --help
+)";
+
+inline constexpr const char* registerHelp =
+    R"(Registers groups of reference points, one file a station, and tells how well they fit.
+
+Examples:
+  tiepoint register --base reference reference.txt station2.txt
+  tiepoint register --unit m --base S1 S1.txt S2.txt --nxyzw S3.txt S4.txt
+  tiepoint register --base S1 --exclude S4:T13 --weight S2:T07=0.5 S1.txt S2.txt S4.txt
+  tiepoint register --document hall.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
+  tiepoint register --json --quiet S1.txt S2.txt > result.json
+
+A file gives the group of its name without the ending. Without --document the drawing lives in
+memory; with it, all that the drawing holds takes part, and files are taken in first. A survey that
+can't be registered changes no cloud and writes no file.
+)";
+
+inline constexpr const char* importHelp =
+    R"(Takes files of reference points into a drawing, one group a file.
+
+Examples:
+  tiepoint import --document hall.tiepoint S1.txt S2.txt
+  tiepoint import --document hall.tiepoint S1.txt --nxyzw S3.txt S4.txt
+)";
+
+inline constexpr const char* groupsHelp =
+    R"(Lists the groups of reference points that a drawing holds.
+
+Examples:
+  tiepoint groups --document hall.tiepoint
+  tiepoint groups --document hall.tiepoint --points --json
+)";
+
+inline constexpr const char* cloudsHelp =
+    R"(Lists the point clouds of a drawing with their gathered transformations, row after row.
+
+Examples:
+  tiepoint clouds --document hall.tiepoint
+  tiepoint clouds --document hall.tiepoint --add S2=S2.xyz
+  tiepoint clouds --document hall.tiepoint --moved out
+)";
+
+inline constexpr const char* rpcHelp =
+    R"(Answers JSON-RPC 2.0 requests, one a line, from standard input on standard output.
+
+Examples:
+  tiepoint rpc --document hall.tiepoint
+  echo '{"jsonrpc":"2.0","id":1,"method":"host.info"}' | tiepoint rpc
+)";
+
+inline constexpr const char* exitStatusHelp =
+    R"(Exit status:
+  0  done
+  1  refused: the groups don't hang together, the drawing has the group or cloud already
+  2  usage: an option, a group, a point or a weight that there isn't
+  3  a file or a drawing that is missing, unreadable, empty, locked, not one, or can't be written)";
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,35 @@
+#include "workbench/cli/import_text.h"
+
+#include <fmt/format.h>
+
+#include "workbench/cli/layouts.h"
+#include "workbench/cli/plain_text.h"
+
+namespace tiepoint::workbench::cli {
+
+namespace {
+
+std::string noteOf(const ImportedFile& file) {
+  if (!file.stored) return "not taken in: the drawing has this group already";
+  if (file.stop) return fmt::format("stopped at line {}, which {}", file.stop->line, file.stop->complaint);
+  return "";
+}
+
+}  // namespace
+
+std::string importText(const Import& import) {
+  if (import.files.empty()) return "";
+  constexpr auto left = TextTable::Side::left;
+  constexpr auto right = TextTable::Side::right;
+  TextTable table({left, left, right, right, left, left});
+  table.add({"file", "layout", "lines", "points", "group", ""});
+  for (const ImportedFile& file : import.files) {
+    table.add({printable(file.path), layoutInfo(file.layout).name, std::to_string(file.lines),
+               std::to_string(file.points), printable(file.group), noteOf(file)});
+  }
+  std::string text = "Reference points\n" + table.text();
+  for (const std::string& message : import.messages) text += "  " + printable(message) + "\n";
+  return text;
+}
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,13 @@
+// An import, for people.
+#pragma once
+
+#include <string>
+
+#include "workbench/cli/import_files.h"
+
+namespace tiepoint::workbench::cli {
+
+/// The files with what was read of each, and what the import command said; empty without files.
+std::string importText(const Import& import);
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,31 @@
+// How lengths are printed.
+#pragma once
+
+#include <string>
+
+namespace tiepoint::workbench::cli {
+
+/// Lengths are in drawing units, whatever those are. Told what they are, residuals are printed in
+/// millimetres.
+class LengthFormat {
+ public:
+  /// "" (unknown), "m" or "mm". Throws CommandError(usage) for anything else.
+  explicit LengthFormat(const std::string& unit);
+
+  /// A coordinate or a shift: 6 decimals, 3 in millimetres.
+  std::string position(double length) const;
+  /// A discrepancy: 6 decimals of an unknown unit, or millimetres with 3.
+  std::string residual(double length) const;
+  /// The unit of positions and of residuals, such as "drawing units".
+  const char* positionUnit() const { return positions; }
+  const char* residualUnit() const { return residuals; }
+
+ private:
+  const char* positions = "drawing units";
+  const char* residuals = "drawing units";
+  int positionDecimals = 6;
+  int residualDecimals = 6;
+  double residualFactor = 1.0;
+};
+
+}  // namespace tiepoint::workbench::cli

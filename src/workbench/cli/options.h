@@ -1,0 +1,85 @@
+// What the user asks for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/cli/import_files.h"
+
+namespace tiepoint::workbench::cli {
+
+/// Every command. Paths are UTF-8; an empty one isn't given.
+struct HostOptions {
+  std::string document;
+  std::string profile;
+  std::string module;
+};
+
+/// Files, and by which layout they are read.
+struct FileOptions {
+  /// Those without an option of their own, read by `layout`.
+  std::vector<std::string> files;
+  std::string layout = "NXYZ";
+  std::vector<std::string> nxyz;
+  std::vector<std::string> xyz;
+  std::vector<std::string> xyzw;
+  std::vector<std::string> nxyzw;
+};
+
+/// `NAME=FILE`.
+struct CloudOption {
+  std::string name;
+  std::string file;
+};
+
+struct RegisterOptions {
+  HostOptions host;
+  FileOptions files;
+  std::vector<std::string> base;
+  std::vector<std::string> exclude;
+  std::vector<std::string> weight;
+  std::string weightsFile;
+  std::string method = "pairwise";
+  std::optional<std::uint64_t> keepCluster;
+  std::vector<std::string> clouds;
+  bool apply = false;
+  std::string moved;
+  std::string store;
+  std::string commonPoints;
+  bool force = false;
+  std::string unit;
+  bool json = false;
+  bool quiet = false;
+};
+
+struct ImportOptions {
+  HostOptions host;
+  FileOptions files;
+  bool json = false;
+  bool quiet = false;
+};
+
+struct GroupsOptions {
+  HostOptions host;
+  bool points = false;
+  bool json = false;
+};
+
+struct CloudsOptions {
+  HostOptions host;
+  std::vector<std::string> add;
+  std::string moved;
+  bool force = false;
+  bool json = false;
+};
+
+/// One run of the import command for each layout that has files: the plain files first, then those
+/// of the options in the order NXYZ, XYZ, XYZW, NXYZW. Throws CommandError(usage).
+std::vector<LayoutFiles> importRuns(const FileOptions& options);
+
+/// Throws CommandError(usage) when it isn't NAME=FILE.
+CloudOption parseCloudOption(const std::string& text, const std::string& option);
+
+}  // namespace tiepoint::workbench::cli

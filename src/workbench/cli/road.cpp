@@ -1,0 +1,231 @@
+#include "workbench/cli/road.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "workbench/cli/exit_status.h"
+#include "workbench/cli/file_survey.h"
+#include "workbench/cli/geometry_warnings.h"
+#include "workbench/cli/plain_text.h"
+#include "workbench/cli/point_choice.h"
+#include "workbench/cli/rigid_motion.h"
+#include "workbench/cli/road_checks.h"
+#include "workbench/host/text_encoding.h"
+
+namespace tiepoint::workbench::cli {
+
+using namespace ZOR::reg;
+
+namespace {
+
+GroupIdSet activeGroups(const SessionState& state) {
+  GroupIdSet groups;
+  for (const SessionPoint& point : state.points) {
+    if (point.record.active) groups.insert(point.record.groupId);
+  }
+  return groups;
+}
+
+bool isActiveBase(const SessionPoint& point) { return point.record.active && point.record.inBase; }
+bool isActiveOther(const SessionPoint& point) { return point.record.active && !point.record.inBase; }
+
+template <class Test>
+bool anyPoint(const SessionState& state, Test test) {
+  return std::any_of(state.points.begin(), state.points.end(), test);
+}
+
+/// Base, exclusions and weights, in that order.
+void applyChoices(DrivenSession& session, const RegisterOptions& options) {
+  const SessionState& state = session.state();
+  GroupIdSet base;
+  for (const std::string& name : options.base) base.insert(chosenGroup(state, name, "--base"));
+  session.setBase(base);
+
+  for (const std::string& text : options.exclude) {
+    const PointChoice choice = chosenPoints(state, text, "--exclude");
+    if (choice.wholeGroup) {
+      session.excludeGroups({choice.group});
+    } else {
+      session.excludePoints(choice.points);
+    }
+  }
+  std::vector<WeightChoice> weights;
+  if (!options.weightsFile.empty()) weights = readWeightsFile(options.weightsFile);
+  for (const std::string& text : options.weight) weights.push_back(parseWeightOption(text));
+  for (const WeightChoice& choice : weights) {
+    session.setWeight(chosenPoints(state, choice.point, "weight").points, choice.weight);
+  }
+}
+
+/// Groups outside every cluster stay in the session when one cluster is kept; they would keep it
+/// from being solved.
+void keepCluster(DrivenSession& session, std::uint64_t number, Warnings& warnings) {
+  const GroupClusters clusters = session.clusters();
+  const auto kept = clusters.find(number);
+  if (kept == clusters.end()) {
+    throw CommandError(ExitStatus::usage, clusters.empty()
+                                              ? fmt::format("--keep-cluster {}: no groups hang together", number)
+                                              : fmt::format("--keep-cluster {}: the clusters are 0 to {}", number,
+                                                            clusters.rbegin()->first));
+  }
+  session.keepCluster(number);
+  GroupIdSet others;
+  for (const GroupId group : activeGroups(session.state())) {
+    if (kept->second.count(group) == 0 && !session.state().group(group).inBase) others.insert(group);
+  }
+  if (!others.empty()) session.excludeGroups(others);
+
+  std::vector<std::string> left;
+  for (const SessionGroup& group : session.state().groups) {
+    if (activeGroups(session.state()).count(group.id) == 0) left.push_back(group.name);
+  }
+  warnings.add(fmt::format("cluster {} is kept; left out: {}", number, joined(left)));
+}
+
+bool baseIsLost(const SessionState& state, const RegisterOptions& options) {
+  return !options.base.empty() && anyPoint(state, isActiveOther) && !anyPoint(state, isActiveBase);
+}
+
+Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
+  if (baseIsLost(session.state(), options)) return Outcome::baseLost;
+  if (session.registerPairwise()) return Outcome::registered;
+  if (!options.keepCluster) return Outcome::notLinked;
+  keepCluster(session, *options.keepCluster, warnings);
+  road.keptCluster = options.keepCluster;
+  session.clearResults();
+  if (baseIsLost(session.state(), options)) return Outcome::baseLost;
+  return session.registerPairwise() ? Outcome::registered : Outcome::notLinked;
+}
+
+/// A registered survey from which stations are missing looks complete; so it is said.
+void warnOfLeftOut(const SessionState& state, Warnings& warnings) {
+  const GroupIdSet active = activeGroups(state);
+  for (const SessionGroup& group : state.groups) {
+    const bool included = anyPoint(
+        state, [&](const SessionPoint& point) { return point.record.groupId == group.id && point.record.included; });
+    if (!included || active.count(group.id) != 0) continue;
+    warnings.add(fmt::format("{} {}; see the points that are out", group.name,
+                             group.inBase ? "takes no part as a base" : "isn't registered"));
+  }
+}
+
+void requireRigid(const SessionState& state, const SolvedTransforms& solved) {
+  for (const auto& [group, motion] : solved.toCommon) {
+    if (isRigid(motion)) continue;
+    throw CommandError(ExitStatus::refused, fmt::format("the transformation of {} is no rigid motion; are its "
+                                                        "coordinates far too large?",
+                                                        state.group(group).name));
+  }
+}
+
+void describe(Workbench& workbench, DrivenSession& session, Road& road) {
+  std::vector<GroupId> groups;
+  for (const SessionGroup& group : session.state().groups) groups.push_back(group.id);
+  SolvedTransforms solved = solvedTransforms(workbench, session.operations(), groups);
+  requireRigid(session.state(), solved);
+  road.results = describeResults(session.state(), solved);
+  road.targets = std::move(solved.targets);
+}
+
+void writeCommonPoints(DrivenSession& session, const CommonPointsTarget& target, Road& road) {
+  const bool written = session.operations().saveCommonPointsFile(target.name, target.folder);
+  if (!written || surveyFile(target.path).lines != road.targets.size()) {
+    throw CommandError(ExitStatus::file, fmt::format("{}: the common points can't be written{}", target.path,
+                                                     written ? " to their end; is the disk full?" : ""));
+  }
+  road.commonPointsFile = target.path;
+}
+
+void storeTargets(DrivenSession& session, const std::string& name, Road& road) {
+  if (!session.operations().storeCommonPoints(nameFromUtf8(name))) {
+    throw CommandError(ExitStatus::refused,
+                       fmt::format("--store {}: the drawing has a group of this name already, or no group may be "
+                                   "called so (none of <>/\\*|?:\". and no device's name)",
+                                   name));
+  }
+  road.storedGroup = name;
+}
+
+/// What the user wants from the results: all of it reaches the drawing, or nothing.
+class Delivery {
+ public:
+  explicit Delivery(const RegisterOptions& options_)
+      : options(options_), clouds(cloudsToAdd(options_.clouds, "--cloud")) {
+    if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options.commonPoints, options.force);
+    if (!options.moved.empty() && !options.apply) {
+      throw CommandError(ExitStatus::usage, "--moved writes moved clouds, so it needs --apply");
+    }
+  }
+
+  void deliver(Workbench& workbench, DrivenSession& session, Road& road) const {
+    const auto action = [&] { carryOut(workbench, session, road); };
+    if (clouds.empty() && !options.apply && options.store.empty()) {
+      action();
+    } else {
+      workbench.inTransaction(action);
+    }
+  }
+
+ private:
+  void carryOut(Workbench& workbench, DrivenSession& session, Road& road) const {
+    const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
+    addClouds(*database, clouds);
+    road.clouds = foreseenMoves(*database, session.state(), road.results);
+    if (options.apply) applyMoves(*database, session.operations(), road.clouds, options.force);
+    for (CloudReport& cloud : road.clouds) {
+      if (!options.apply) cloud.move = CloudMove::notAsked;
+    }
+    if (!options.store.empty()) storeTargets(session, options.store, road);
+    if (commonPoints) writeCommonPoints(session, *commonPoints, road);
+    if (!options.moved.empty()) writeCopies(road.clouds, options.moved, options.force);
+  }
+
+  const RegisterOptions& options;
+  std::vector<CloudOption> clouds;
+  std::optional<CommonPointsTarget> commonPoints;
+};
+
+void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOptions& options, const Delivery& delivery,
+                Road& road, Warnings& warnings) {
+  if (!session.addAllGroups()) {
+    throw CommandError(ExitStatus::refused, "the drawing holds no reference points; name files to take in");
+  }
+  applyChoices(session, options);
+  requireFiniteCoordinates(session.state());
+  road.outcome = solve(session, options, road, warnings);
+  road.state = session.state();
+  road.reasons = reasonsOut(road.state);
+  road.usesBase = anyPoint(road.state, isActiveBase);
+  if (road.outcome != Outcome::registered) {
+    road.links = describeLinks(road.state, session.clusters());
+    return;
+  }
+  warnOfLeftOut(road.state, warnings);
+  warnOfGeometry(road.state, warnings);
+  describe(workbench, session, road);
+  delivery.deliver(workbench, session, road);
+}
+
+}  // namespace
+
+Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warnings) {
+  if (options.method != "pairwise") {
+    throw CommandError(ExitStatus::usage,
+                       fmt::format("--method {}: no such method; there is: pairwise", options.method));
+  }
+  const std::vector<LayoutFiles> runs = importRuns(options.files);
+  const Delivery delivery(options);
+  openDrawing(workbench, options.host.document, !runs.empty());
+  checkGroupNames(workbench, options, runs);
+
+  Road road;
+  road.document = options.host.document;
+  road.import = importFiles(workbench, runs, warnings);
+  const SessionPtr registrator = workbench.newSession();
+  DrivenSession session(*registrator);
+  travelWith(workbench, session, options, delivery, road, warnings);
+  return road;
+}
+
+}  // namespace tiepoint::workbench::cli

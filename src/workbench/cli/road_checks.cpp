@@ -1,0 +1,87 @@
+#include "workbench/cli/road_checks.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <boost/filesystem.hpp>
+#include <boost/filesystem/path.hpp>
+
+#include "workbench/cli/exit_status.h"
+#include "workbench/cli/session_state.h"
+#include "workbench/cli/stored_groups.h"
+#include "workbench/cli/suggestion.h"
+#include "workbench/host/text_encoding.h"
+
+namespace tiepoint::workbench::cli {
+
+namespace fs = boost::filesystem;
+
+namespace {
+
+constexpr const char* ending = ".txt";
+
+std::string withoutEnding(const std::string& name) {
+  const std::size_t length = name.size();
+  return length > 4 && name.compare(length - 4, 4, ending) == 0 ? name.substr(0, length - 4) : name;
+}
+
+/// The names by which the session will know the groups.
+std::vector<std::string> groupsToCome(Workbench& workbench, const std::vector<LayoutFiles>& runs) {
+  std::vector<std::string> names = groupsOfFiles(runs);
+  const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
+  for (const StoredGroup& group : storedGroups(*database)) names.push_back(utf8FromWide(group.name));
+  for (std::string& name : names) name = sessionName(name);
+  return names;
+}
+
+}  // namespace
+
+CommonPointsTarget commonPointsTarget(const std::string& file, bool force) {
+  const fs::path path(wideFromUtf8(file));
+  CommonPointsTarget target;
+  target.folder = path.has_parent_path() ? path.parent_path().string() : ".";
+  const std::string name = withoutEnding(path.filename().string());
+  target.path = ((path.has_parent_path() ? path.parent_path() : fs::path()) / (name + ending)).string();
+  target.name = nameFromUtf8(name);
+  if (!fs::windows_name(target.name)) {
+    throw CommandError(ExitStatus::usage, fmt::format("--common-points {}: \"{}\" isn't a file name that every system "
+                                                      "takes",
+                                                      file, name));
+  }
+  boost::system::error_code error;
+  if (!fs::is_directory(fs::path(wideFromUtf8(target.folder)), error)) {
+    throw CommandError(ExitStatus::file,
+                       fmt::format("--common-points {}: there is no folder {}; make it first", file, target.folder));
+  }
+  if (!force && fs::exists(fs::path(wideFromUtf8(target.path)), error)) {
+    throw CommandError(ExitStatus::file,
+                       fmt::format("--common-points {}: {} exists; --force replaces it", file, target.path));
+  }
+  return target;
+}
+
+void openDrawing(Workbench& workbench, const std::string& document, bool hasFiles) {
+  if (!document.empty()) {
+    wideFromUtf8(document);
+    workbench.openDocument(document, hasFiles);
+  } else if (hasFiles) {
+    workbench.openTemporaryDocument();
+  } else {
+    throw CommandError(ExitStatus::usage,
+                       "nothing to register; name files of reference points, or a drawing with "
+                       "--document FILE");
+  }
+}
+
+void checkGroupNames(Workbench& workbench, const RegisterOptions& options, const std::vector<LayoutFiles>& runs) {
+  const std::vector<std::string> names = groupsToCome(workbench, runs);
+  const auto check = [&](const std::string& wanted, const std::string& option) {
+    if (std::find(names.begin(), names.end(), sessionName(wanted)) != names.end()) return;
+    throw CommandError(ExitStatus::usage, fmt::format("{}: there is no group \"{}\"{}", option, wanted,
+                                                      suggestion(sessionName(wanted), names)));
+  };
+  for (const std::string& base : options.base) check(base, "--base " + base);
+  for (const std::string& cloud : options.clouds) check(parseCloudOption(cloud, "--cloud").name, "--cloud " + cloud);
+}
+
+}  // namespace tiepoint::workbench::cli

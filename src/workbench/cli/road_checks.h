@@ -1,0 +1,32 @@
+// What can be known to go wrong before anything is read or changed.
+#pragma once
+
+#include <string>
+
+#include "workbench/cli/options.h"
+#include "workbench/host/workbench.h"
+
+namespace tiepoint::workbench::cli {
+
+/// Where the common points go. The module adds ".txt" to the name itself.
+struct CommonPointsTarget {
+  /// UTF-8, never empty.
+  std::string folder;
+  /// Narrow, without the ending.
+  std::string name;
+  /// The whole path, UTF-8.
+  std::string path;
+};
+
+/// Throws CommandError: (usage) for a name that the module doesn't take, (file) for a folder that
+/// isn't there or a file that would be overwritten unless `force`.
+CommonPointsTarget commonPointsTarget(const std::string& file, bool force);
+
+/// Opens the drawing that is asked for; one in memory when none is. A drawing without files to
+/// import must exist. Throws CommandError(usage) when there is neither.
+void openDrawing(Workbench& workbench, const std::string& document, bool hasFiles);
+
+/// Refuses (usage) groups that neither the drawing nor the files hold, before the files go in.
+void checkGroupNames(Workbench& workbench, const RegisterOptions& options, const std::vector<LayoutFiles>& runs);
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,26 @@
+// A drawing in memory beside the active one.
+#pragma once
+
+#include "workbench/host/workbench.h"
+
+namespace tiepoint::workbench::cli {
+
+/// While it stands, an empty drawing in memory is the active one; afterwards the former is again.
+class ScratchDocument {
+ public:
+  explicit ScratchDocument(Workbench& workbench);
+  ~ScratchDocument();
+  ScratchDocument(const ScratchDocument&) = delete;
+  ScratchDocument& operator=(const ScratchDocument&) = delete;
+
+  OdDbDatabasePtr database() const;
+  /// Makes the former drawing the active one already; the scratch drawing still stands.
+  void giveBack() const;
+
+ private:
+  Workbench& workbench;
+  int former;
+  int own;
+};
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,26 @@
+// The point clouds of a drawing: their names, files and gathered transformations.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/sdk/od_db_database.h"
+#include "platform/sdk/od_ge_matrix3d.h"
+
+namespace tiepoint::workbench {
+
+struct DrawingCloud {
+  std::wstring name;
+  /// The cloud's file; empty when there is none.
+  std::wstring source;
+  /// From the file's coordinates to the drawing's.
+  OdGeMatrix3d matrix;
+};
+
+/// In the order of entry.
+std::vector<DrawingCloud> cloudsOf(const OdDbDatabase& database);
+
+/// Adds an unmoved cloud; false when the name is taken. To be called inside a transaction.
+bool addCloud(OdDbDatabase& database, const std::wstring& name, const std::wstring& source);
+
+}  // namespace tiepoint::workbench
