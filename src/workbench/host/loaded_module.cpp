@@ -2,6 +2,7 @@
 
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
+#include <cstdint>
 #include <map>
 #include <new>
 #include <vector>
@@ -25,10 +26,11 @@ constexpr const char* moduleFile = "TSL_Registration.so";
 #ifdef _MSC_VER
 constexpr const char* sessionExport = "?GetMultiRegistrator@reg@ZOR@@YAPEAViMultiRegistrator@12@XZ";
 #else
-constexpr const char* sessionExport = "_ZN3ZOR3reg20GetMultiRegistratorEv";
+constexpr const char* sessionExport = "_ZN3ZOR3reg19GetMultiRegistratorEv";
 #endif
 
-using GetApiVersionFunction = void (*)(int* major, int* minor, int* majorBuild, int* minorBuild);
+using GetApiVersionFunction = void (*)(std::int32_t& major, std::int32_t& minor, std::int32_t& majorBuild,
+                                       std::int32_t& minorBuild);
 using CreateModuleObjectFunction = OdRxModule* (*)(OdModuleHandle* handle);
 using ZOR::reg::GetMultiRegistratorFunction;
 
@@ -83,7 +85,7 @@ class LoadedModule::Library {
 
   std::string path;
   os::ModuleHandle handle = nullptr;
-  std::array<int, 4> version{};
+  std::array<std::int32_t, 4> version{};
   CreateModuleObjectFunction createModuleObject = nullptr;
   GetMultiRegistratorFunction getMultiRegistrator = nullptr;
 
@@ -99,7 +101,7 @@ class LoadedModule::Library {
     const auto getApiVersion = required<GetApiVersionFunction>("odrxGetAPIVersion");
     createModuleObject = required<CreateModuleObjectFunction>("odrxCreateModuleObject");
     getMultiRegistrator = required<GetMultiRegistratorFunction>(sessionExport);
-    getApiVersion(&version[0], &version[1], &version[2], &version[3]);
+    getApiVersion(version[0], version[1], version[2], version[3]);
     if (version != neededApiVersion) {
       throw refusal(path, "it is made for version " + versionText(version) + " of the drawing SDK; " +
                               versionText(neededApiVersion) + " is needed");

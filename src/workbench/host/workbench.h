@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "platform/host/application.h"
+#include "platform/host/file_dialog.h"
+#include "platform/host/message_line.h"
 #include "session/i_multi_registrator.h"
 #include "workbench/host/command_registry.h"
 #include "workbench/host/document_manager.h"

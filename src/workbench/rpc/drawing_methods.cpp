@@ -95,7 +95,8 @@ void forEachEntry(const OdDbObjectId& dictionaryId, Use use) {
 
 /// Enters a new object; false when the name is taken. `fill(object)` comes when it is in.
 template <class T, class Fill>
-bool enter(const OdDbObjectId& dictionaryId, const OdString& name, Fill fill) {
+bool enter(const OdDbDatabase& database, const OdDbObjectId& dictionaryId, const OdString& name, Fill fill) {
+  if (dictionaryId.isNull()) throw OdError(database.isReadOnly() ? eWriteProtected : eNullObjectId);
   const OdDbDictionaryPtr dictionary = dictionaryId.safeOpenObject(OdDb::kForWrite);
   if (!dictionary->getAt(name).isNull()) return false;
   const OdSmartPtr<T> object = T::desc()->create();
@@ -126,7 +127,7 @@ OrderedJson storeGroup(RpcContext& context, const Parameters& parameters) {
   bool stored = false;
   context.workbench.inTransaction([&] {
     stored = enter<RegistrationObjectPointsRepository>(
-        RegistrationObjectPointsRepository::createRegistrationPointsDictionary(*database), name,
+        *database, RegistrationObjectPointsRepository::createRegistrationPointsDictionary(*database), name,
         [&](RegistrationObjectPointsRepository& repository) { repository.setData(points); });
   });
   return resultOf(stored);
@@ -162,11 +163,12 @@ OrderedJson addCloud(RpcContext& context, const Parameters& parameters) {
   const OdString source = parameters.has("source") ? parameters.read("source", wideTextFromJson) : std::wstring();
   bool added = false;
   context.workbench.inTransaction([&] {
-    added = enter<hostDbPointCloudDefinition>(hostDbPointCloudDefinition::createPointCloudDictionary(*database), name,
-                                              [&](hostDbPointCloudDefinition& cloud) {
-                                                cloud.setName(name);
-                                                cloud.setSource(source);
-                                              });
+    added =
+        enter<hostDbPointCloudDefinition>(*database, hostDbPointCloudDefinition::createPointCloudDictionary(*database),
+                                          name, [&](hostDbPointCloudDefinition& cloud) {
+                                            cloud.setName(name);
+                                            cloud.setSource(source);
+                                          });
   });
   return resultOf(added);
 }
