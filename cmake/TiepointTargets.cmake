@@ -32,3 +32,16 @@ function(tiepoint_test name)
   tiepoint_set_warnings(${name})
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
+
+# tiepoint_bench(name SOURCES ... [LIBRARIES ...])
+#
+# A program of Google Benchmark; scripts/bench finds it by the ending _bench of its name. It may
+# include the plain ways that the tests hold the code against, as baselines.
+function(tiepoint_bench name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE
+    ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/bench)
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} benchmark::benchmark_main)
+  tiepoint_set_warnings(${name})
+endfunction()
