@@ -38,6 +38,7 @@ void Drawing::File::open(const std::string& fileName, bool createWhenMissing) {
 /// Whoever still holds the database finds it as it was last kept, and for reading only.
 Drawing::File::~File() {
   if (database->hasActiveTransaction()) database->abortTransaction();
+  if (store) store->settle(*database);
   database->setStore(nullptr);
   database->setReadOnly(true);
 }

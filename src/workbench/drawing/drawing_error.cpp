@@ -46,6 +46,11 @@ OdError damagedDrawing(const std::string& path, const std::string& what) {
   return {eNotADrawing, named(path) + "is damaged: " + what + "; take it from a backup"};
 }
 
+OdError doubtfulDrawing(OdResult code, const std::string& path) {
+  return {code, named(path) + "can't be read back after a failure of its disk: make room or mend it, then store or " +
+                    "close the drawing, which takes the failed change back"};
+}
+
 OdError notADrawing(const std::string& path) {
   return {eNotADrawing, "The file '" + path + "' isn't a drawing: choose another file"};
 }

@@ -14,6 +14,9 @@ OdError drawingError(int sqliteCode, const std::string& path);
 /// The file is a drawing whose content can't be: eNotADrawing. `what` completes "is damaged: ".
 OdError damagedDrawing(const std::string& path, const std::string& what);
 
+/// Whether a change that failed with `code` stands in the file can't be told now.
+OdError doubtfulDrawing(OdResult code, const std::string& path);
+
 OdError notADrawing(const std::string& path);
 OdError newerDrawing(const std::string& path, long long version, long long knownVersion);
 

@@ -51,24 +51,11 @@ void requireDrawing(const SqliteConnection& connection, bool createWhenMissing) 
 /// The lock that the connection takes with its next transaction stays until it is closed.
 void keepLocks(SqliteConnection& connection) { connection.execute("PRAGMA locking_mode = EXCLUSIVE"); }
 
-/// Called with the file locked, so that it is nobody else's file that is taken away.
-void create(SqliteConnection& connection, bool wasThere) {
-  try {
-    createDrawingSchema(connection);
-    connection.execute("COMMIT");
-  } catch (...) {
-    connection.rollback();
-    std::error_code ignored;
-    if (!wasThere) fs::remove(fs::u8path(connection.path()), ignored);
-    throw;
-  }
-}
-
-/// A change that changes nothing shows whether the journal can be made, without which no change is
+/// A change that is taken back shows whether the journal can be made, without which no change is
 /// safe. What may pass (a full disk, a failure of it) isn't told here: reading goes on without.
 bool journalCanBeMade(SqliteConnection& connection) {
   const int result =
-      sqlite3_exec(connection.handle(), "UPDATE revision SET number = number", nullptr, nullptr, nullptr);
+      sqlite3_exec(connection.handle(), "UPDATE revision SET number = number + 1", nullptr, nullptr, nullptr);
   if (result == SQLITE_READONLY_DIRECTORY) return false;
   const int primaryCode = result & 0xff;
   const bool mayPass = primaryCode == SQLITE_FULL || primaryCode == SQLITE_IOERR || primaryCode == SQLITE_CANTOPEN;
@@ -77,13 +64,14 @@ bool journalCanBeMade(SqliteConnection& connection) {
 }
 
 /// False when the folder can't be written, and so the file can only be read.
-bool lockForWriting(SqliteConnection& connection, bool createWhenMissing, bool wasThere) {
+bool lockForWriting(SqliteConnection& connection, bool createWhenMissing) {
   keepLocks(connection);
   connection.execute("PRAGMA synchronous = FULL");
   connection.execute("BEGIN EXCLUSIVE");
   if (connection.fileSize() == 0) {
     requireDrawing(connection, createWhenMissing);
-    create(connection, wasThere);
+    createDrawingSchema(connection);
+    connection.execute("COMMIT");
     return true;
   }
   requireKnownSchema(connection);
@@ -98,19 +86,38 @@ void lockForReading(SqliteConnection& connection) {
   requireKnownSchema(connection);
 }
 
+/// Takes the empty file away that a failed creation leaves. Called with the file locked, so that it
+/// is nobody else's.
+void removeIfNewAndEmpty(const std::string& path, bool wasThere) {
+  std::error_code failure;
+  const bool isEmpty = fs::file_size(fs::u8path(path), failure) == 0 && !failure;
+  if (!wasThere && isEmpty) fs::remove(fs::u8path(path), failure);
+}
+
+/// Null when the file can only be read.
+std::unique_ptr<SqliteConnection> openForWriting(const std::string& path, bool createWhenMissing, bool wasThere) {
+  auto connection = std::make_unique<SqliteConnection>(path, createWhenMissing ? Access::create : Access::readWrite);
+  requireDrawing(*connection, createWhenMissing);
+  try {
+    if (!connection->isReadOnly() && lockForWriting(*connection, createWhenMissing)) return connection;
+  } catch (const OdError& error) {
+    connection->rollback();
+    if (error.code() != eFileSharingViolation) removeIfNewAndEmpty(path, wasThere);
+    throw;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::unique_ptr<SqliteConnection> openDrawingFile(const std::string& path, bool createWhenMissing) {
   const bool wasThere = isThere(path, createWhenMissing);
-  auto writable = std::make_unique<SqliteConnection>(path, createWhenMissing ? Access::create : Access::readWrite);
-  requireDrawing(*writable, createWhenMissing);
-  if (!writable->isReadOnly() && lockForWriting(*writable, createWhenMissing, wasThere)) return writable;
+  if (auto connection = openForWriting(path, createWhenMissing, wasThere)) return connection;
 
-  writable.reset();
-  auto readable = std::make_unique<SqliteConnection>(path, Access::readOnly);
-  requireDrawing(*readable, createWhenMissing);
-  lockForReading(*readable);
-  return readable;
+  auto connection = std::make_unique<SqliteConnection>(path, Access::readOnly);
+  requireDrawing(*connection, createWhenMissing);
+  lockForReading(*connection);
+  return connection;
 }
 
 }  // namespace tiepoint::workbench

@@ -64,8 +64,6 @@ void SqliteConnection::rollback() noexcept {
   }
 }
 
-std::int64_t SqliteConnection::changedRows() const { return sqlite3_changes64(database.get()); }
-
 std::int64_t SqliteConnection::fileSize() const {
   sqlite3_file& file = fileOf(database.get());
   sqlite3_int64 size = 0;

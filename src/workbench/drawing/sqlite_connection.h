@@ -26,8 +26,6 @@ class SqliteConnection {
   void execute(const char* sql);
   /// Takes back the transaction that runs, if any.
   void rollback() noexcept;
-  /// How many rows the latest statement has changed.
-  std::int64_t changedRows() const;
 
   /// The size of the file itself, pages not written yet left out.
   std::int64_t fileSize() const;

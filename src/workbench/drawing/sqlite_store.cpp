@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "workbench/drawing/drawing_error.h"
 #include "workbench/drawing/drawing_schema.h"
 
 namespace tiepoint::workbench {
@@ -15,12 +16,18 @@ const Class* as(const OdDbObject& object) {
   return object.isKindOf(Class::desc()) ? static_cast<const Class*>(&object) : nullptr;
 }
 
+std::set<std::uint64_t> handlesOf(const OdDbChanges& changes) {
+  std::set<std::uint64_t> handles(changes.erased.begin(), changes.erased.end());
+  for (const OdDbObject* object : changes.written) handles.insert(object->objectId().getHandle());
+  return handles;
+}
+
 }  // namespace
 
 SqliteStore::SqliteStore(SqliteConnection& on)
     : connection(on),
       revision(revisionOfFile()),
-      setRevision(on, "UPDATE revision SET number = ? WHERE number = ?"),
+      lastTried(revision),
       insertObject(on, "INSERT INTO object VALUES (?, ?) ON CONFLICT (handle) DO NOTHING"),
       insertEntry(on,
                   "INSERT INTO dictionary_entry VALUES (?, ?, ?, ?) "
@@ -30,17 +37,28 @@ SqliteStore::SqliteStore(SqliteConnection& on)
       deleteEntry(on, "DELETE FROM dictionary_entry WHERE dictionary = ? AND sequence = ?"),
       deletePoints(on, "DELETE FROM reference_point WHERE repository = ?") {}
 
-void SqliteStore::write(const OdDbDatabase&, const OdDbChanges& changes) {
+void SqliteStore::write(const OdDbDatabase& database, const OdDbChanges& changes) {
+  const Handles changedHandles = handlesOf(changes);
   try {
     connection.execute("BEGIN IMMEDIATE");
-    advanceRevision();
+    takeBackDoubtfulChanges(database);
+    setRevisionOfFile(++lastTried);
     for (const std::uint64_t handle : changes.erased) erase(handle);
-    for (OdDbObject* object : changes.written) put(*object);
+    for (const OdDbObject* object : changes.written) put(*object);
   } catch (...) {
     connection.rollback();
     throw;
   }
-  commit();
+  commit(changedHandles);
+}
+
+void SqliteStore::settle(const OdDbDatabase& database) noexcept {
+  if (doubtful.empty()) return;
+  try {
+    write(database, {});
+  } catch (...) {
+    // The file stays with a change that was refused, or without it.
+  }
 }
 
 std::uint64_t SqliteStore::revisionOfFile() {
@@ -49,30 +67,58 @@ std::uint64_t SqliteStore::revisionOfFile() {
   return select.integer(0);
 }
 
-void SqliteStore::advanceRevision() {
-  setRevision.bind(1, revision + 1).bind(2, revision).run();
-  if (connection.changedRows() == 1) return;
-  throw OdError(eFileAccessErr, "The drawing '" + connection.path() +
-                                    "' isn't as it was left here after a failure of its disk: close it and open it "
-                                    "again");
+std::optional<std::uint64_t> SqliteStore::revisionOfFileIfReadable() noexcept {
+  try {
+    return revisionOfFile();
+  } catch (...) {
+    return std::nullopt;
+  }
+}
+
+void SqliteStore::setRevisionOfFile(std::uint64_t number) {
+  SqliteStatement(connection, "UPDATE revision SET number = ?").bind(1, number).run();
 }
 
 /// A commit can be reported as failed although it has reached the disk; the file itself knows.
-void SqliteStore::commit() {
+void SqliteStore::commit(const Handles& changedHandles) {
   try {
     connection.execute("COMMIT");
-  } catch (...) {
+  } catch (const OdError& error) {
     connection.rollback();
-    if (!hasArrived()) throw;
+    const std::optional<std::uint64_t> found = revisionOfFileIfReadable();
+    if (!found) {
+      doubtful.insert(changedHandles.begin(), changedHandles.end());
+      throw doubtfulDrawing(error.code(), connection.path());
+    }
+    if (*found != lastTried) throw;
   }
-  ++revision;
+  revision = lastTried;
+  doubtful.clear();
 }
 
-bool SqliteStore::hasArrived() noexcept {
-  try {
-    return revisionOfFile() == revision + 1;
-  } catch (...) {
-    return false;
+void SqliteStore::takeBackDoubtfulChanges(const OdDbDatabase& database) {
+  if (doubtful.empty() || revisionOfFile() == revision) return;
+  for (const std::uint64_t handle : doubtful) {
+    const OdDbObject* object = database.objectAt(handle);
+    if (object && !object->isErased()) {
+      put(*object);
+    } else {
+      erase(handle);
+    }
+  }
+  rewriteDictionaries(database);
+}
+
+/// An entry goes with its object, so that any dictionary may lack one that the database still has.
+void SqliteStore::rewriteDictionaries(const OdDbDatabase& database) {
+  connection.execute("DELETE FROM dictionary_entry");
+  SqliteStatement select(connection, "SELECT handle FROM object WHERE class = 'dictionary'");
+  while (select.next()) {
+    const std::uint64_t handle = select.integer(0);
+    const OdDbObject* object = database.objectAt(handle);
+    const auto* dictionary = object ? as<OdDbDictionary>(*object) : nullptr;
+    if (!dictionary) continue;
+    for (const OdDbDictionaryEntry& entry : dictionary->entries()) putEntry(handle, entry);
   }
 }
 
@@ -84,7 +130,7 @@ void SqliteStore::erase(std::uint64_t handle) {
   }
 }
 
-void SqliteStore::put(OdDbObject& object) {
+void SqliteStore::put(const OdDbObject& object) {
   const std::uint64_t handle = object.objectId().getHandle();
   if (const auto* dictionary = as<OdDbDictionary>(object)) {
     putEntries(handle, *dictionary);
@@ -107,11 +153,13 @@ void SqliteStore::putEntries(std::uint64_t handle, const OdDbDictionary& diction
   for (const std::uint64_t sequence : dictionary.removedSequences()) {
     deleteEntry.bind(1, handle).bind(2, sequence).run();
   }
-  for (const auto& [sequence, entry] : dictionary.addedEntries()) {
-    if (!entry.object.isValid()) continue;
-    insertEntry.bind(1, handle).bind(2, sequence).bind(3, entry.name.wideText()).bind(4, entry.object.getHandle());
-    insertEntry.run();
-  }
+  for (const auto& [sequence, entry] : dictionary.addedEntries()) putEntry(handle, entry);
+}
+
+void SqliteStore::putEntry(std::uint64_t handle, const OdDbDictionaryEntry& entry) {
+  if (!entry.object.isValid()) return;
+  insertEntry.bind(1, handle).bind(2, entry.sequence).bind(3, entry.name.wideText());
+  insertEntry.bind(4, entry.object.getHandle()).run();
 }
 
 void SqliteStore::putPoints(std::uint64_t handle, const ZOR::RegistrationObjectPointsRepository& repository) {

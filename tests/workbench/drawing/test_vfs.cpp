@@ -58,10 +58,13 @@ void apply(std::string& content, const Change& change) {
   content.replace(static_cast<std::size_t>(change.offset), change.bytes.size(), change.bytes);
 }
 
+enum class Kind { writing, other };
+
 /// Counts an operation; true when it is to fail.
-bool failsNow() {
+bool failsNow(Kind kind) {
   ++current->operations;
   if (!current->failure) return false;
+  if (kind == Kind::other && current->failure->resultCode == SQLITE_FULL) return false;
   if (current->failure->after-- > 0) return false;
   if (current->failed && !current->failure->lasts) return false;
   current->failed = true;
@@ -70,8 +73,8 @@ bool failsNow() {
 
 /// Runs an operation with the failures that the test has asked for.
 template <class Operation>
-int run(Operation operation) {
-  if (!failsNow()) return operation();
+int run(Kind kind, Operation operation) {
+  if (!failsNow(kind)) return operation();
   if (current->failure->takesEffect) operation();
   return current->failure->resultCode;
 }
@@ -88,7 +91,7 @@ int read(sqlite3_file* file, void* buffer, int count, sqlite3_int64 offset) {
 }
 
 int write(sqlite3_file* file, const void* buffer, int count, sqlite3_int64 offset) {
-  return run([&] {
+  return run(Kind::writing, [&] {
     current->written += count;
     imageOf(file).pending.push_back(
         {offset, std::string(static_cast<const char*>(buffer), static_cast<std::size_t>(count)), {}});
@@ -97,14 +100,14 @@ int write(sqlite3_file* file, const void* buffer, int count, sqlite3_int64 offse
 }
 
 int truncate(sqlite3_file* file, sqlite3_int64 length) {
-  return run([&] {
+  return run(Kind::other, [&] {
     imageOf(file).pending.push_back({0, {}, length});
     return realOf(file)->pMethods->xTruncate(realOf(file), length);
   });
 }
 
 int sync(sqlite3_file* file, int flags) {
-  return run([&] {
+  return run(Kind::other, [&] {
     FileImage& image = imageOf(file);
     for (const Change& change : image.pending) apply(image.flushed, change);
     image.pending.clear();
@@ -150,9 +153,9 @@ int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
 }
 
 int remove(sqlite3_vfs*, const char* name, int syncFolder) {
-  return run([&] {
+  return run(Kind::other, [&] {
     current->images.erase(name);
-    return current->real->xDelete(current->real, name, syncFolder);
+    return current->real->xDelete(current->real, name, current->flushesReally ? syncFolder : 0);
   });
 }
 

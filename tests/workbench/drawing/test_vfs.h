@@ -4,7 +4,7 @@
 #include <cstdint>
 
 /// What goes wrong, and when. Operations are the changes of a file: writing, truncating, flushing,
-/// deleting.
+/// deleting. Of these a full disk (SQLITE_FULL) only fails to write.
 struct FileFailure {
   /// How many operations go well before.
   int after = 0;
