@@ -34,7 +34,7 @@ OrderedJson pointJson(const _StoredPoint& point) {
 }
 
 _StoredPoint pointFromJson(const Json& value) {
-  if (!value.is_object()) throw badParameter("it", "must be an object");
+  if (!value.is_object()) throw BadParameter("it", "must be an object");
   const Parameters members(value);
   members.requireKnown({"name", "x", "y", "z", "w"});
   return {members.wideText("name"), members.number("x"), members.number("y"), members.number("z"), members.number("w")};
@@ -47,8 +47,8 @@ StoredPointArray pointsFromJson(const Json& value) {
   for (const Json& element : value) {
     try {
       points.append(pointFromJson(element));
-    } catch (const RpcError& error) {
-      throw BadValue("has a bad point at place " + std::to_string(points.size()) + ": " + error.what());
+    } catch (const BadParameter& error) {
+      throw BadValue("has a bad point at place " + std::to_string(points.size()) + ": " + error.complaint());
     }
   }
   return points;

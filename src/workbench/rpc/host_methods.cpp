@@ -60,7 +60,7 @@ DialogAnswer dialogAnswer(const Parameters& parameters) {
     return answer;
   }
   for (const char* name : {"layout", "paths"}) {
-    if (parameters.has(name)) throw badParameter(name, "doesn't go together with cancel");
+    if (parameters.has(name)) throw BadParameter(name, "doesn't go together with cancel");
   }
   return answer;
 }
@@ -74,7 +74,7 @@ bool isRegistered(const Workbench& workbench, const std::wstring& globalName) {
 
 OrderedJson runCommand(RpcContext& context, const Parameters& parameters) {
   const std::wstring name = parameters.wideText("name");
-  if (!isRegistered(context.workbench, name)) throw badParameter("name", "isn't a registered command");
+  if (!isRegistered(context.workbench, name)) throw BadParameter("name", "isn't a registered command");
   OrderedJson messages = OrderedJson::array();
   for (const std::wstring& message : context.workbench.runCommand(name, dialogAnswer(parameters))) {
     messages.push_back(toJson(message));

@@ -11,13 +11,13 @@
 
 namespace tiepoint::workbench {
 
-/// Every reader throws badParameter for a parameter that is missing or doesn't read.
+/// Every reader throws BadParameter for a parameter that is missing or doesn't read.
 class Parameters {
  public:
   /// `object` must outlive this.
   explicit Parameters(const Json& object) : members(object) {}
 
-  /// Throws badParameter for the first parameter that isn't among `known`.
+  /// Throws BadParameter for the first parameter that isn't among `known`.
   void requireKnown(const std::vector<std::string>& known) const;
 
   bool has(const std::string& parameter) const { return members.contains(parameter); }
@@ -28,7 +28,7 @@ class Parameters {
     try {
       return convert(required(parameter));
     } catch (const BadValue& bad) {
-      throw badParameter(parameter, bad.what());
+      throw BadParameter(parameter, bad.what());
     }
   }
 

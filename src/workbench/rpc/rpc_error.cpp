@@ -29,9 +29,8 @@ OrderedJson thrown(const std::string& type, const std::string& message) {
 
 }  // namespace
 
-RpcError badParameter(const std::string& name, const std::string& reason) {
-  return {badParameterCode, "Invalid params: " + name + " " + reason, name};
-}
+BadParameter::BadParameter(const std::string& name, const std::string& reason)
+    : RpcError(badParameterCode, "Invalid params: " + name + " " + reason, name), text(name + " " + reason) {}
 
 OrderedJson describeCurrentException() {
   try {

@@ -34,7 +34,17 @@ class RpcError : public std::runtime_error {
 };
 
 /// A parameter is missing, unknown, of the wrong type or out of range; `data` is its name.
-RpcError badParameter(const std::string& name, const std::string& reason);
+class BadParameter : public RpcError {
+ public:
+  /// `reason` goes on from the name: "is missing".
+  BadParameter(const std::string& name, const std::string& reason);
+
+  /// The name and the reason.
+  const std::string& complaint() const { return text; }
+
+ private:
+  std::string text;
+};
 
 /// The "error" member for the exception that is being handled; to be called in a handler. Whatever
 /// left the module or the host keeps its text as the message and its type as `data.type`.

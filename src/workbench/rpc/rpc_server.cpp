@@ -63,7 +63,7 @@ const Json& parametersOf(const Json& request) {
   if (params == request.end()) return none;
   if (params->is_object()) return *params;
   if (params->empty()) return none;
-  throw badParameter("params", "must be given by name");
+  throw BadParameter("params", "must be given by name");
 }
 
 /// For an answer that there is no memory for.

@@ -110,7 +110,7 @@ OrderedJson setView(RpcContext& context, const Parameters& parameters) {
   try {
     view.setState(after);
   } catch (const std::invalid_argument& error) {
-    throw badParameter(culprit(parameters, before), std::string("gives no view: ") + error.what());
+    throw BadParameter(culprit(parameters, before), std::string("gives no view: ") + error.what());
   }
   return viewJson(view.state());
 }
