@@ -117,11 +117,11 @@ class CommandLine {
     app.footer(exitStatusHelp);
     app.set_version_flag("--version", "tiepoint " TIEPOINT_VERSION, "print the version");
     app.set_help_flag("--help,-h", "print this help");
-    addRegister(add("register", registerHelp, [this] { return runRegister(registerOptions); }), registerOptions);
-    addImport(add("import", importHelp, [this] { return runImport(importOptions); }), importOptions);
-    addGroups(add("groups", groupsHelp, [this] { return runGroups(groupsOptions); }), groupsOptions);
-    cli::addClouds(add("clouds", cloudsHelp, [this] { return runClouds(cloudsOptions); }), cloudsOptions);
-    addHostOptions(add("rpc", rpcHelp, [this] { return runRpc(rpcOptions); }), rpcOptions,
+    addRegister(add("register", registerHelp, registerOptions, runRegister), registerOptions);
+    addImport(add("import", importHelp, importOptions, runImport), importOptions);
+    addGroups(add("groups", groupsHelp, groupsOptions, runGroups), groupsOptions);
+    addClouds(add("clouds", cloudsHelp, cloudsOptions, runClouds), cloudsOptions);
+    addHostOptions(add("rpc", rpcHelp, rpcOptions, runRpc), rpcOptions.host,
                    "opened before the first request; made when it is missing");
   }
 
@@ -140,14 +140,31 @@ class CommandLine {
       throw CommandError(ExitStatus::usage, error.what() + seeHelp());
     }
     if (!chosen) throw CommandError(ExitStatus::usage, "no command; see tiepoint --help");
-    return chosen();
+    return runChosen();
   }
 
  private:
-  CLI::App& add(const char* name, const char* help, std::function<ExitStatus()> action) {
+  template <class Options>
+  CLI::App& add(const char* name, const char* help, Options& options, ExitStatus (*action)(const Options&)) {
     CLI::App* command = app.add_subcommand(name, help);
-    command->callback([this, action = std::move(action)] { chosen = action; });
+    command->callback([this, &options, action] {
+      document = &options.host.document;
+      chosen = [&options, action] { return action(options); };
+    });
     return *command;
+  }
+
+  /// The SDK doesn't know which file it may not write.
+  ExitStatus runChosen() const {
+    try {
+      return chosen();
+    } catch (const OdError& error) {
+      if (error.code() != eWriteProtected) throw;
+      throw CommandError(ExitStatus::file,
+                         fmt::format("{}: the drawing can't be changed, as its file or folder is read-only; make it "
+                                     "writable or take a copy",
+                                     *document));
+    }
   }
 
   /// The command that the line names, if it got so far.
@@ -174,7 +191,8 @@ class CommandLine {
       if (!option->get_lnames().empty()) names.push_back("--" + option->get_lnames().front());
     }
     const std::string name = given.substr(0, given.find('='));
-    return fmt::format("there is no option {}{}", name, suggestion(name, names));
+    const auto nearest = nearestName(name, names);
+    return fmt::format("there is no option {}{}", name, nearest ? fmt::format("; did you mean {}?", *nearest) : "");
   }
 
   std::string unknownWord(const CLI::App* command, const std::string& given) const {
@@ -188,11 +206,12 @@ class CommandLine {
 
   CLI::App app;
   std::function<ExitStatus()> chosen;
+  const std::string* document = nullptr;
   RegisterOptions registerOptions;
   ImportOptions importOptions;
   GroupsOptions groupsOptions;
   CloudsOptions cloudsOptions;
-  HostOptions rpcOptions;
+  RpcOptions rpcOptions;
 };
 
 /// Codes of the drawing SDK that mean the drawing's file, as against its content.
@@ -227,8 +246,6 @@ ExitStatus runCommandLine(int argc, const char* const* argv) {
     return fail(ExitStatus::usage, std::string(error.what()) + "; names and paths are given as UTF-8");
   } catch (const OdError& error) {
     return fail(isFileError(error.code()) ? ExitStatus::file : ExitStatus::refused, error.what());
-  } catch (const ModuleError& error) {
-    return fail(ExitStatus::file, error.what());
   } catch (const std::bad_alloc&) {
     return fail(ExitStatus::refused, "there is not enough memory for this");
   } catch (const std::exception& error) {

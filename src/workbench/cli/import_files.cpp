@@ -92,9 +92,8 @@ ImportedFile describeFile(const std::string& path, Layout layout, const FileSurv
 
 void warnOfStop(const ImportedFile& file, Warnings& warnings) {
   if (!file.stop) return;
-  warnings.add(fmt::format("{}: reading stopped at line {} of {}, which {}; {} point{} read", file.path,
-                           file.stop->line, file.lines, file.stop->complaint, file.points,
-                           file.points == 1 ? "" : "s"));
+  warnings.add(fmt::format("{}: reading stopped after {} point{}: line {} of {} {}", file.path, file.points,
+                           file.points == 1 ? "" : "s", file.stop->line, file.lines, file.stop->complaint));
 }
 
 std::vector<FileSurvey> surveyAll(const std::vector<LayoutFiles>& runs) {

@@ -11,7 +11,7 @@ namespace {
 
 std::string noteOf(const ImportedFile& file) {
   if (!file.stored) return "not taken in: the drawing has this group already";
-  if (file.stop) return fmt::format("stopped at line {}, which {}", file.stop->line, file.stop->complaint);
+  if (file.stop) return fmt::format("stopped: line {} {}", file.stop->line, file.stop->complaint);
   return "";
 }
 

@@ -6,6 +6,17 @@
 
 namespace tiepoint::workbench::cli {
 
+namespace {
+
+/// Fixed decimals, and no minus sign before a zero.
+std::string fixed(double value, int decimals) {
+  std::string text = fmt::format("{:.{}f}", value, decimals);
+  if (text.find_first_not_of("-0.") == std::string::npos && text.front() == '-') text.erase(0, 1);
+  return text;
+}
+
+}  // namespace
+
 LengthFormat::LengthFormat(const std::string& unit) {
   if (unit.empty()) return;
   if (unit != "m" && unit != "mm") {
@@ -19,10 +30,8 @@ LengthFormat::LengthFormat(const std::string& unit) {
   residualFactor = metres ? 1000.0 : 1.0;
 }
 
-std::string LengthFormat::position(double length) const { return fmt::format("{:.{}f}", length, positionDecimals); }
+std::string LengthFormat::position(double length) const { return fixed(length, positionDecimals); }
 
-std::string LengthFormat::residual(double length) const {
-  return fmt::format("{:.{}f}", length * residualFactor, residualDecimals);
-}
+std::string LengthFormat::residual(double length) const { return fixed(length * residualFactor, residualDecimals); }
 
 }  // namespace tiepoint::workbench::cli

@@ -82,10 +82,10 @@ std::string quoted(const std::string& bytes) {
 /// What bytes alone tell.
 std::optional<std::string> complaintOfBytes(const std::string& line, const LayoutInfo& layout) {
   if (line.compare(0, 2, "\xFF\xFE") == 0 || line.compare(0, 2, "\xFE\xFF") == 0) {
-    return "the file is UTF-16 text; save it as plain (ANSI) text";
+    return "is UTF-16 text; save the file as plain (ANSI) text";
   }
   if (line.find('\0') != std::string::npos) return "holds a zero byte, so the file isn't plain text";
-  if (std::all_of(line.begin(), line.end(), isSpace)) return "is blank, and reading ends there; take the line out";
+  if (std::all_of(line.begin(), line.end(), isSpace)) return "is blank; take it out";
   if (!layout.hasName && line.compare(0, 3, "\xEF\xBB\xBF") == 0) {
     return "begins with a byte-order mark; save the file without it";
   }
@@ -133,7 +133,7 @@ std::string lineComplaint(const std::string& line, Layout layout) {
   const auto first = std::find_if_not(line.begin(), line.end(), isSpace);
   const auto last = std::find_if_not(line.rbegin(), line.rend(), isSpace);
   if (isMark(*first)) return fmt::format("begins with \"{}\"; a field must come first", *first);
-  if (*first == '#') return "begins with \"#\", but these files know no comments; take the line out";
+  if (*first == '#') return "begins with \"#\", but these files know no comments; take it out";
   if (isMark(*last)) return fmt::format("ends with \"{}\"; take it off the end of the lines", *last);
   return complaintOfFields(line, info);
 }

@@ -75,6 +75,10 @@ struct CloudsOptions {
   bool json = false;
 };
 
+struct RpcOptions {
+  HostOptions host;
+};
+
 /// One run of the import command for each layout that has files: the plain files first, then those
 /// of the options in the order NXYZ, XYZ, XYZW, NXYZW. Throws CommandError(usage).
 std::vector<LayoutFiles> importRuns(const FileOptions& options);

@@ -3,22 +3,22 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <boost/locale/utf.hpp>
 
 namespace tiepoint::workbench::cli {
 
 std::string printable(const std::string& utf8) {
+  using Utf8 = boost::locale::utf::utf_traits<char>;
   std::string text;
   text.reserve(utf8.size());
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(utf8[i]);
-    const auto next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0u;
-    if (byte < 0x20 || byte == 0x7F) {
-      text += '?';
-    } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {  // U+0080 to U+009F
-      text += '?';
-      ++i;
+  for (auto at = utf8.begin(); at != utf8.end();) {
+    const auto start = at;
+    const boost::locale::utf::code_point c = Utf8::decode(at, utf8.end());
+    const bool isText = c != boost::locale::utf::illegal && c != boost::locale::utf::incomplete;
+    if (isText && c >= 0x20 && !(c >= 0x7F && c < 0xA0)) {
+      text.append(start, at);
     } else {
-      text += utf8[i];
+      text += '?';
     }
   }
   return text;

@@ -6,7 +6,8 @@
 
 namespace tiepoint::workbench::cli {
 
-/// UTF-8 text with every control character as "?", so that a name can't steer a terminal.
+/// The text with "?" for every control character and every byte that isn't UTF-8, so that a name
+/// can't steer a terminal.
 std::string printable(const std::string& utf8);
 
 /// How many characters the UTF-8 text has. Every character of a name takes one column.

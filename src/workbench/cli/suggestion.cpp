@@ -39,12 +39,17 @@ std::size_t editDistance(const std::string& a, const std::string& b) {
   return row[b.size()];
 }
 
-std::string suggestion(const std::string& wanted, const std::vector<std::string>& names) {
-  if (names.empty()) return {};
+std::optional<std::string> nearestName(const std::string& wanted, const std::vector<std::string>& names) {
   const auto nearest = std::min_element(names.begin(), names.end(), [&](const std::string& a, const std::string& b) {
     return editDistance(wanted, a) < editDistance(wanted, b);
   });
-  if (isSlip(editDistance(wanted, *nearest), wanted)) return fmt::format("; did you mean \"{}\"?", *nearest);
+  if (nearest == names.end() || !isSlip(editDistance(wanted, *nearest), wanted)) return std::nullopt;
+  return *nearest;
+}
+
+std::string suggestion(const std::string& wanted, const std::vector<std::string>& names) {
+  if (names.empty()) return {};
+  if (const auto nearest = nearestName(wanted, names)) return fmt::format("; did you mean \"{}\"?", *nearest);
   return listed(names);
 }
 

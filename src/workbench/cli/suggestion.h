@@ -1,6 +1,7 @@
 // "Did you mean": the nearest of several names.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,9 @@ namespace tiepoint::workbench::cli {
 
 /// How many bytes must be inserted, removed or replaced to make `b` of `a` (Levenshtein, 1966).
 std::size_t editDistance(const std::string& a, const std::string& b);
+
+/// The name that `wanted` is a slip of the keys away from, if there is one.
+std::optional<std::string> nearestName(const std::string& wanted, const std::vector<std::string>& names);
 
 /// A clause to end an error message with: `; did you mean "S1"?` when a name is near enough to be
 /// a slip of the keys, else `; there are: S1, S2, S3` (the first ten), or nothing when there are no

@@ -73,8 +73,9 @@ std::string transformations(const Road& road, const LengthFormat& lengths) {
 
 // --- Discrepancies.
 
-std::string markOf(const Results& results, std::size_t point) {
+std::string markOf(const Results& results, std::size_t point, const LengthFormat& lengths) {
   if (!results.largest || *results.largest != point) return "";
+  if (lengths.residual(*results.points[point].discrepancy) == lengths.residual(0.0)) return "";
   if (!results.standOut) return "<- largest";
   return fmt::format("<- largest, {:.1f} times the median", results.standOut->timesMedian);
 }
@@ -97,7 +98,7 @@ std::string discrepancies(const Road& road, const LengthFormat& lengths) {
     const SessionPoint& point = road.state.points[i];
     add(printable(road.state.group(point.record.groupId).name), printable(point.name),
         lengths.residual(*result.discrepancy), result.atBase ? lengths.residual(*result.atBase) : "-",
-        markOf(road.results, i));
+        markOf(road.results, i, lengths));
   }
   return fmt::format("Discrepancies ({}): from the registered point to its merged target{}\n{}", lengths.residualUnit(),
                      atBase ? "; at base: to the base's own measurement" : "", table.text());
@@ -196,11 +197,15 @@ std::string links(const Road& road) {
 }
 
 std::string notLinked(const Road& road) {
+  if (road.links.parts.empty()) return "Not registered: no group has a point that could take part.\n";
+  if (road.links.parts.size() == 1 && !road.links.parts.front().cluster) {
+    return fmt::format("Not registered: {} is alone; there is no second group to join it with.\n",
+                       partName(road, road.links.parts.front()));
+  }
   std::string text = fmt::format(
       "Not registered: the groups don't hang together. Two link when they share {} names, and "
       "linked ones count as one.\n",
       namesThatLink);
-  if (road.links.parts.empty()) return "Not registered: no group has a point that could take part.\n";
   text += parts(road) + "\nWhat they share\n" + links(road);
   if (road.links.parts.front().cluster) text += "\nTo go on with one cluster alone: --keep-cluster NUMBER\n";
   return text;

@@ -7,6 +7,7 @@
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/plain_text.h"
+#include "workbench/cli/start_workbench.h"
 #include "workbench/host/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
@@ -52,7 +53,8 @@ Clouds listed(const OdDbDatabase& database) {
 
 ExitStatus runClouds(const CloudsOptions& options) {
   const std::vector<CloudOption> added = cloudsToAdd(options.add, "--add");
-  Workbench workbench({options.host.profile, options.host.module});
+  const std::unique_ptr<Workbench> host = startWorkbench(options.host);
+  Workbench& workbench = *host;
   const OdDbDatabasePtr database = workbench.openDocument(options.host.document, !added.empty()).database();
   if (!added.empty()) workbench.inTransaction([&] { addClouds(*database, added); });
   Clouds clouds = listed(*database);

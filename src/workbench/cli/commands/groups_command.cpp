@@ -6,6 +6,7 @@
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/plain_text.h"
+#include "workbench/cli/start_workbench.h"
 #include "workbench/cli/stored_groups.h"
 #include "workbench/host/text_encoding.h"
 
@@ -78,7 +79,8 @@ Json groupsJson(const Groups& groups, bool withPoints) {
 }  // namespace
 
 ExitStatus runGroups(const GroupsOptions& options) {
-  Workbench workbench({options.host.profile, options.host.module});
+  const std::unique_ptr<Workbench> host = startWorkbench(options.host);
+  Workbench& workbench = *host;
   const OdDbDatabasePtr database = workbench.openDocument(options.host.document, false).database();
   const Groups groups = storedGroups(*database);
   writeOut(options.json ? jsonText(groupsJson(groups, options.points)) : groupsText(groups, options.points));

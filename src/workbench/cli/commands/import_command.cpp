@@ -5,6 +5,7 @@
 #include "workbench/cli/import_text.h"
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
+#include "workbench/cli/start_workbench.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -13,7 +14,8 @@ ExitStatus runImport(const ImportOptions& options) {
   if (runs.empty()) throw CommandError(ExitStatus::usage, "nothing to import; name files of reference points");
   groupsOfFiles(runs);
   Warnings warnings(options.quiet);
-  Workbench workbench({options.host.profile, options.host.module});
+  const std::unique_ptr<Workbench> host = startWorkbench(options.host);
+  Workbench& workbench = *host;
   workbench.openDocument(options.host.document);
   const Import import = importFiles(workbench, runs, warnings);
 

@@ -3,6 +3,7 @@
 #include "workbench/cli/length_format.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/road.h"
+#include "workbench/cli/start_workbench.h"
 #include "workbench/cli/summary_json.h"
 #include "workbench/cli/summary_text.h"
 
@@ -11,7 +12,8 @@ namespace tiepoint::workbench::cli {
 ExitStatus runRegister(const RegisterOptions& options) {
   const LengthFormat lengths(options.unit);
   Warnings warnings(options.quiet);
-  Workbench workbench({options.host.profile, options.host.module});
+  const std::unique_ptr<Workbench> host = startWorkbench(options.host);
+  Workbench& workbench = *host;
   const Road road = travel(workbench, options, warnings);
 
   if (options.json) {

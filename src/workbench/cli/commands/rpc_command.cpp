@@ -3,14 +3,16 @@
 #include <cerrno>
 #include <iostream>
 
+#include "workbench/cli/start_workbench.h"
 #include "workbench/host/workbench.h"
 #include "workbench/rpc/rpc_server.h"
 
 namespace tiepoint::workbench::cli {
 
-ExitStatus runRpc(const HostOptions& options) {
-  Workbench workbench({options.profile, options.module});
-  if (!options.document.empty()) workbench.openDocument(options.document);
+ExitStatus runRpc(const RpcOptions& options) {
+  const std::unique_ptr<Workbench> host = startWorkbench(options.host);
+  Workbench& workbench = *host;
+  if (!options.host.document.empty()) workbench.openDocument(options.host.document);
   RpcServer server(workbench);
   errno = 0;
   server.serve(std::cin, std::cout);

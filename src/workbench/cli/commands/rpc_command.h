@@ -8,6 +8,6 @@ namespace tiepoint::workbench::cli {
 
 /// Answers JSON-RPC requests, one a line, from standard input on standard output, until the end of
 /// the input.
-ExitStatus runRpc(const HostOptions& options);
+ExitStatus runRpc(const RpcOptions& options);
 
 }  // namespace tiepoint::workbench::cli
