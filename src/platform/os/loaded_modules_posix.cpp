@@ -95,7 +95,6 @@ ModuleHandle loadedModule(const wchar_t* name) {
 
 ModuleHandle loadedModule(const char* name) {
   if (!name) return borrowedHandle(nullptr);
-  if (*name == '\0') return nullptr;
   LibrarySearch search{libraryName(name), {}};
   dl_iterate_phdr(visitLoaded, &search);
   if (!search.foundPath.empty()) return borrowedHandle(search.foundPath.c_str());

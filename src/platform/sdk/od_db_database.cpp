@@ -35,7 +35,6 @@ OdDbDatabase::~OdDbDatabase() {
   for (auto& [handle, object] : objects) {
     object->owner = nullptr;
     object->orphaned = true;
-    object->writing = false;
   }
 }
 

@@ -143,6 +143,16 @@ TEST(OdAllocObject, CallsTheNewHandlerOnceAndGivesNull) {
   EXPECT_EQ(handlerCalls, 1);
 }
 
+TEST(OdAllocObject, DoesNotTryAgainWhenTheHandlerHelped) {
+  const HandlerInForce handler([] { odrxStopFailingAllocations(); });
+  void* memory = nullptr;
+  {
+    const FailingAllocations failing(0);
+    memory = odrxAllocObject(16);
+  }
+  EXPECT_EQ(memory, nullptr);
+}
+
 TEST(OdAllocObject, ThrowsWithoutANewHandler) {
   const HandlerInForce handler(nullptr);
   bool thrown = false;

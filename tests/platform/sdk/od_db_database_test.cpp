@@ -90,6 +90,27 @@ TEST_F(OdDbDatabaseTest, RefusesAnObjectWhoseDatabaseHasBeenClosed) {
   EXPECT_EQ(codeOf([&] { database->restoreObject(object.get(), 5); }), eInvalidInput);
 }
 
+TEST_F(OdDbDatabaseTest, WhicheverAllocationFailsAnObjectIsTakenInOrLeftAlone) {
+  constexpr std::uint64_t mostAllocations = 100;
+  database->startTransaction();
+  std::uint64_t failing = 0;
+  for (bool wentThrough = false; !wentThrough && failing < mostAllocations; ++failing) {
+    const NumberObjectPtr object(new NumberObject(1));
+    odrxFailAllocationsAfter(failing);
+    try {
+      database->addOdDbObject(object.get());
+      wentThrough = true;
+    } catch (const std::bad_alloc&) {
+    }
+    odrxStopFailingAllocations();
+    ASSERT_EQ(object->numRefs(), wentThrough ? 2 : 1) << failing;
+    ASSERT_EQ(object->database(), wentThrough ? database.get() : nullptr) << failing;
+    ASSERT_EQ(database->objectAt(2), wentThrough ? object.get() : nullptr) << failing;
+  }
+  EXPECT_GT(failing, 2u);
+  EXPECT_LT(failing, mostAllocations);
+}
+
 TEST_F(OdDbDatabaseTest, ObjectAtGivesNullForAFreeHandle) { EXPECT_EQ(database->objectAt(77), nullptr); }
 
 TEST_F(OdDbDatabaseTest, ARestoredObjectIsClosedAndKeepsItsHandle) {

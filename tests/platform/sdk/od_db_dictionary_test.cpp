@@ -144,6 +144,12 @@ TEST_F(OdDbDictionaryTest, SetAtRefusesNull) {
   EXPECT_EQ(dictionary->numEntries(), 0u);
 }
 
+TEST_F(OdDbDictionaryTest, SetAtRefusesNullForATakenNameToo) {
+  const OdDbObjectId id = put(L"a", 1);
+  EXPECT_EQ(codeOf([&] { dictionary->setAt(L"a", nullptr); }), eInvalidInput);
+  EXPECT_EQ(dictionary->getAt(L"a"), id);
+}
+
 TEST_F(OdDbDictionaryTest, SetAtRefusesAnObjectOfAnotherDatabase) {
   const OdDbDatabasePtr other(new OdDbDatabase);
   const NumberObjectPtr object(new NumberObject(1));
@@ -220,6 +226,19 @@ TEST_F(OdDbDictionaryTest, AnEntryThatCameAndWentIsNotedAsRemovedOnly) {
   dictionary->remove(L"a");
   EXPECT_TRUE(dictionary->addedEntries().empty());
   EXPECT_EQ(dictionary->removedSequences(), Sequences{1});
+}
+
+TEST_F(OdDbDictionaryTest, AnAbortBringsTheNotesBackThatStoodBefore) {
+  const OdDbObjectId a = put(L"a", 1);
+  const OdDbObjectId b = put(L"b", 2);
+  database->startTransaction();
+  put(L"a", 3);
+  dictionary->remove(L"b");
+  database->abortTransaction();
+  ASSERT_EQ(dictionary->addedEntries().size(), 2u);
+  EXPECT_EQ(dictionary->addedEntries().at(1).object, a);
+  EXPECT_EQ(dictionary->addedEntries().at(2).object, b);
+  EXPECT_TRUE(dictionary->removedSequences().empty());
 }
 
 TEST_F(OdDbDictionaryTest, ARestoredEntryKeepsItsSequenceAndIsNotNoted) {

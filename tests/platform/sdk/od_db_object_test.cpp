@@ -84,6 +84,11 @@ TEST_F(OdDbObjectModes, TheLastOutsidePointerClosesIt) {
   EXPECT_FALSE(reader->isWriteEnabled());
 }
 
+TEST_F(OdDbObjectModes, OneThatIsClosedIsNotWriteEnabled) {
+  { const NumberObjectPtr writer = open(OdDb::kForWrite); }
+  EXPECT_FALSE(database->objectAt(id.getHandle())->isWriteEnabled());
+}
+
 TEST_F(OdDbObjectModes, ACopyOfThePointerKeepsItOpen) {
   NumberObjectPtr writer = open(OdDb::kForWrite);
   const NumberObjectPtr copy = writer;
