@@ -142,8 +142,9 @@ int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
   auto* opened = reinterpret_cast<TestFile*>(file);
   opened->base.pMethods = nullptr;
   opened->real = reinterpret_cast<sqlite3_file*>(opened + 1);
-  // Read before it is opened: closing another open file of it would take its locks away.
   const std::string path = name ? name : "";
+  if (!std::filesystem::exists(std::filesystem::u8path(path))) current->images.erase(path);
+  // Read before it is opened: closing another open file of it would take its locks away.
   if (current->images.count(path) == 0) current->images[path].flushed = contentOf(path);
   const int result = current->real->xOpen(current->real, name, opened->real, flags, outFlags);
   if (!opened->real->pMethods) return result;
