@@ -181,6 +181,7 @@ TEST_F(Module, ThrowsForASessionWithoutMemoryAndWithoutANewHandler) {
   const auto getRegistrator = entry<ZOR::reg::GetMultiRegistratorFunction>("_ZN3ZOR3reg19GetMultiRegistratorEv");
   odrxFailAllocationsAfter(0);
   EXPECT_THROW(getRegistrator(), std::bad_alloc);
+  odrxStopFailingAllocations();
 }
 
 TEST(ModuleFile, LeavesTheProcessWhenItIsUnloaded) {
