@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <boost/filesystem/path.hpp>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -131,6 +132,40 @@ TEST(Workbench, UndoesWhatAnActionChangedInAnyDocumentBeforeItThrew) {
                std::runtime_error);
   EXPECT_THAT(groupsOf(one), IsEmpty());
   EXPECT_THAT(groupsOf(two), IsEmpty());
+}
+
+/// A store on a full disk.
+class FullStore : public OdDbStore {
+ public:
+  void write(const OdDbDatabase&, const OdDbChanges&) override { throw OdError(eDiskFull); }
+};
+
+OdResult codeOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const OdError& error) {
+    return error.code();
+  }
+  return eOk;
+}
+
+TEST(Workbench, UndoesAnActionThatTheFileCannotTake) {
+  FullStore store;
+  Workbench workbench(fakeModule);
+  Document& document = workbench.openTemporaryDocument();
+  document.database()->setStore(&store);
+  EXPECT_EQ(codeOf([&] { workbench.inTransaction([&] { storeGroup(document, L"a"); }); }), eDiskFull);
+  EXPECT_THAT(groupsOf(document), IsEmpty());
+}
+
+TEST(Workbench, UndoesACommandThatTheFileCannotTake) {
+  FullStore store;
+  Workbench workbench(fakeModule);
+  Document& document = workbench.openTemporaryDocument();
+  document.database()->setStore(&store);
+  EXPECT_EQ(codeOf([&] { workbench.runCommand(L"FAKE_THROW", {}); }), eDiskFull);
+  EXPECT_THAT(groupsOf(document), IsEmpty());
+  EXPECT_FALSE(document.database()->hasActiveTransaction());
 }
 
 TEST(Workbench, GivesACommandItsAnswerAndTakesItsMessages) {
