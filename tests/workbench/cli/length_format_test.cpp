@@ -1,0 +1,46 @@
+#include "workbench/cli/length_format.h"
+
+#include <gtest/gtest.h>
+
+#include "workbench/cli/exit_status.h"
+
+namespace tiepoint::workbench::cli {
+namespace {
+
+TEST(LengthFormat, AnUnknownUnitIsPrintedWithSixDecimals) {
+  const LengthFormat lengths("");
+  EXPECT_EQ(lengths.residual(0.0505253), "0.050525");
+  EXPECT_EQ(lengths.position(-1234567.125), "-1234567.125000");
+  EXPECT_STREQ(lengths.residualUnit(), "drawing units");
+}
+
+TEST(LengthFormat, MetresHaveTheirResidualsInMillimetres) {
+  const LengthFormat lengths("m");
+  EXPECT_EQ(lengths.residual(0.0505253), "50.525");
+  EXPECT_STREQ(lengths.residualUnit(), "mm");
+  EXPECT_EQ(lengths.position(1.5), "1.500000");
+  EXPECT_STREQ(lengths.positionUnit(), "m");
+}
+
+TEST(LengthFormat, MillimetresStay) {
+  const LengthFormat lengths("mm");
+  EXPECT_EQ(lengths.residual(50.5253), "50.525");
+  EXPECT_EQ(lengths.position(1.5), "1.500");
+}
+
+TEST(LengthFormat, AZeroHasNoSign) { EXPECT_EQ(LengthFormat("").position(-1e-9), "0.000000"); }
+
+TEST(LengthFormat, WhatIsNoNumberIsPrintedAsSuch) { EXPECT_EQ(LengthFormat("").position(-1.0 / 0.0), "-inf"); }
+
+TEST(LengthFormat, OtherUnitsAreRefused) {
+  try {
+    LengthFormat("ft");
+    FAIL();
+  } catch (const CommandError& error) {
+    EXPECT_EQ(error.status(), ExitStatus::usage);
+    EXPECT_STREQ(error.what(), "--unit ft: the unit of the files is m or mm");
+  }
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench::cli

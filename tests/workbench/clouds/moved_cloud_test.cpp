@@ -1,0 +1,112 @@
+#include "workbench/clouds/moved_cloud.h"
+
+#include <gmock/gmock.h>
+#include <rapidcheck/gtest.h>
+
+#include <cstdlib>
+
+#include "workbench/temporary_folder.h"
+
+namespace tiepoint::workbench {
+namespace {
+
+using testing::ElementsAre;
+
+/// A quarter turn about z, then a shift: (x, y, z) goes to (-y + 10, x + 20, z + 30).
+OdGeMatrix3d quarterTurn() {
+  OdGeMatrix3d motion;
+  motion(0, 0) = 0.0;
+  motion(0, 1) = -1.0;
+  motion(1, 0) = 1.0;
+  motion(1, 1) = 0.0;
+  motion(0, 3) = 10.0;
+  motion(1, 3) = 20.0;
+  motion(2, 3) = 30.0;
+  return motion;
+}
+
+std::string moved(std::string line) {
+  EXPECT_TRUE(moveLine(line, quarterTurn()));
+  return line;
+}
+
+TEST(MoveLine, OnlyTheCoordinatesChange) {
+  EXPECT_EQ(moved("1 2 3 255 0 0 text"), "8 21 33 255 0 0 text");
+  EXPECT_EQ(moved("  1;2;\t3,200\r"), "  8;21;\t33,200\r");
+  EXPECT_EQ(moved("+1 -2.5 3e0"), "12.5 21 33");
+}
+
+TEST(MoveLine, ALineWithoutThreeNumbersStays) {
+  for (const std::string text : {"", "300", "1 2", "X Y Z", "P1 1 2 3", "1 2 3m", "1 2 nan", "// 1 2 3"}) {
+    std::string line = text;
+    EXPECT_FALSE(moveLine(line, quarterTurn())) << text;
+    EXPECT_EQ(line, text);
+  }
+}
+
+RC_GTEST_PROP(MoveLine, TheUnmovedCoordinateReadsBackAsTheSameDouble, (double z)) {
+  OdGeMatrix3d still;
+  std::string line = "1 2 " + std::to_string(z);
+  const double before = std::strtod(line.c_str() + 4, nullptr);
+  RC_PRE(moveLine(line, still));
+  RC_ASSERT(std::strtod(line.c_str() + 4, nullptr) == before);
+}
+
+class MovedCloudFile : public testing::Test {
+ protected:
+  static std::string complaint(const std::string& from, const std::string& to, bool replace = false) {
+    try {
+      writeMovedCloud(from, to, quarterTurn(), replace);
+    } catch (const CloudFileError& error) {
+      return error.what();
+    }
+    return "nothing";
+  }
+
+  TemporaryFolder folder;
+  const std::string source = folder.file("S1.xyz");
+  const std::string target = folder.file("moved.xyz");
+};
+
+TEST_F(MovedCloudFile, HeadersStayAndPointsMove) {
+  writeBytes(source, "2\n1 2 3 9\r\n4 5 6 8");
+  const MovedCloud counts = writeMovedCloud(source, target, quarterTurn(), false);
+  EXPECT_EQ(counts.points, 2u);
+  EXPECT_EQ(counts.otherLines, 1u);
+  EXPECT_EQ(readBytes(target), "2\n8 21 33 9\r\n5 24 36 8");
+  EXPECT_THAT(folder.names(), ElementsAre("S1.xyz", "moved.xyz"));
+}
+
+TEST_F(MovedCloudFile, AFileThatStandsThereIsKeptUnlessReplaced) {
+  writeBytes(source, "1 2 3\n");
+  writeBytes(target, "mine");
+  EXPECT_EQ(complaint(source, target), target + ": the file exists; --force replaces it");
+  EXPECT_EQ(readBytes(target), "mine");
+  EXPECT_EQ(complaint(source, target, true), "nothing");
+  EXPECT_EQ(readBytes(target), "8 21 33\n");
+}
+
+TEST_F(MovedCloudFile, TheCloudsOwnFileIsNeverReplaced) {
+  writeBytes(source, "1 2 3\n");
+  EXPECT_EQ(complaint(source, source, true), source + ": this is the cloud's own file; choose another folder");
+  EXPECT_EQ(readBytes(source), "1 2 3\n");
+}
+
+TEST_F(MovedCloudFile, WhatIsNoTextLeavesNothingBehind) {
+  writeBytes(source, std::string("1 2 3\n\0\0", 8));
+  EXPECT_EQ(complaint(source, target), source + ": not a cloud in text form (x y z and whatever else, a point a line)");
+  EXPECT_THAT(folder.names(), ElementsAre("S1.xyz"));
+}
+
+TEST_F(MovedCloudFile, ACloudWithoutPointsLeavesNothingBehind) {
+  writeBytes(source, "no points\n");
+  EXPECT_EQ(complaint(source, target), source + ": no line begins with three numbers; nothing to move");
+  EXPECT_THAT(folder.names(), ElementsAre("S1.xyz"));
+}
+
+TEST_F(MovedCloudFile, AMissingCloudIsNamed) {
+  EXPECT_EQ(complaint(source, target), source + ": the cloud's file can't be read");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench
