@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include <cerrno>
 #include <clocale>
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
@@ -41,7 +39,7 @@ class DecimalCommaLocale {
   DecimalCommaLocale() {
     if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8")) return;
 #ifndef _WIN32
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "zor_variant_test_locales";
+    folder = std::filesystem::path(testing::TempDir()) / "zor_variant_test_locales";
     std::filesystem::create_directories(folder);
     const std::string command =
         "localedef -i de_DE -f UTF-8 '" + (folder / "de_DE.UTF-8").string() + "' > /dev/null 2>&1";
@@ -50,9 +48,15 @@ class DecimalCommaLocale {
     std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
 #endif
   }
-  ~DecimalCommaLocale() { std::setlocale(LC_NUMERIC, "C"); }
+  ~DecimalCommaLocale() {
+    std::setlocale(LC_NUMERIC, "C");
+    if (!folder.empty()) std::filesystem::remove_all(folder);
+  }
 
   bool isInForce() const { return std::string(std::localeconv()->decimal_point) == ","; }
+
+ private:
+  std::filesystem::path folder;
 };
 
 }  // namespace

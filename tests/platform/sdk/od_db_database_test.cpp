@@ -423,7 +423,8 @@ TEST_F(FiledDatabase, WhicheverAllocationFailsAnAbortLeavesTheDrawingAsItWas) {
       const NumberObjectPtr made(new NumberObject(3));
       dictionary->setAt(L"a new name that no short string can hold", made.get());
       made->setValue(4);
-      dictionary->setAt(L"other", new NumberObject(5));
+      const NumberObjectPtr replacement(new NumberObject(5));
+      dictionary->setAt(L"other", replacement.get());
       dictionary->remove(L"kept");
       wentThrough = true;
     } catch (const std::bad_alloc&) {
