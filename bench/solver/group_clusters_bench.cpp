@@ -38,12 +38,14 @@ GroupNameSets allNamesOfAll(GroupId stations) {
 
 /// Every station has the names 0 and 1, each pair of stations three more, the rest are a station's own.
 GroupNameSets twoNamesOfAll(GroupId stations) {
+  constexpr CommonPointId ownPerStation = namesPerStation - 5;
+  constexpr CommonPointId namesPerPair = 3 + 2 * ownPerStation;
   GroupNameSets names;
   for (GroupId g = 0; g < stations; ++g) {
-    const CommonPointId ofPair = 100 * (g / 2) + 10;
-    const CommonPointId own = 100 * stations + namesPerStation * g;
+    const CommonPointId ofPair = 2 + namesPerPair * (g / 2);
+    const CommonPointId own = ofPair + 3 + ownPerStation * (g % 2);
     names[g] = {0, 1, ofPair, ofPair + 1, ofPair + 2};
-    for (CommonPointId name = 5; name < namesPerStation; ++name) names[g].insert(own + name);
+    for (CommonPointId name = 0; name < ownPerStation; ++name) names[g].insert(own + name);
   }
   return names;
 }

@@ -34,6 +34,8 @@ GroupDiscrepancies fitGroup(const GroupRows& group, const PointMatrix& model, Se
   return selection.scatter(residuals, group.positions.rows());
 }
 
+// Ids mostly ascend here, and then the hint of the map's end makes an insertion cheap.
+
 void storeDiscrepancies(const std::vector<GroupDiscrepancies>& discrepancies, const SolveTables& tables,
                         const RefPointIdSet& excludedIds, PointDiscrepancies& pointDiscrepancies) {
   for (std::size_t g = 0; g < tables.groups.size(); ++g) {
@@ -41,7 +43,7 @@ void storeDiscrepancies(const std::vector<GroupDiscrepancies>& discrepancies, co
     for (std::size_t line = 0; line < pointIds.size(); ++line) {
       const double discrepancy = discrepancies[g][static_cast<Eigen::Index>(line)];
       if (discrepancy != 0.0 && excludedIds.count(pointIds[line]) == 0) {
-        pointDiscrepancies[pointIds[line]] = discrepancy;
+        pointDiscrepancies.insert_or_assign(pointDiscrepancies.end(), pointIds[line], discrepancy);
       }
     }
   }
@@ -50,7 +52,8 @@ void storeDiscrepancies(const std::vector<GroupDiscrepancies>& discrepancies, co
 void storeModel(const SolveModel& model, const std::vector<CommonPointId>& commonIndex, CommonPoints& commonPoints) {
   Eigen::Index row = 0;
   for (const CommonPointId commonId : commonIndex) {
-    commonPoints[commonId] = {pointAt(model.positions, row), model.weights[row]};
+    const CommonPoint common{pointAt(model.positions, row), model.weights[row]};
+    commonPoints.insert_or_assign(commonPoints.end(), commonId, common);
     ++row;
   }
 }
@@ -70,7 +73,7 @@ void storeTransforms(const std::vector<GroupId>& groupIndex, const std::vector<R
                      const std::optional<GroupId>& baseGroup, GroupTransforms& groupTransforms) {
   groupTransforms.clear();
   for (std::size_t g = 0; g < groupIndex.size(); ++g) {
-    if (groupIndex[g] != baseGroup) groupTransforms[groupIndex[g]] = records[g];
+    if (groupIndex[g] != baseGroup) groupTransforms.emplace_hint(groupTransforms.end(), groupIndex[g], records[g]);
   }
 }
 

@@ -8,27 +8,17 @@ namespace ZOR::reg {
 
 namespace {
 
-using Name = NameOwnership::Name;
-
 /// Whoever has three names of a set has at least one besides any two of them. So two can be left
-/// out of the look-up and asked for afterwards: the two with the most owners.
-struct SplitNames {
-  std::vector<Name> lookedUp;
-  std::vector<Name> leftOut;
-};
+/// out when the owners of each are looked up, and counted afterwards for those that were met.
+using LeftOutNames = std::array<NameOwnership::Name, minCommonPoints - 1>;
 
-constexpr std::size_t namesToLeaveOut = minCommonPoints - 1;
-
-SplitNames splitByOwners(const NameOwnership& names, NameOwnership::Set set) {
-  const NameOwnership::Names& all = names.namesOf(set);
-  SplitNames split{{all.begin(), all.end()}, {}};
-  const std::size_t leaveOut = std::min(namesToLeaveOut, split.lookedUp.size());
-  const auto middle = split.lookedUp.begin() + static_cast<std::ptrdiff_t>(leaveOut);
-  std::partial_sort(split.lookedUp.begin(), middle, split.lookedUp.end(),
-                    [&](Name a, Name b) { return names.ownerBound(a) > names.ownerBound(b); });
-  split.leftOut.assign(split.lookedUp.begin(), middle);
-  split.lookedUp.erase(split.lookedUp.begin(), middle);
-  return split;
+/// The names with the most owners; the set has more names than that.
+LeftOutNames mostOwned(const NameOwnership& names, NameOwnership::Set set) {
+  const auto all = names.namesOf(set);
+  LeftOutNames leftOut{};
+  std::partial_sort_copy(all.begin(), all.end(), leftOut.begin(), leftOut.end(),
+                         [&](auto a, auto b) { return names.ownerBound(a) > names.ownerBound(b); });
+  return leftOut;
 }
 
 }  // namespace
@@ -39,7 +29,7 @@ FusionSearch::FusionSearch(const GroupNameSets& groupNamesSets)
       setAtPlace(names.setCount()),
       isLink(names.setCount(), false),
       touches(names.setCount(), 0) {
-  std::iota(placeOfSet.begin(), placeOfSet.end(), std::size_t{0});
+  std::iota(placeOfSet.begin(), placeOfSet.end(), Place{0});
   std::iota(setAtPlace.begin(), setAtPlace.end(), Set{0});
 }
 
@@ -48,7 +38,7 @@ std::optional<FusionSearch::Fusion> FusionSearch::next() {
     if (!reachNextGroup()) return std::nullopt;
     linkReachedGroup();
   }
-  const std::size_t partnerPlace = links.top();
+  const Place partnerPlace = links.top();
   links.pop();
   return fuseWith(partnerPlace);
 }
@@ -62,18 +52,18 @@ bool FusionSearch::reachNextGroup() {
 }
 
 void FusionSearch::linkReachedGroup() {
-  const SplitNames split = splitByOwners(names, current);
-  for (const Name name : split.lookedUp) touchOwners(name);
-  linkTouched([&](Set set) {
-    std::size_t common = touches[set];
-    for (const Name name : split.leftOut) common += names.owns(set, name) ? 1 : 0;
-    return common >= minCommonPoints;
-  });
+  if (names.namesOf(current).size() < minCommonPoints) return;
+  const LeftOutNames leftOut = mostOwned(names, current);
+  for (const Name name : names.namesOf(current)) {
+    if (std::find(leftOut.begin(), leftOut.end(), name) == leftOut.end()) touchOwners(name);
+  }
+  for (const Name name : leftOut) touchTouchedOwners(name);
+  linkTouched([&](Set set) { return touches[set] >= minCommonPoints; });
 }
 
-FusionSearch::Fusion FusionSearch::fuseWith(std::size_t partnerPlace) {
+FusionSearch::Fusion FusionSearch::fuseWith(Place partnerPlace) {
   const Set partner = setAtPlace[partnerPlace];
-  const std::size_t currentPlace = placeOfSet[current];
+  const Place currentPlace = placeOfSet[current];
   const Fusion fusion{std::min(currentPlace, partnerPlace), std::max(currentPlace, partnerPlace)};
   isLink[partner] = false;
 
@@ -101,6 +91,15 @@ void FusionSearch::touchOwners(Name name) {
   for (const Set set : names.ownersOf(name)) {
     if (set == current || isLink[set]) continue;
     if (touches[set]++ == 0) touched.push_back(set);
+  }
+}
+
+/// By the shorter way: from the name's owners or from the sets met.
+void FusionSearch::touchTouchedOwners(Name name) {
+  if (names.ownerBound(name) < touched.size()) {
+    for (const Set set : names.ownersOf(name)) touches[set] += touches[set] > 0 ? 1 : 0;
+  } else {
+    for (const Set set : touched) touches[set] += names.owns(set, name) ? 1 : 0;
   }
 }
 

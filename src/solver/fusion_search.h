@@ -1,6 +1,7 @@
 // Which two groups fuse next.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <queue>
@@ -11,7 +12,7 @@
 namespace ZOR::reg {
 
 /// Gives the fusions in the order of a scan over all pairs of groups that starts again from the
-/// smallest group after each fusion. Groups go by their place in ascending order.
+/// smallest group after each fusion.
 ///
 /// The scan isn't repeated. When it comes to a pair (a, b), no pair before it can fuse, and the
 /// fusion changes only what a shares with others. So the next pair is a with the smallest group
@@ -19,12 +20,15 @@ namespace ZOR::reg {
 /// on with the first group that it hasn't reached. All links at any moment are those of one group.
 class FusionSearch {
  public:
+  /// In ascending order of the groups.
+  using Place = std::uint32_t;
+  struct Fusion {
+    Place survivor = 0;
+    Place absorbed = 0;
+  };
+
   explicit FusionSearch(const GroupNameSets& groupNamesSets);
 
-  struct Fusion {
-    std::size_t survivor = 0;
-    std::size_t absorbed = 0;
-  };
   /// The next fusion, by places, or nothing when no two groups are left that link.
   std::optional<Fusion> next();
 
@@ -34,29 +38,30 @@ class FusionSearch {
 
   bool reachNextGroup();
   void linkReachedGroup();
-  Fusion fuseWith(std::size_t partnerPlace);
+  Fusion fuseWith(Place partnerPlace);
   void linkThroughGained(const std::vector<Name>& gained);
 
   void touchOwners(Name name);
+  void touchTouchedOwners(Name name);
   template <typename Test>
   void linkTouched(Test isLinked);
 
   NameOwnership names;
   /// A fused group bears the smaller place of the two, whichever of their sets lives on.
-  std::vector<std::size_t> placeOfSet;
+  std::vector<Place> placeOfSet;
   std::vector<Set> setAtPlace;
 
   /// Groups from this place on haven't been compared yet.
-  std::size_t reached = 0;
+  Set reached = 0;
   Set current = 0;
   /// The places of the groups that link to the current one, the smallest on top, and by set
   /// whether it is among them.
-  std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> links;
+  std::priority_queue<Place, std::vector<Place>, std::greater<>> links;
   std::vector<bool> isLink;
 
   /// The sets met while some of the current one's names are looked up, and how often each was.
   std::vector<Set> touched;
-  std::vector<std::size_t> touches;
+  std::vector<std::uint32_t> touches;
 };
 
 }  // namespace ZOR::reg

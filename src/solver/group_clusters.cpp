@@ -50,7 +50,14 @@ void findGroupClusters(const GroupNameSets& groupNamesSets, GroupClusters& clust
 
 GroupNameSets collectGroupNames(const RefPointList& points) {
   GroupNameSets groupNamesSets;
-  for (const RefPoint& point : points) groupNamesSets[point.groupId].insert(point.commonId);
+  auto group = groupNamesSets.end();
+  for (const RefPoint& point : points) {
+    // The points of a group mostly come together, and their names in ascending order.
+    if (group == groupNamesSets.end() || group->first != point.groupId) {
+      group = groupNamesSets.try_emplace(point.groupId).first;
+    }
+    group->second.insert(group->second.end(), point.commonId);
+  }
   return groupNamesSets;
 }
 

@@ -2,52 +2,156 @@
 
 #include <algorithm>
 #include <boost/unordered/unordered_flat_map.hpp>
+#include <limits>
 
 namespace ZOR::reg {
 
-NameOwnership::NameOwnership(const GroupNameSets& groupNamesSets)
-    : namesOfSet(groupNamesSets.size()), live(groupNamesSets.size(), true) {
-  boost::unordered_flat_map<CommonPointId, Name> nameOfId;
-  Set set = 0;
-  for (const auto& [groupId, ids] : groupNamesSets) {
-    namesOfSet[set].reserve(ids.size());
-    for (const CommonPointId id : ids) {
-      const auto [entry, isNew] = nameOfId.try_emplace(id, ownersOfName.size());
-      if (isNew) ownersOfName.emplace_back();
-      ownersOfName[entry->second].push_back(set);
-      namesOfSet[set].insert(entry->second);
+namespace {
+
+/// Numbers ids from 0 in the order of their first use. A session hands out its ids nearly without
+/// gaps, and for such a plain table does; others are hashed.
+class NameNumbers {
+ public:
+  using Name = NameOwnership::Name;
+
+  NameNumbers(std::size_t useCount, CommonPointId largestId) {
+    if (largestId / roomPerUse < useCount) {
+      table.assign(static_cast<std::size_t>(largestId) + 1, unused);
+    } else {
+      hashed.reserve(useCount);
     }
-    ++set;
+  }
+
+  Name numberOf(CommonPointId id) {
+    Name& number = table.empty() ? hashed.try_emplace(id, unused).first->second : table[id];
+    if (number == unused) number = numbered++;
+    return number;
+  }
+
+  Name count() const { return numbered; }
+
+ private:
+  static constexpr std::size_t roomPerUse = 4;
+  static constexpr Name unused = std::numeric_limits<Name>::max();
+
+  std::vector<Name> table;
+  boost::unordered_flat_map<CommonPointId, Name> hashed;
+  Name numbered = 0;
+};
+
+NameNumbers numbersFor(const GroupNameSets& groupNamesSets) {
+  std::size_t useCount = 0;
+  CommonPointId largestId = 0;
+  for (const auto& [groupId, ids] : groupNamesSets) {
+    useCount += ids.size();
+    if (!ids.empty()) largestId = std::max(largestId, *ids.rbegin());
+  }
+  return NameNumbers(useCount, largestId);
+}
+
+}  // namespace
+
+NameOwnership::NameOwnership(const GroupNameSets& groupNamesSets)
+    : live(groupNamesSets.size(), true), unions(groupNamesSets.size()) {
+  NameNumbers numbers = numbersFor(groupNamesSets);
+  std::vector<Name> occurrences;
+  std::vector<std::size_t> setEnds;
+  setEnds.reserve(groupNamesSets.size());
+  for (const auto& [groupId, ids] : groupNamesSets) {
+    for (const CommonPointId id : ids) occurrences.push_back(numbers.numberOf(id));
+    setEnds.push_back(occurrences.size());
+  }
+  layOut(occurrences, setEnds, numbers.count());
+}
+
+void NameOwnership::layOut(const std::vector<Name>& occurrences, const std::vector<std::size_t>& setEnds,
+                           Name nameCount) {
+  std::vector<std::size_t> ownerCounts(nameCount, 0);
+  for (const Name name : occurrences) ++ownerCounts[name];
+  owners.resize(nameCount);
+  std::size_t room = 0;
+  for (Name name = 0; name < nameCount; ++name) {
+    owners[name].first = room;
+    if (ownerCounts[name] > 1) room += ownerCounts[name];
+  }
+  allOwners.resize(room);
+  allNames.reserve(room);
+
+  ownNames.resize(setEnds.size());
+  std::size_t next = 0;
+  for (Set set = 0; set < setCount(); ++set) {
+    ownNames[set].first = allNames.size();
+    for (; next < setEnds[set]; ++next) {
+      const Name name = occurrences[next];
+      if (ownerCounts[name] < 2) continue;
+      allNames.push_back(name);
+      allOwners[owners[name].first + owners[name].count++] = set;
+    }
+    ownNames[set].count = allNames.size() - ownNames[set].first;
+    std::sort(allNames.end() - static_cast<std::ptrdiff_t>(ownNames[set].count), allNames.end());
   }
 }
 
-const std::vector<NameOwnership::Set>& NameOwnership::ownersOf(Name name) {
-  std::vector<Set>& owners = ownersOfName[name];
-  owners.erase(std::remove_if(owners.begin(), owners.end(), [&](Set set) { return !live[set]; }), owners.end());
-  return owners;
+boost::span<const NameOwnership::Name> NameOwnership::namesOf(Set set) const {
+  if (unions[set]) return unions[set]->names;
+  return {allNames.data() + ownNames[set].first, ownNames[set].count};
+}
+
+bool NameOwnership::owns(Set set, Name name) const {
+  if (unions[set]) return unions[set]->lookup.contains(name);
+  const boost::span<const Name> names = namesOf(set);
+  return std::binary_search(names.begin(), names.end(), name);
+}
+
+boost::span<const NameOwnership::Set> NameOwnership::ownersOf(Name name) {
+  Slice& slice = owners[name];
+  Set* const first = allOwners.data() + slice.first;
+  Set* const last = std::remove_if(first, first + slice.count, [&](Set set) { return !live[set]; });
+  slice.count = static_cast<std::size_t>(last - first);
+  return {first, slice.count};
 }
 
 bool NameOwnership::areLinked(Set a, Set b) const {
-  const bool aIsSmaller = namesOfSet[a].size() < namesOfSet[b].size();
-  const Names& smaller = namesOfSet[aIsSmaller ? a : b];
-  const Names& larger = namesOfSet[aIsSmaller ? b : a];
+  const bool aIsSmaller = namesOf(a).size() < namesOf(b).size();
+  const Set smaller = aIsSmaller ? a : b;
+  const Set larger = aIsSmaller ? b : a;
   std::size_t common = 0;
-  for (const Name name : smaller) {
-    if (larger.contains(name) && ++common == minCommonPoints) return true;
+  for (const Name name : namesOf(smaller)) {
+    if (owns(larger, name) && ++common == minCommonPoints) return true;
   }
   return false;
 }
 
 std::vector<NameOwnership::Name> NameOwnership::absorb(Set survivor, Set absorbed) {
-  std::vector<Name> gained;
-  for (const Name name : namesOfSet[absorbed]) {
-    if (!namesOfSet[survivor].insert(name).second) continue;
-    ownersOfName[name].push_back(survivor);
-    gained.push_back(name);
-  }
-  namesOfSet[absorbed] = Names();
+  Union& united = unionOf(survivor);
   live[absorbed] = false;
+  std::vector<Name> gained;
+  for (const Name name : namesOf(absorbed)) {
+    if (!united.lookup.insert(name).second) continue;
+    united.names.push_back(name);
+    gained.push_back(name);
+    addOwner(name, survivor);
+  }
+  unions[absorbed].reset();
   return gained;
+}
+
+NameOwnership::Union& NameOwnership::unionOf(Set set) {
+  if (!unions[set]) {
+    const boost::span<const Name> names = namesOf(set);
+    auto united = std::make_unique<Union>();
+    united->names.assign(names.begin(), names.end());
+    united->lookup.insert(names.begin(), names.end());
+    unions[set] = std::move(united);
+  }
+  return *unions[set];
+}
+
+/// To be called when one of the name's owners has been absorbed: that one makes the room.
+void NameOwnership::addOwner(Name name, Set set) {
+  const std::size_t count = ownersOf(name).size();
+  allOwners[owners[name].first + count] = set;
+  ++owners[name].count;
 }
 
 }  // namespace ZOR::reg

@@ -4,6 +4,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 #include <random>
 
@@ -119,6 +120,32 @@ TEST(GroupClusters, GoBackToASmallerGroupThatTheUnionLinksTo) {
   EXPECT_THAT(found.mergeLists, ElementsAre(Pair(0, GroupMerges{{2, 3}, {0, 2}, {0, 1}})));
 }
 
+TEST(GroupClusters, GoBackToALargeGroupTimeAndAgain) {
+  // Group 0 shares two names with the first and one with the second of each pair after it.
+  const Found found({{0, {1, 2, 3, 4, 5, 6, 7, 8, 9}},
+                     {1, {1, 2, 50, 51, 52}},
+                     {2, {3, 50, 51, 52}},
+                     {3, {4, 5, 60, 61, 62}},
+                     {4, {6, 60, 61, 62}},
+                     {5, {7, 8, 70, 71, 72}},
+                     {6, {9, 70, 71, 72}}});
+  EXPECT_THAT(found.mergeLists, ElementsAre(Pair(0, GroupMerges{{1, 2}, {0, 1}, {3, 4}, {0, 3}, {5, 6}, {0, 5}})));
+}
+
+TEST(GroupClusters, AreNoneForGroupsWithoutNames) {
+  const Found found({{0, {}}, {1, {}}, {2, {}}});
+  EXPECT_THAT(found.clusters, IsEmpty());
+  EXPECT_THAT(found.mergeLists, IsEmpty());
+}
+
+TEST(GroupClusters, LinkByNamesAndGroupsWhoseIdsAreFarApart) {
+  const CommonPointId last = std::numeric_limits<CommonPointId>::max();
+  for (const CommonPointId large : {last, last - 1, last / 2}) {
+    const Found found({{7, {0, 5, large}}, {last, {0, 1, 5, large}}});
+    EXPECT_THAT(found.mergeLists, ElementsAre(Pair(7, GroupMerges{{7, last}})));
+  }
+}
+
 TEST(GroupClusters, AreNumberedInTheOrderOfTheirSmallestGroups) {
   const Found found({{4, {1, 2, 3}}, {6, {7, 8, 9}}, {9, {7, 8, 9}}, {11, {1, 2, 3}}, {12, {4, 5, 6}}});
   EXPECT_THAT(found.clusters, ElementsAre(Pair(0, GroupIdSet{4, 11}), Pair(1, GroupIdSet{6, 9})));
@@ -181,7 +208,8 @@ TEST(GroupClusters, AgreeWithThePlainScanOnThousandsOfTables) {
     GroupNameSets names;
     for (std::size_t g = 0; g < groupCount; ++g) {
       CommonPointIdSet& set = names[g];
-      const auto size = random() % 4 == 0 ? 3 * setSize : setSize;
+      const auto growth = random() % 12;
+      const auto size = growth == 0 ? 10 * setSize : growth < 4 ? 3 * setSize : setSize;
       for (std::size_t i = 0; i < size; ++i) set.insert(random() % nameCount);
     }
     ASSERT_TRUE(agreesWithPlainScan(names)) << "round " << round;

@@ -31,17 +31,23 @@ TEST(ModelToBase, MovesEveryRowByTheFitOfTheRowsThatTheBaseHas) {
   EXPECT_EQ(model, rowsOf(expected));
 }
 
-TEST(ModelToBase, FitsWithoutABasePointThatLiesAtTheOrigin) {
+class ModelToBaseWithAnAbsentPoint : public ::testing::TestWithParam<OdGePoint3d> {};
+
+TEST_P(ModelToBaseWithAnAbsentPoint, FitsWithoutIt) {
   // Row 6 of the model lies far from where the shift of the cross would take the base's point.
   std::vector<OdGePoint3d> rows = crossAbout({1, 1, 1});
   rows.push_back({50, 60, 70});
   PointMatrix model = rowsOf(rows);
   std::vector<OdGePoint3d> base = crossAbout({11, 1, -4});
-  base.push_back({0, 0, 0});
+  base.push_back(GetParam());
   moveModelToBase(baseOf({0, 1, 2, 3, 4, 5, 6}, base), model);
   EXPECT_EQ(rowAt(model, 0), OdGePoint3d(15, 1, -4));
   EXPECT_EQ(rowAt(model, 6), OdGePoint3d(60, 60, 65));
 }
+
+/// The origin, and a point so near it that its squared length is 0.0.
+INSTANTIATE_TEST_SUITE_P(Points, ModelToBaseWithAnAbsentPoint,
+                         ::testing::Values(OdGePoint3d(0, 0, 0), OdGePoint3d(0, 1e-200, 0)));
 
 TEST(ModelToBase, LeavesTheModelToABaseOfTwoPoints) {
   PointMatrix model = rowsOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 10}});

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <limits>
+
 #include "solver/builders.h"
 #include "solver/solve_input.h"
 
@@ -166,6 +169,48 @@ TEST(Pairwise, FitsTheLastInListOrderOfTwoPointsOfOneName) {
   solve.run(join({crossOfStation(0, 0, {1, 1, 1}), group1}));
   EXPECT_THAT(solve.groupTransforms[1].translation, ElementsAre(-10, 0, 0));
   EXPECT_THAT(solve.pointDiscrepancies, IsEmpty());
+}
+
+class PairwiseOfABrokenStation : public ::testing::TestWithParam<double> {};
+
+TEST_P(PairwiseOfABrokenStation, EndsWithResultsThatAreNotNumbers) {
+  RefPointList broken = crossOfStation(10, 1, {11, 1, 1});
+  broken.front().position.y = GetParam();
+  Pairwise solve;
+  solve.run(join({crossOfStation(0, 0, {1, 1, 1}), broken, crossOfStation(20, 2, {21, 1, 1})}));
+  EXPECT_EQ(solve.registrationMethod, methodPairwise);
+  EXPECT_THAT(keysOf(solve.groupTransforms), ElementsAre(0, 1, 2));
+  EXPECT_EQ(solve.pointDiscrepancies.size(), 18U);
+  EXPECT_TRUE(std::isnan(solve.pointDiscrepancies[15]));
+  EXPECT_TRUE(std::isnan(solve.commonPoints[5].position.z));
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, PairwiseOfABrokenStation,
+                         ::testing::Values(std::numeric_limits<double>::quiet_NaN(),
+                                           std::numeric_limits<double>::infinity()));
+
+TEST(Pairwise, GivesAMirroredStationAProperRotationAndItsPointsDiscrepancies) {
+  RefPointList mirrored = crossOfStation(10, 1, {11, 1, 1});
+  std::swap(mirrored.front().position, std::next(mirrored.begin())->position);
+  Pairwise solve;
+  solve.run(join({crossOfStation(0, 0, {1, 1, 1}), mirrored}));
+  // Half a turn about y, and the weakest axis, z, given up: the model's z targets fall together.
+  EXPECT_THAT(solve.groupTransforms[1].rotation, ElementsAre(-1, 0, 0, 0, 1, 0, 0, 0, -1));
+  EXPECT_EQ(solve.commonPoints[4].position, OdGePoint3d(1, 1, 1));
+  EXPECT_THAT(solve.pointDiscrepancies,
+              ElementsAre(std::pair(4, 1.0), std::pair(5, 1.0), std::pair(14, 1.0), std::pair(15, 1.0)));
+}
+
+TEST(Pairwise, JoinsStationsThatShareTargetsOnOneLineAlone) {
+  Pairwise solve;
+  solve.run({measured(1, 0, 0, {1, 2, 0}), measured(2, 0, 1, {1, 4, 0}), measured(3, 0, 2, {1, 9, 0}),
+             measured(4, 1, 0, {5, 5, 2}), measured(5, 1, 1, {5, 5, 4}), measured(6, 1, 2, {5, 5, 9}),
+             measured(7, 1, 3, {5, 8, 4})});
+  EXPECT_THAT(solve.commonPoints[1].position, IsNearPoint(OdGePoint3d(1, 4, 0), pointRounding));
+  // Three units off the line, on which side isn't settled.
+  const OdGePoint3d offLine = solve.commonPoints[3].position;
+  EXPECT_NEAR(offLine.y, 4.0, pointRounding);
+  EXPECT_NEAR(std::hypot(offLine.x - 1.0, offLine.z), 3.0, pointRounding);
 }
 
 TEST(Pairwise, RunTwiceWithoutClearingKeepsTheTransformationsOfTheFirstRun) {

@@ -52,8 +52,8 @@ TEST(SelectionByWeight, TakesWeightsAboveZeroAlone) {
 }
 
 TEST(SelectionByCoordinates, LeavesOutTheOriginAlone) {
-  const PointMatrix points =
-      rowsOf({{0, 0, 0}, {0, 0, 1}, {0, -1, 0}, {1e-200, 0, 0}, {-0.0, -0.0, 0}, {0, 0, notANumber}, {smallest, 0, 0}});
+  const PointMatrix points = rowsOf(
+      {{0, 0, 0}, {0, 0, 1}, {0, -1, 0}, {1e-200, 0, 0}, {-0.0, -0.0, 0}, {0, 0, notANumber}, {-smallest, 0, 0}});
   EXPECT_THAT(selectByCoordinates(points).selectedRows(), ElementsAre(1, 2, 3, 5, 6));
 }
 
