@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <random>
 #include <sstream>
 #include <string>
@@ -41,10 +40,10 @@ const std::string& survey() {
 
 bool byFromChars(const std::string& line, ParsedPoint& point) {
   const char* end = line.data() + line.size();
-  const char* blank = static_cast<const char*>(std::memchr(line.data(), ' ', line.size()));
-  if (!blank) return false;
-  point.name.assign(line.data(), blank);
-  const char* at = blank;
+  const std::size_t blank = line.find(' ');
+  if (blank == std::string::npos) return false;
+  point.name.assign(line, 0, blank);
+  const char* at = line.data() + blank;
   for (double* value : {&point.x, &point.y, &point.z}) {
     const std::from_chars_result result = std::from_chars(at + 1, end, *value);
     if (result.ec != std::errc()) return false;
@@ -55,10 +54,10 @@ bool byFromChars(const std::string& line, ParsedPoint& point) {
 }
 
 bool byStrtod(const std::string& line, ParsedPoint& point) {
-  const char* blank = static_cast<const char*>(std::memchr(line.data(), ' ', line.size()));
-  if (!blank) return false;
-  point.name.assign(line.data(), blank);
-  const char* at = blank;
+  const std::size_t blank = line.find(' ');
+  if (blank == std::string::npos) return false;
+  point.name.assign(line, 0, blank);
+  const char* at = line.data() + blank;
   for (double* value : {&point.x, &point.y, &point.z}) {
     char* next = nullptr;
     *value = std::strtod(at, &next);

@@ -13,7 +13,7 @@ iMultiRegistrator* GetMultiRegistrator() {
   std::unique_ptr<void, decltype(&odrxFree)> memory(odrxAllocObject(sizeof(MultiRegistrator)), &odrxFree);
   if (!memory) return nullptr;
   iMultiRegistrator* registrator = ::new (memory.get()) MultiRegistrator();
-  memory.release();
+  static_cast<void>(memory.release());
   return registrator;
 }
 

@@ -84,7 +84,7 @@ class Factory final : public ICmdFactory {
   void release() override { say("factory released"); }
 };
 
-Factory factory;
+[[maybe_unused]] Factory factory;
 
 }  // namespace
 

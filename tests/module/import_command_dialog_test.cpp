@@ -117,6 +117,18 @@ TEST_F(ImportCommandHost, WithADocumentThatIsNotReadyTheCommandEndsInSilence) {
   EXPECT_THAT(groups(), IsEmpty());
 }
 
+TEST_F(ImportCommandHost, WithoutAReadyDocumentNothingIsPrintedForNoFilesEither) {
+  document.ready = false;
+  import({});
+  document.ready = true;
+  document.drawing = nullptr;
+  import({});
+  application.document = nullptr;
+  import({});
+  EXPECT_EQ(dialog.asked, 3);
+  EXPECT_THAT(messages(), IsEmpty());
+}
+
 TEST_F(ImportCommandHost, GetsItsDatabaseBack) {
   import({files.write(L"a.txt", "P1 1 2 3\n")});
   EXPECT_EQ(document.drawing->numRefs(), 1);

@@ -70,12 +70,21 @@ TEST_F(ImportCommandFailure, TheDictionaryAndTheGroupsAreClosedAfterwards) {
   EXPECT_TRUE(dictionary->getAt(L"a").safeOpenObject(OdDb::kForWrite)->isWriteEnabled());
 }
 
+TEST_F(ImportCommandFailure, TheDictionaryIsOpenForWritingOnlyAroundEachEntry) {
+  std::vector<bool> writing;
+  line.onPrint = [&] { writing.push_back(makeDictionary().safeOpenObject()->isWriteEnabled()); };
+  import({files.write(L"a.txt", "P1 1 2 3\n"), files.path(L"missing.txt"), files.write(L"b.txt", "P1 1 2 3\n")});
+  EXPECT_THAT(writing, ElementsAre(false, false, false));
+  EXPECT_THAT(groups(), ElementsAre(L"a", L"b"));
+}
+
 // Wherever memory runs out, the command ends by an exception or in silence, and a group that is
 // there has all its points or, where it ran out between the entry and its data, none.
 TEST_F(ImportCommandFailure, ExhaustedMemoryAtAnyPlaceLeavesTheDrawingUsable) {
   const std::vector<std::wstring> chosen = {files.write(L"a.txt", "P1 1 2 3\nP2 4 5 6\n"),
                                             files.write(L"b.txt", "P1 1 2 3\nP2 4 5 6\n")};
   bool isThrough = false;
+  bool hasSeenAnEntryWithoutData = false;
   for (std::uint64_t successes = 0; !isThrough && successes < 10000; ++successes) {
     document.drawing = OdDbDatabasePtr(new OdDbDatabase);
     messages().clear();
@@ -86,10 +95,14 @@ TEST_F(ImportCommandFailure, ExhaustedMemoryAtAnyPlaceLeavesTheDrawingUsable) {
     } catch (const std::bad_alloc&) {
     }
     odrxStopFailingAllocations();
-    for (const std::wstring& group : groups()) EXPECT_THAT(points(group).size(), AnyOf(0U, 2U)) << successes;
+    for (const std::wstring& group : groups()) {
+      EXPECT_THAT(points(group).size(), AnyOf(0U, 2U)) << successes;
+      hasSeenAnEntryWithoutData |= points(group).empty();
+    }
     EXPECT_EQ(document.drawing->numRefs(), 1) << successes;
   }
   EXPECT_TRUE(isThrough);
+  EXPECT_TRUE(hasSeenAnEntryWithoutData);
 }
 
 }  // namespace

@@ -50,6 +50,7 @@ void MessageLineOfTest::print(const wchar_t* format, ...) {
   const int length = std::vswprintf(text.data(), text.size(), standardFormat(format).c_str(), arguments);
   va_end(arguments);
   messages.emplace_back(length < 0 ? L"(can't be formatted)" : text.data());
+  if (onPrint) onPrint();
 }
 
 std::ostream& operator<<(std::ostream& stream, const ImportedPoint& point) {

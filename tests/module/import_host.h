@@ -34,6 +34,8 @@ class MessageLineOfTest final : public HostMessageLine {
   void print(const wchar_t* format, ...) override;
 
   std::vector<std::wstring> messages;
+  /// Called at each message, when set.
+  std::function<void()> onPrint;
 };
 
 class DocumentOfTest final : public HostDocument {

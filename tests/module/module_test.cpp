@@ -62,7 +62,7 @@ TEST(ModuleFile, ExportsThreeSymbolsAndNoOther) {
     std::istringstream fields(line);
     std::string address, kind, name;
     fields >> address >> kind >> name;
-    names.push_back(kind + " " + name);
+    names.push_back(kind.append(" ").append(name));
   }
   std::sort(names.begin(), names.end());
   EXPECT_THAT(names,
