@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 
 namespace tiepoint::workbench {
@@ -14,6 +15,10 @@ using nlohmann::json;
 
 std::runtime_error notAProfile(const std::string& file, const std::string& why) {
   return std::runtime_error("The file '" + file + "' isn't a profile: " + why);
+}
+
+std::string wrongKind(const std::string& section, const std::string& key) {
+  return "the value of '" + key + "' in the section '" + section + "' is neither a number nor a text";
 }
 
 std::string lineOf(const std::string& text, std::size_t byte) {
@@ -40,10 +45,11 @@ ProfileValue numberFrom(const json& number) {
   return number.get<double>();
 }
 
-ProfileValue valueFrom(const json& value, const std::string& where, const std::string& file) {
+/// Nothing for a value of another kind.
+std::optional<ProfileValue> valueFrom(const json& value) {
   if (value.is_string()) return value.get<std::string>();
   if (value.is_number()) return numberFrom(value);
-  throw notAProfile(file, "the value of " + where + " is neither a number nor a text");
+  return std::nullopt;
 }
 
 json jsonFrom(const ProfileValue& value) {
@@ -63,7 +69,9 @@ ProfileSections profileFromJson(const std::string& text, const std::string& file
     if (!section.is_object()) throw notAProfile(file, "the section '" + sectionName + "' is no object");
     auto& keys = sections[sectionName];
     for (const auto& [key, value] : section.items()) {
-      keys[key] = valueFrom(value, "'" + key + "' in the section '" + sectionName + "'", file);
+      const std::optional<ProfileValue> read = valueFrom(value);
+      if (!read) throw notAProfile(file, wrongKind(sectionName, key));
+      keys[key] = *read;
     }
   }
   return sections;

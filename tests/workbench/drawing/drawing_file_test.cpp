@@ -15,8 +15,10 @@ using testing::IsEmpty;
 
 namespace {
 
-/// 32 bits as the file header of SQLite holds them.
+/// The application id as the file header of SQLite holds it.
 const std::string drawingMark = "tieP";
+
+constexpr std::size_t pageSize = 4096;
 
 class DrawingFileTest : public testing::Test {
  protected:
@@ -190,7 +192,7 @@ TEST_F(DrawingFileTest, RefusesADrawingWithoutAVersion) {
 
 TEST_F(DrawingFileTest, RefusesADrawingThatWasCutOff) {
   makeDrawing();
-  writeBytes(file, readBytes(file).substr(0, 3 * 4096));
+  writeBytes(file, readBytes(file).substr(0, 3 * pageSize));
   expectRefusal(eNotADrawing, "is damaged");
 }
 
@@ -200,9 +202,9 @@ TEST_F(DrawingFileTest, RefusesADrawingWithAPageOfRubbishUnlessNothingIsLostByIt
   const std::string bytes = readBytes(file);
   const std::string damagedFile = folder.file("b.tie");
   int refusals = 0;
-  for (std::size_t page = 1; page < bytes.size() / 4096; ++page) {
+  for (std::size_t page = 1; page < bytes.size() / pageSize; ++page) {
     std::string damaged = bytes;
-    damaged.replace(page * 4096, 4096, std::string(4096, '\x55'));
+    damaged.replace(page * pageSize, pageSize, std::string(pageSize, '\x55'));
     writeBytes(damagedFile, damaged);
     const Refusal refusal = refusalOf(damagedFile, false);
     if (refusal.code == eOk) {

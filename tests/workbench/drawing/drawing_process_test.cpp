@@ -319,7 +319,7 @@ TEST_F(DrawingAmongProcesses, RefusesAChangeBeyondTheSizeThatAFileMayHave) {
     signal(SIGXFSZ, SIG_IGN);
     rlimit limit{};
     getrlimit(RLIMIT_FSIZE, &limit);
-    limit.rlim_cur = 64 * 1024;
+    limit.rlim_cur = rlim_t{64} * 1024;
     setrlimit(RLIMIT_FSIZE, &limit);
     drawing->database()->startTransaction();
     storeGroup(*drawing->database(), L"big", pointsAlongX(20000));
