@@ -111,6 +111,7 @@ void plain(benchmark::State& state, Survey survey) { run(state, survey, tiepoint
   BENCHMARK_CAPTURE(plain, name, name)->Arg(100)->Unit(benchmark::kMillisecond)
 
 SURVEY(randomNames);
+BENCHMARK_CAPTURE(plain, randomNames, randomNames)->Arg(1000)->Unit(benchmark::kMillisecond);
 SURVEY(allNamesOfAll);
 SURVEY(twoNamesOfAll);
 SURVEY(ascendingChain);

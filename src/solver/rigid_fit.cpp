@@ -11,22 +11,35 @@ namespace {
 /// Two points leave the rotation about their line open.
 constexpr Eigen::Index minFitPoints = 3;
 
-/// The vector kernels may add in any order; a plain loop gives the same doubles wherever the points lie in memory.
+// Plain scalars stay in registers, where a matrix would be written and read again at each row. They also add in the
+// order of the rows wherever the points lie in memory.
+
 Eigen::Vector3d centroidOf(const PointMatrix& points) {
-  Eigen::Vector3d sum = Eigen::Vector3d::Zero();
-  for (Eigen::Index i = 0; i < points.rows(); ++i) sum += points.row(i).transpose();
-  return sum / static_cast<double>(points.rows());
+  double x = 0.0, y = 0.0, z = 0.0;
+  for (Eigen::Index i = 0; i < points.rows(); ++i) {
+    x += points(i, 0);
+    y += points(i, 1);
+    z += points(i, 2);
+  }
+  return Eigen::Vector3d(x, y, z) / static_cast<double>(points.rows());
 }
 
 /// Centres each row as it passes, so that no centred copy is made.
 Eigen::Matrix3d crossCovariance(const PointMatrix& source, const Eigen::Vector3d& sourceCentroid,
                                 const PointMatrix& target, const Eigen::Vector3d& targetCentroid) {
-  Eigen::Matrix3d sum = Eigen::Matrix3d::Zero();
+  double xx = 0.0, xy = 0.0, xz = 0.0;
+  double yx = 0.0, yy = 0.0, yz = 0.0;
+  double zx = 0.0, zy = 0.0, zz = 0.0;
   for (Eigen::Index i = 0; i < source.rows(); ++i) {
-    const Eigen::Vector3d sourceCentred = source.row(i).transpose() - sourceCentroid;
-    const Eigen::Vector3d targetCentred = target.row(i).transpose() - targetCentroid;
-    sum += sourceCentred * targetCentred.transpose();
+    const double sx = source(i, 0) - sourceCentroid.x(), tx = target(i, 0) - targetCentroid.x();
+    const double sy = source(i, 1) - sourceCentroid.y(), ty = target(i, 1) - targetCentroid.y();
+    const double sz = source(i, 2) - sourceCentroid.z(), tz = target(i, 2) - targetCentroid.z();
+    xx += sx * tx, xy += sx * ty, xz += sx * tz;
+    yx += sy * tx, yy += sy * ty, yz += sy * tz;
+    zx += sz * tx, zy += sz * ty, zz += sz * tz;
   }
+  Eigen::Matrix3d sum;
+  sum << xx, xy, xz, yx, yy, yz, zx, zy, zz;
   return sum / static_cast<double>(source.rows() - 1);
 }
 
