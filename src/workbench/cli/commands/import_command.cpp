@@ -1,5 +1,7 @@
 #include "workbench/cli/commands/import_command.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "workbench/cli/import_text.h"
@@ -26,9 +28,11 @@ ExitStatus runImport(const ImportOptions& options) {
   } else if (!options.quiet) {
     writeOut(importText(import));
   }
-  const bool allStored =
-      std::all_of(import.files.begin(), import.files.end(), [](const ImportedFile& file) { return file.stored; });
-  return allStored ? ExitStatus::done : ExitStatus::refused;
+  const auto left =
+      std::count_if(import.files.begin(), import.files.end(), [](const ImportedFile& file) { return !file.stored; });
+  if (left == 0) return ExitStatus::done;
+  sayError(fmt::format("{} of {} files not taken in: the drawing has their groups already", left, import.files.size()));
+  return ExitStatus::refused;
 }
 
 }  // namespace tiepoint::workbench::cli

@@ -1,0 +1,133 @@
+// Drawings as they shouldn't be.
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+
+#include "workbench/cli/survey_files.h"
+#include "workbench/drawing/drawing.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using tiepoint::workbench::Drawing;
+
+class BadDrawings : public SurveyFiles {
+ protected:
+  BadDrawings() { EXPECT_EQ(run({"import", "--document", "d", "base.txt", "shifted.txt"}).status, 0); }
+
+  /// Every command that opens a drawing must fail with this one line.
+  void expectRefused(const std::string& drawing, const std::string& error) {
+    for (const std::string command : {"groups", "clouds", "register"}) {
+      const ProcessResult result = run({command, "--document", drawing});
+      EXPECT_EQ(result.status, 3) << command;
+      EXPECT_EQ(result.out, "") << command;
+      EXPECT_EQ(result.err, "tiepoint: " + error + "\n") << command;
+    }
+  }
+  void setSchema(int version) {
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(folder.file("d").c_str(), &database), SQLITE_OK);
+    const std::string statement = "PRAGMA user_version = " + std::to_string(version);
+    EXPECT_EQ(sqlite3_exec(database, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(database);
+  }
+  std::size_t groupCount() { return runJson({"groups", "--document", "d"})["groups"].size(); }
+};
+
+TEST_F(BadDrawings, AMissingOneIsntMade) {
+  expectRefused("none", "There is no drawing 'none': check the path");
+  EXPECT_FALSE(exists("none"));
+}
+
+TEST_F(BadDrawings, AFolderIsNone) { expectRefused(".", "'.' is a folder, not a drawing: choose a file"); }
+
+TEST_F(BadDrawings, ATextFileIsNoneAndStaysAsItIs) {
+  expectRefused("base.txt", "The file 'base.txt' isn't a drawing: choose another file");
+  EXPECT_EQ(run({"import", "--document", "base.txt", "shifted.txt"}).status, 3);
+  EXPECT_EQ(read("base.txt"), baseLines);
+}
+
+TEST_F(BadDrawings, ALockedOneIsLeftAlone) {
+  const auto holder = Drawing::open(folder.file("d"), false);
+  expectRefused("d", "The drawing 'd' is open elsewhere: close it there and try again");
+  EXPECT_EQ(run({"import", "--document", "d", "base.txt"}).status, 3);
+}
+
+TEST_F(BadDrawings, ANewerOneIsLeftAlone) {
+  setSchema(99);
+  const std::string before = read("d");
+  const ProcessResult result = run({"groups", "--document", "d"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, StartsWith("tiepoint: The drawing 'd' is of format 99, and this program knows up to "));
+  EXPECT_EQ(read("d"), before);
+}
+
+TEST_F(BadDrawings, AReadOnlyOneCanBeReadAndRegisteredButNotChanged) {
+  std::filesystem::permissions(folder.path() / "d", std::filesystem::perms(0444));
+  std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+  write("third.txt", baseLines);
+  ProcessSetup setup;
+  setup.withoutRights = true;
+  const ProcessResult listed = run({"groups", "--document", "d"}, setup);
+  if (listed.status == notStarted) GTEST_SKIP() << "the build isn't readable for other users";
+  EXPECT_EQ(listed.status, 0) << listed.err;
+  EXPECT_EQ(run({"register", "--document", "d"}, setup).status, 0);
+
+  const std::string error =
+      "tiepoint: d: the drawing can't be changed, as its file or folder is read-only; make it writable or take a "
+      "copy\n";
+  const ProcessResult imported = run({"import", "--document", "d", "third.txt"}, setup);
+  EXPECT_EQ(imported.status, 3);
+  EXPECT_EQ(imported.err, error);
+  const ProcessResult stored = run({"register", "--document", "d", "--store", "merged"}, setup);
+  EXPECT_EQ(stored.status, 3);
+  EXPECT_EQ(stored.err, error);
+  EXPECT_EQ(groupCount(), 2u);
+}
+
+/// More than fits on the small disks below.
+std::string manyLines() {
+  std::string lines;
+  for (int i = 0; i < 20000; ++i) lines += "P" + std::to_string(i) + " 1.5 2.5 3.5\n";
+  return lines;
+}
+
+TEST_F(BadDrawings, AFileThatMayNotGrowKeepsWhatItHeld) {
+  write("large.txt", manyLines());
+  ProcessSetup setup;
+  setup.largestFile = 64 * 1024;
+  const ProcessResult result = run({"import", "--document", "d", "large.txt"}, setup);
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, HasSubstr("'d'"));
+  EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+  EXPECT_EQ(groupCount(), 2u);
+}
+
+TEST_F(BadDrawings, AFullDiskIsNamed) {
+  write("large.txt", manyLines());
+  std::filesystem::create_directory(folder.path() / "disk");
+  ProcessSetup setup;
+  setup.smallDisk = folder.file("disk");
+  setup.smallDiskSize = 256 * 1024;
+  const ProcessResult result = run({"import", "--document", "disk/d", "large.txt"}, setup);
+  if (result.status == noSmallDisk) GTEST_SKIP() << "no right to mount a small disk here";
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, HasSubstr("'disk/d' has no room on its disk"));
+}
+
+TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
+  std::string lines;
+  for (int i = 0; i < 3000; ++i) {
+    lines += "P" + std::to_string(i) + " " + std::to_string(i % 7) + " " + std::to_string(i % 11) + " " +
+             std::to_string(i % 13) + "\n";
+  }
+  write("a.txt", lines);
+  write("b.txt", lines);
+  ProcessSetup setup;
+  setup.largestFile = 16 * 1024;
+  const ProcessResult result = run({"register", "--quiet", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, HasSubstr("common.txt: the common points can't be written"));
+}
+
+}  // namespace

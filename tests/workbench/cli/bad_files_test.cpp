@@ -1,0 +1,199 @@
+// Files of reference points as they shouldn't be.
+#include <gmock/gmock.h>
+
+#include "workbench/cli/survey_files.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class BadFiles : public SurveyFiles {
+ protected:
+  /// What the program says on standard error about such a file beside a good one.
+  std::string complaint(const std::string& bytes, int status) {
+    write("bad.txt", bytes);
+    const ProcessResult result = run({"register", "base.txt", "bad.txt", "shifted.txt"});
+    EXPECT_EQ(result.status, status);
+    return result.err;
+  }
+};
+
+TEST_F(BadFiles, AMissingFileIsNamedAndNothingIsTakenIn) {
+  const ProcessResult result = run({"import", "--document", "d", "base.txt", "none.txt"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: none.txt: there is no such file\n");
+  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 0u);
+}
+
+TEST_F(BadFiles, AFolderIsNoFile) {
+  const ProcessResult result = run({"register", "."});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: .: this is a folder; name the files in it\n");
+}
+
+TEST_F(BadFiles, AnUnreadableFileIsNamed) {
+  std::filesystem::permissions(folder.path() / "base.txt", std::filesystem::perms::none);
+  ProcessSetup setup;
+  setup.withoutRights = true;
+  const ProcessResult result = run({"register", "base.txt"}, setup);
+  if (result.status == notStarted) GTEST_SKIP() << "the build isn't readable for other users";
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: base.txt: the file can't be read: Permission denied\n");
+}
+
+TEST_F(BadFiles, AnEmptyFileIsNamed) { EXPECT_EQ(complaint("", 3), "tiepoint: bad.txt: the file is empty\n"); }
+
+TEST_F(BadFiles, AFileOfBlankLinesGivesNoPoints) {
+  EXPECT_EQ(complaint("\n  \n", 3), "tiepoint: bad.txt: no reference points found: line 1 is blank; take it out\n");
+}
+
+TEST_F(BadFiles, ABinaryFileIsSeenAsSuch) {
+  EXPECT_EQ(complaint(std::string("\x7F"
+                                  "ELF\0\1\2\3",
+                                  8),
+                      3),
+            "tiepoint: bad.txt: no reference points found: line 1 holds a zero byte, so the file isn't plain text\n");
+}
+
+TEST_F(BadFiles, AHeaderIsNamed) {
+  EXPECT_EQ(complaint("name x y z\nP1 0 0 0\n", 3),
+            "tiepoint: bad.txt: no reference points found: line 1 holds \"x\", which isn't a number\n");
+}
+
+TEST_F(BadFiles, TheWrongLayoutIsAnsweredWithTheRightOne) {
+  EXPECT_EQ(complaint("P1 0 0 0 1\n", 3),
+            "tiepoint: bad.txt: no reference points found: line 1 has 5 fields where NXYZ has 4 (name x y z); it reads "
+            "as NXYZW (name x y z weight)\n");
+}
+
+TEST_F(BadFiles, AFileWithoutPointsKeepsTheOthersFromTheDrawing) {
+  write("bad.txt", "x\n");
+  EXPECT_EQ(run({"import", "--document", "d", "base.txt", "bad.txt"}).status, 3);
+  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 0u);
+}
+
+TEST_F(BadFiles, ABadLineEndsTheReadingAndIsTold) {
+  EXPECT_EQ(complaint("P1 0 0 0\nP2 1 0 0\nP3 0 1 0\nP4 0 1,5 0\nP5 1 1 1\n", 0),
+            "tiepoint: warning: bad.txt: reading stopped after 3 points: line 4 of 5 has 5 fields where NXYZ has 4 "
+            "(name x y z); numbers take a decimal point, not a comma\n");
+  const json file = runJson({"register", "base.txt", "bad.txt", "shifted.txt"})["import"]["files"][1];
+  EXPECT_EQ(file["lines"], 5);
+  EXPECT_EQ(file["points"], 3);
+  EXPECT_EQ(file["stoppedAt"]["line"], 4);
+}
+
+TEST_F(BadFiles, BlankLinesAtTheEndAreNoLoss) {
+  EXPECT_THAT(complaint(std::string(baseLines) + "\n \n", 0), IsEmpty());
+}
+
+TEST_F(BadFiles, ABlankLineInTheMiddleIsALoss) {
+  EXPECT_EQ(complaint("P1 0 0 0\nP2 10 0 0\nP3 0 10 0\n\nP4 0 0 10\n", 0),
+            "tiepoint: warning: bad.txt: reading stopped after 3 points: line 4 of 5 is blank; take it out\n");
+}
+
+TEST_F(BadFiles, CarriageReturnsAreFine) {
+  EXPECT_THAT(complaint("P1 0 0 0\r\nP2 10 0 0\r\nP3 0 10 0\r\nP4 0 0 10\r\n", 0), IsEmpty());
+}
+
+TEST_F(BadFiles, AByteOrderMarkIsWarnedOfAndLosesTheFirstPointOnly) {
+  EXPECT_EQ(complaint("\xEF\xBB\xBF" + std::string(baseLines), 0),
+            "tiepoint: warning: bad.txt: a byte-order mark became part of the first point's name, which joins nothing "
+            "now; save the file without it\n");
+  const json points = runJson({"register", "base.txt", "bad.txt", "shifted.txt"})["points"];
+  EXPECT_EQ(points[4]["name"], "п»їP1");
+  EXPECT_EQ(points[4]["reason"], "lone-name");
+  EXPECT_TRUE(points[5]["active"]);
+}
+
+TEST_F(BadFiles, AByteOrderMarkBeforeANumberIsNamed) {
+  write("bad.txt",
+        "\xEF\xBB\xBF"
+        "1 2 3\n");
+  EXPECT_EQ(run({"register", "--xyz", "bad.txt"}).err,
+            "tiepoint: bad.txt: no reference points found: line 1 begins with a byte-order mark; save the file without "
+            "it\n");
+}
+
+TEST_F(BadFiles, NamesOfHighBytesAreWindows1251) {
+  const std::string lines = "\xCF\xF3\xED\xEA\xF2 0 0 0\nP2 10 0 0\nP3 0 10 0\n";
+  write("a.txt", lines);
+  write("b.txt", lines);
+  const ProcessResult result = run({"register", "a.txt", "b.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.err, IsEmpty());
+  EXPECT_THAT(result.out, HasSubstr("  a      Пункт "));
+  EXPECT_EQ(runJson({"register", "a.txt", "b.txt"})["points"][0]["name"], "Пункт");
+}
+
+TEST_F(BadFiles, NamesInUtf8AreWarnedOf) {
+  EXPECT_EQ(complaint("Пункт 0 0 0\nP2 10 0 0\nP3 0 10 0\nP4 0 0 10\n", 0),
+            "tiepoint: warning: bad.txt: names are taken as windows-1251, but the file is UTF-8: they join all the "
+            "same, and are shown wrongly; save the file as windows-1251\n");
+}
+
+TEST_F(BadFiles, ANameThatSteersATerminalIsDefused) {
+  write("a.txt", "P\x1B[2J 0 0 0\nP2 10 0 0\nP3 0 10 0\n");
+  write("b.txt", read("a.txt"));
+  const ProcessResult result = run({"register", "a.txt", "b.txt"});
+  EXPECT_THAT(result.out, HasSubstr("P?[2J"));
+  EXPECT_THAT(result.out, testing::Not(HasSubstr("\x1B")));
+}
+
+TEST_F(BadFiles, AFileNameThatIsntUtf8IsNamed) {
+  const ProcessResult result = run({"register", "bad\xFF.txt"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: bad?.txt: the file's name isn't UTF-8 text; rename the file\n");
+}
+
+TEST_F(BadFiles, AGroupNameOutsideWindows1251IsWarnedOf) {
+  write("測站.txt", shiftedLines);
+  const ProcessResult result = run({"register", "base.txt", "測站.txt", "--base", "測站"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err,
+            "tiepoint: warning: 測站.txt: the group's name has characters outside windows-1251, which the "
+            "module shows as \"?\"; rename the file\n");
+  EXPECT_THAT(result.out, HasSubstr("Registered pairwise with base ??"));
+}
+
+TEST_F(BadFiles, TwoFilesOfOneNameAreRefused) {
+  std::filesystem::create_directory(folder.path() / "other");
+  write("other/base.txt", shiftedLines);
+  const ProcessResult result = run({"register", "base.txt", "other/base.txt"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "tiepoint: base.txt and other/base.txt both give the group \"base\"; rename one of them\n");
+}
+
+TEST_F(BadFiles, ACoordinateThatIsNoNumberIsRefused) {
+  EXPECT_EQ(complaint("P1 0 0 nan\nP2 10 0 0\nP3 0 10 0\nP4 0 0 10\n", 1),
+            "tiepoint: point P1 of bad has a coordinate that isn't a finite number; correct it, or leave it out: "
+            "--exclude bad:P1\n");
+}
+
+TEST_F(BadFiles, TargetsOnOneLineAreWarnedOf) {
+  write("a.txt", "P1 0 0 0\nP2 10 0 0\nP3 20 0 0\n");
+  write("b.txt", "P1 0 5 0\nP2 10 5 0\nP3 20 5 0\n");
+  EXPECT_EQ(run({"register", "a.txt", "b.txt"}).err,
+            "tiepoint: warning: the points in use of a lie on one line: nothing holds its rotation about that line\n"
+            "tiepoint: warning: the points in use of b lie on one line: nothing holds its rotation about that line\n");
+}
+
+TEST_F(BadFiles, AMillionLinesAreTakenIn) {
+  std::string lines;
+  for (int i = 0; i < 1000000; ++i) lines += "P" + std::to_string(i) + " 1 2 3\n";
+  write("large.txt", lines);
+  const ProcessResult result = run({"import", "--document", "d", "large.txt"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"][0]["pointCount"], 1000000);
+}
+
+TEST_F(BadFiles, AMillionLinesBehindABadOneAreCounted) {
+  std::string lines = std::string(baseLines) + "bad\n";
+  for (int i = 0; i < 1000000; ++i) lines += "P1 1 2 3\n";
+  EXPECT_EQ(complaint(lines, 0),
+            "tiepoint: warning: bad.txt: reading stopped after 4 points: line 5 of 1000005 has 1 field where NXYZ has "
+            "4 (name x y z)\n");
+}
+
+}  // namespace

@@ -1,0 +1,290 @@
+// tiepoint register, from the outside.
+#include <gmock/gmock.h>
+
+#include "workbench/cli/survey_files.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class RegisterCommand : public SurveyFiles {};
+
+TEST_F(RegisterCommand, TwoStationsGiveTheShiftBetweenThem) {
+  const json result = runJson({"register", "--base", "base", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["method"], "pairwise with base");
+  EXPECT_EQ(result["groups"][0]["name"], "base");
+  EXPECT_TRUE(result["groups"][0]["base"]);
+  EXPECT_TRUE(result["groups"][0]["transform"].is_null());
+  const json shift = result["groups"][1]["transform"]["shift"];
+  EXPECT_NEAR(shift[0], -100.0, 1e-9);
+  EXPECT_NEAR(shift[1], -200.0, 1e-9);
+  EXPECT_NEAR(shift[2], -300.0, 1e-9);
+  EXPECT_NEAR(result["atBase"]["rms"], 0.0, 1e-9);
+  EXPECT_EQ(result["atBase"]["points"], 4);
+}
+
+TEST_F(RegisterCommand, TheSummaryHoldsTheImportsOwnWords) {
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.err, IsEmpty());
+  EXPECT_THAT(result.out, HasSubstr("  Found 2 files\n"));
+  EXPECT_THAT(result.out, HasSubstr("  Command complite. 2 groups of reference points loaded in document\n"));
+  EXPECT_THAT(result.out, HasSubstr("Registered pairwise: 8 of 8 points in use\n"));
+}
+
+TEST_F(RegisterCommand, OutputThatIsNoTerminalHasNoColours) {
+  EXPECT_THAT(run({"register", "base.txt", "shifted.txt"}).out, Not(HasSubstr("\x1B")));
+}
+
+TEST_F(RegisterCommand, FilesOfAllLayoutsGoIntoOneRegistration) {
+  write("weighted.txt", "P1 0 0 1 1\nP2 10 0 1 0.5\nP3 0 10 1 1\n");
+  write("unnamed.txt", "1 2 3\n");
+  write("unnamed_weighted.txt", "1 2 3 0.5\n");
+  const json result = runJson({"register", "base.txt", "--nxyz", "shifted.txt", "--xyz", "unnamed.txt", "--xyzw",
+                               "unnamed_weighted.txt", "--nxyzw", "weighted.txt"});
+  ASSERT_EQ(result["import"]["files"].size(), 5u);
+  EXPECT_EQ(result["import"]["files"][1]["layout"], "NXYZ");
+  EXPECT_EQ(result["import"]["files"][2]["layout"], "XYZ");
+  EXPECT_EQ(result["import"]["files"][3]["layout"], "XYZW");
+  EXPECT_EQ(result["import"]["files"][4]["layout"], "NXYZW");
+  EXPECT_EQ(result["points"][8]["reason"], "unnamed");
+  EXPECT_EQ(result["points"][11]["weight"], 0.5);
+  EXPECT_NEAR(result["groups"][4]["transform"]["shift"][2], -1.0, 1e-9);
+}
+
+TEST_F(RegisterCommand, ExcludedAndWeightlessPointsAreOutAndSaySo) {
+  write("third.txt", baseLines);
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "third.txt", "--exclude", "base:P1",
+                                    "--weight", "shifted:P2=0", "--exclude", "third"});
+  EXPECT_EQ(result.status, 1) << "two points are left in common";
+  EXPECT_THAT(result.out, HasSubstr("  base     excluded                                           P1\n"));
+  EXPECT_THAT(result.out, HasSubstr("  shifted  weight 0                                           P2\n"));
+  EXPECT_THAT(result.out, HasSubstr("  third    excluded                                           P1, P2, P3, P4\n"));
+}
+
+TEST_F(RegisterCommand, AFileOfWeightsCountsAndTheOptionGoesOverIt) {
+  write("weights.txt", "# far away\nshifted P1 0.5\nshifted P2 0.25\n");
+  const json result =
+      runJson({"register", "base.txt", "shifted.txt", "--weights", "weights.txt", "--weight", "shifted:P2=1"});
+  EXPECT_EQ(result["points"][4]["weight"], 0.5);
+  EXPECT_EQ(result["points"][5]["weight"], 1.0);
+}
+
+TEST_F(RegisterCommand, GroupsThatDontHangTogetherAreToldWhatTheyLack) {
+  write("far.txt", "P1 0 0 0\nQ1 1 0 0\nQ2 0 1 0\nQ3 0 0 1\n");
+  write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "far.txt", "far2.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tiepoint: not registered: the groups don't hang together\n");
+  EXPECT_THAT(result.out, HasSubstr("  cluster 0  base, shifted\n  cluster 1  far, far2\n"));
+  EXPECT_THAT(result.out, HasSubstr("  cluster 0 (base, shifted) and cluster 1 (far, far2)  1 common name (P1)  2 more "
+                                    "needed\n"));
+  EXPECT_THAT(result.out, HasSubstr("--keep-cluster NUMBER"));
+}
+
+TEST_F(RegisterCommand, AClusterCanBeKept) {
+  write("far.txt", "P1 0 0 0\nQ1 1 0 0\nQ2 0 1 0\nQ3 0 0 1\n");
+  write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
+  write("loner.txt", "P1 0 0 0\nP2 1 0 0\nQ1 0 0 1\n");
+  const json result =
+      runJson({"register", "base.txt", "shifted.txt", "far.txt", "far2.txt", "loner.txt", "--keep-cluster", "1"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["keptCluster"], 1);
+  EXPECT_EQ(result["groups"][0]["active"], 0);
+  EXPECT_FALSE(result["groups"][3]["transform"].is_null());
+}
+
+TEST_F(RegisterCommand, AClusterThatThereIsntIsAnUsageError) {
+  write("far.txt", "Q1 1 0 0\nQ2 0 1 0\nQ3 0 0 1\n");
+  write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
+  const ProcessResult result =
+      run({"register", "base.txt", "shifted.txt", "far.txt", "far2.txt", "--keep-cluster", "7"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "tiepoint: --keep-cluster 7: the clusters are 0 to 1\n");
+}
+
+TEST_F(RegisterCommand, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
+  write("third.txt", shiftedLines);
+  const ProcessResult result = run({"register", "--base", "base", "base.txt", "shifted.txt", "third.txt", "--exclude",
+                                    "base:P1", "--exclude", "base:P2"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tiepoint: not registered: the base shares fewer than 3 points with the others\n");
+  EXPECT_THAT(result.out, HasSubstr("leave out --base to have that"));
+}
+
+TEST_F(RegisterCommand, AStationThatIsLeftOutIsWarnedOf) {
+  write("thin.txt", "P1 0 0 0\nP2 1 0 0\n");
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "thin.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "tiepoint: warning: thin isn't registered; see the points that are out\n");
+  EXPECT_THAT(result.out, HasSubstr("  thin  the group is left with fewer than 3 shared points  P1, P2\n"));
+  EXPECT_THAT(result.out, HasSubstr("  thin     not registered\n"));
+}
+
+TEST_F(RegisterCommand, OneStationAloneHasNothingToJoin) {
+  const ProcessResult result = run({"register", "base.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.out, HasSubstr("Not registered: base is alone; there is no second group to join it with.\n"));
+}
+
+TEST_F(RegisterCommand, QuietSaysNothingWhenAllIsWell) {
+  write("thin.txt", "P1 0 0 0\nP2 1 0 0\n");
+  const ProcessResult result = run({"register", "--quiet", "base.txt", "shifted.txt", "thin.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, IsEmpty());
+  EXPECT_THAT(result.err, IsEmpty());
+}
+
+// --- What is written.
+
+TEST_F(RegisterCommand, CommonPointsGoToTheNamedFileWithOrWithoutItsEnding) {
+  EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "common.txt"}).status, 0);
+  EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "other"}).status, 0);
+  EXPECT_EQ(read("common.txt"),
+            "P1 0.000000 0.000000 0.000000 1.00\nP2 10.000000 0.000000 0.000000 1.00\n"
+            "P3 0.000000 10.000000 0.000000 1.00\nP4 0.000000 0.000000 10.000000 1.00\n");
+  EXPECT_EQ(read("other.txt"), read("common.txt"));
+}
+
+TEST_F(RegisterCommand, NothingIsOverwrittenSilently) {
+  write("common.txt", "mine");
+  const std::vector<std::string> arguments{"register", "base.txt", "shifted.txt", "--common-points", "common.txt"};
+  const ProcessResult refused = run(arguments);
+  EXPECT_EQ(refused.status, 3);
+  EXPECT_EQ(refused.err, "tiepoint: --common-points common.txt: common.txt exists; --force replaces it\n");
+  EXPECT_EQ(read("common.txt"), "mine");
+
+  std::vector<std::string> forced = arguments;
+  forced.push_back("--force");
+  EXPECT_EQ(run(forced).status, 0);
+  EXPECT_THAT(read("common.txt"), HasSubstr("P1 "));
+}
+
+TEST_F(RegisterCommand, AFolderThatIsntThereIsNamed) {
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--common-points", "out/common.txt"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: --common-points out/common.txt: there is no folder out; make it first\n");
+}
+
+TEST_F(RegisterCommand, MergedTargetsCanBeStoredAsAGroup) {
+  ASSERT_EQ(run({"register", "--document", "d", "base.txt", "shifted.txt", "--store", "merged"}).status, 0);
+  const json groups = runJson({"groups", "--document", "d", "--points"});
+  EXPECT_EQ(groups["groups"][2]["name"], "merged");
+  EXPECT_EQ(groups["groups"][2]["points"][1]["name"], "P2");
+  EXPECT_NEAR(groups["groups"][2]["points"][1]["x"], 10.0, 1e-9);
+  const ProcessResult again = run({"register", "--document", "d", "--store", "merged"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("tiepoint: --store merged: the drawing has a group of this name already"));
+}
+
+// --- Clouds.
+
+class RegisterClouds : public RegisterCommand {
+ protected:
+  RegisterClouds() {
+    write("shifted.xyz", "100 200 300 17\n");
+    write("base.xyz", "1 2 3 18\n");
+    std::filesystem::create_directory(folder.path() / "out");
+  }
+  const std::vector<std::string> applied{"register", "--document",    "d",       "--base",
+                                         "base",     "--apply",       "--cloud", "shifted=shifted.xyz",
+                                         "--cloud",  "base=base.xyz", "--moved", "out"};
+  std::vector<std::string> with(std::vector<std::string> more) const {
+    more.insert(more.begin(), applied.begin(), applied.end());
+    return more;
+  }
+};
+
+TEST_F(RegisterClouds, ApplyMovesTheCloudOfEachGroupAndWritesMovedCopies) {
+  const ProcessResult result = run(with({"base.txt", "shifted.txt"}));
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_THAT(result.out, HasSubstr("  shifted  moved "));
+  EXPECT_THAT(result.out, HasSubstr("  base     stays: its group is the base "));
+  EXPECT_EQ(read("out/base.xyz"), "1 2 3 18\n");
+
+  double x = 1, y = 1, z = 1;
+  int intensity = 0;
+  ASSERT_EQ(std::sscanf(read("out/shifted.xyz").c_str(), "%lf %lf %lf %d", &x, &y, &z, &intensity), 4);
+  EXPECT_NEAR(x, 0.0, 1e-9);
+  EXPECT_NEAR(y, 0.0, 1e-9);
+  EXPECT_NEAR(z, 0.0, 1e-9);
+  EXPECT_EQ(intensity, 17);
+
+  const json clouds = runJson({"clouds", "--document", "d"});
+  EXPECT_EQ(clouds["clouds"][0]["name"], "shifted");
+  EXPECT_EQ(clouds["clouds"][0]["source"], (folder.path() / "shifted.xyz").string());
+  EXPECT_NEAR(clouds["clouds"][0]["matrix"][2][3], -300.0, 1e-9);
+  EXPECT_EQ(clouds["clouds"][1]["matrix"], json::parse("[[1.0,0.0,0.0,0.0],[0.0,1.0,0.0,0.0],[0.0,0.0,1.0,0.0],"
+                                                       "[0.0,0.0,0.0,1.0]]"));
+}
+
+TEST_F(RegisterClouds, ASecondApplyIsRefusedUnlessForced) {
+  ASSERT_EQ(run(with({"base.txt", "shifted.txt"})).status, 0);
+  const ProcessResult again = run({"register", "--document", "d", "--base", "base", "--apply"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(again.err,
+            "tiepoint: cloud shifted was moved before; applying again would move it once more (--force does)\n");
+  EXPECT_NEAR(runJson({"clouds", "--document", "d"})["clouds"][0]["matrix"][2][3], -300.0, 1e-9);
+  EXPECT_EQ(run({"register", "--document", "d", "--base", "base", "--apply", "--force"}).status, 0);
+  EXPECT_NEAR(runJson({"clouds", "--document", "d"})["clouds"][0]["matrix"][2][3], -600.0, 1e-9);
+}
+
+TEST_F(RegisterClouds, WhatFailsAtTheEndLeavesTheDrawingAsItWas) {
+  write("out/shifted.xyz", "mine");
+  const ProcessResult result = run(with({"base.txt", "shifted.txt", "--store", "merged"}));
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: out/shifted.xyz: the file exists; --force replaces it\n");
+  EXPECT_EQ(runJson({"clouds", "--document", "d"})["clouds"].size(), 0u);
+  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 2u);
+}
+
+TEST_F(RegisterClouds, WithoutApplyNothingMoves) {
+  const json result = runJson({"register", "base.txt", "shifted.txt", "--cloud", "shifted=shifted.xyz"});
+  EXPECT_EQ(result["clouds"][0]["move"], "not-asked");
+  EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--moved", "out"}).status, 2);
+}
+
+TEST_F(RegisterClouds, ACloudOfNoGroupOrNoFileIsRefused) {
+  const ProcessResult unknown = run({"register", "base.txt", "shifted.txt", "--cloud", "shiftet=shifted.xyz"});
+  EXPECT_EQ(unknown.status, 2);
+  EXPECT_EQ(unknown.err,
+            "tiepoint: --cloud shiftet=shifted.xyz: there is no group \"shiftet\"; did you mean \"shifted\"?\n");
+  const ProcessResult missing = run({"register", "base.txt", "shifted.txt", "--cloud", "shifted=none.xyz"});
+  EXPECT_EQ(missing.status, 3);
+  EXPECT_EQ(missing.err, "tiepoint: none.xyz: there is no such file (cloud shifted)\n");
+}
+
+// --- The drawing.
+
+TEST_F(RegisterCommand, ADrawingThatHoldsGroupsNeedsNoFiles) {
+  ASSERT_EQ(run({"import", "--document", "d", "base.txt", "shifted.txt"}).status, 0);
+  const json result = runJson({"register", "--document", "d"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["document"], "d");
+  EXPECT_EQ(result["import"]["files"].size(), 0u);
+}
+
+TEST_F(RegisterCommand, FilesJoinWhatTheDrawingHolds) {
+  ASSERT_EQ(run({"import", "--document", "d", "base.txt"}).status, 0);
+  EXPECT_EQ(runJson({"register", "--document", "d", "shifted.txt"})["groups"].size(), 2u);
+  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 2u);
+}
+
+TEST_F(RegisterCommand, AnEmptyDrawingIsRefused) {
+  ASSERT_EQ(run({"clouds", "--document", "d", "--add", "a=base.txt"}).status, 0);
+  const ProcessResult result = run({"register", "--document", "d"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tiepoint: the drawing holds no reference points; name files to take in\n");
+}
+
+TEST_F(RegisterCommand, AMistypedBaseLeavesTheDrawingUnmade) {
+  const ProcessResult result = run({"register", "--document", "d", "--base", "bse", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "tiepoint: --base bse: there is no group \"bse\"; did you mean \"base\"?\n");
+}
+
+}  // namespace

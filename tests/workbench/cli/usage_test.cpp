@@ -1,0 +1,129 @@
+// The command line itself: help, mistakes, and where output goes.
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include "workbench/cli/survey_files.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class Usage : public SurveyFiles {
+ protected:
+  /// The one line that a mistake gets.
+  std::string mistake(const std::vector<std::string>& arguments) {
+    const ProcessResult result = run(arguments);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.out, IsEmpty());
+    return result.err;
+  }
+};
+
+TEST_F(Usage, HelpOfEveryCommandLeadsWithExamplesAndTellsTheExitStatuses) {
+  for (const std::string command : {"register", "import", "groups", "clouds", "rpc"}) {
+    const ProcessResult result = run({command, "--help"});
+    EXPECT_EQ(result.status, 0) << command;
+    EXPECT_THAT(result.err, IsEmpty());
+    const std::size_t examples = result.out.find("Examples:\n  ");
+    ASSERT_NE(examples, std::string::npos) << command;
+    EXPECT_LT(examples, result.out.find("Options:")) << command;
+    EXPECT_THAT(result.out, HasSubstr("tiepoint " + command)) << command;
+  }
+  EXPECT_THAT(run({"--help"}).out, HasSubstr("Exit status:\n  0  done\n  1  refused"));
+  EXPECT_THAT(run({"register", "--help"}).out, HasSubstr("Exit status:\n  0  done\n  1  refused"));
+}
+
+TEST_F(Usage, TheVersionIsPrinted) {
+  const ProcessResult result = run({"--version"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "tiepoint " PROJECT_VERSION_TEXT "\n");
+}
+
+TEST_F(Usage, MistakesGetOneLineThatHelps) {
+  EXPECT_EQ(mistake({}), "tiepoint: no command; see tiepoint --help\n");
+  EXPECT_EQ(mistake({"regster"}),
+            "tiepoint: there is no command \"regster\"; did you mean \"register\"?; see tiepoint --help\n");
+  EXPECT_EQ(mistake({"register", "--bsae", "S1"}),
+            "tiepoint: there is no option --bsae; did you mean --base?; see tiepoint register --help\n");
+  EXPECT_EQ(mistake({"register"}),
+            "tiepoint: nothing to register; name files of reference points, or a drawing with --document FILE\n");
+  EXPECT_EQ(mistake({"import", "base.txt"}), "tiepoint: --document is required; see tiepoint import --help\n");
+  EXPECT_EQ(mistake({"import", "--document", "d"}), "tiepoint: nothing to import; name files of reference points\n");
+  EXPECT_EQ(mistake({"groups", "--document", "d", "x"}),
+            "tiepoint: \"x\" isn't expected here; see tiepoint groups --help\n");
+  EXPECT_EQ(mistake({"register", "--layout", "ZYX", "base.txt"}),
+            "tiepoint: --layout ZYX: no such layout; choose NXYZ, XYZ, XYZW or NXYZW\n");
+  EXPECT_EQ(mistake({"register", "--method", "guess", "base.txt"}),
+            "tiepoint: --method guess: no such method; there is: pairwise\n");
+  EXPECT_EQ(mistake({"register", "--unit", "ft", "base.txt"}),
+            "tiepoint: --unit ft: the unit of the files is m or mm\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--exclude", "base:P9"}),
+            "tiepoint: --exclude base:P9: group \"base\" has no point \"P9\"; did you mean \"P1\"?\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--weight", "base:P1=2"}),
+            "tiepoint: --weight base:P1=2: the weight must be a number from 0 to 1\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--base", "b\xFF"}),
+            "tiepoint: the byte 0xFF at offset 1 isn't UTF-8; names and paths are given as UTF-8\n");
+}
+
+TEST_F(Usage, AFileWhoseNameBeginsWithADashStandsBehindTwoDashes) {
+  write("-base.txt", baseLines);
+  EXPECT_EQ(run({"register", "--", "-base.txt", "shifted.txt"}).status, 0);
+}
+
+TEST_F(Usage, AModuleThatIsNoneIsNamed) {
+  const ProcessResult result = run({"groups", "--document", "d", "--module", "base.txt"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, StartsWith("tiepoint: cannot use the module "));
+}
+
+TEST_F(Usage, AProfileThatIsNoneIsNamed) {
+  const ProcessResult result = run({"groups", "--document", "d", "--profile", "base.txt"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, HasSubstr("base.txt"));
+}
+
+TEST_F(Usage, AResultThatCantBeWrittenIsAnError) {
+  if (access("/dev/full", W_OK) != 0) GTEST_SKIP() << "no device that is always full";
+  ProcessSetup setup;
+  setup.outFile = "/dev/full";
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt"}, setup);
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: standard output can't be written: No space left on device; the result is lost\n");
+  EXPECT_EQ(run({"--help"}, setup).status, 3);
+}
+
+TEST_F(Usage, AReaderThatGoesAwayIsNoError) {
+  const std::string script =
+      std::string("'") + TIEPOINT_PROGRAM + "' register base.txt shifted.txt | true; echo ${PIPESTATUS[0]}";
+  ProcessSetup setup;
+  setup.folder = folder.path().string();
+  const ProcessResult result = runProgram("/bin/bash", {"-c", script}, setup);
+  EXPECT_EQ(result.out, "0\n");
+  EXPECT_THAT(result.err, IsEmpty());
+}
+
+TEST_F(Usage, RpcAnswersUntilItsInputEnds) {
+  ProcessSetup setup;
+  setup.input = "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"document.list\"}\n";
+  const ProcessResult result = run({"rpc", "--document", "d"}, setup);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(
+      result.out,
+      "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"documents\":[{\"document\":1,\"path\":\"d\",\"active\":true}]}}"
+      "\n");
+  EXPECT_THAT(result.err, IsEmpty());
+}
+
+TEST_F(Usage, RpcThatCantAnswerSaysSo) {
+  if (access("/dev/full", W_OK) != 0) GTEST_SKIP() << "no device that is always full";
+  ProcessSetup setup;
+  setup.input = "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"host.info\"}\n";
+  setup.outFile = "/dev/full";
+  const ProcessResult result = run({"rpc"}, setup);
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: standard output can't be written; the last answers are lost\n");
+}
+
+}  // namespace
