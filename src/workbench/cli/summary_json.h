@@ -9,7 +9,7 @@
 namespace tiepoint::workbench::cli {
 
 /// One JSON object with all that the summary in text form tells; lengths in drawing units, numbers
-/// with all their digits. docs/register_json.md describes every key.
+/// with all their digits. docs/register-json.md describes every key.
 std::string summaryJson(const Road& road, const std::vector<std::string>& warnings);
 
 }  // namespace tiepoint::workbench::cli
