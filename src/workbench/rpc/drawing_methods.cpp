@@ -4,6 +4,7 @@
 #include "platform/pointclouds/point_cloud_definition.h"
 #include "platform/pointclouds/points_repository.h"
 #include "platform/sdk/od_db_dictionary.h"
+#include "workbench/host/text_encoding.h"
 #include "workbench/rpc/methods.h"
 
 namespace tiepoint::workbench {
@@ -160,7 +161,7 @@ OrderedJson listClouds(RpcContext& context, const Parameters&) {
 OrderedJson addCloud(RpcContext& context, const Parameters& parameters) {
   const OdDbDatabasePtr database = context.workbench.requireActiveDocument().database();
   const OdString name = parameters.wideText("name");
-  const OdString source = parameters.has("source") ? parameters.read("source", wideTextFromJson) : std::wstring();
+  const OdString source = parameters.has("source") ? wideFromUtf8(parameters.path("source")) : std::wstring();
   bool added = false;
   context.workbench.inTransaction([&] {
     added =

@@ -46,6 +46,49 @@ class ParserGuard {
   std::vector<std::set<std::string>> names;
 };
 
+Json parseGuarded(const std::string& text) {
+  ParserGuard guard;
+  return Json::parse(
+      text, [&](int depth, Json::parse_event_t event, const Json& parsed) { return guard(depth, event, parsed); });
+}
+
+/// What stands for a number that is too great: neither a number nor a text, nor an array of either.
+constexpr const char* overflowMark = "[[]]";
+
+/// The end of the string literal that starts at `at`.
+std::size_t endOfLiteral(const std::string& text, std::size_t at) {
+  for (++at; at < text.size() && text[at] != '"'; ++at) {
+    if (text[at] == '\\') ++at;
+  }
+  return std::min(at + 1, text.size());
+}
+
+/// Throws Json::parse_error for what begins like a number and is none.
+bool isTooGreat(const std::string& token) {
+  if (token[0] != '-' && (token[0] < '0' || token[0] > '9')) return false;
+  try {
+    return !Json::parse(token).is_number();
+  } catch (const Json::out_of_range&) {
+    return true;
+  }
+}
+
+/// The text with overflowMark for each number that the parser refuses as too great.
+std::string withoutOverflowingNumbers(const std::string& text) {
+  std::string marked;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t start = at;
+    if (text[at] == '"') {
+      at = endOfLiteral(text, at);
+    } else {
+      at = std::max(at + 1, std::min(text.find_first_not_of("0123456789+-.eE", at), text.size()));
+    }
+    const std::string token = text.substr(start, at - start);
+    marked += isTooGreat(token) ? overflowMark : token;
+  }
+  return marked;
+}
+
 void writeDouble(double value, std::string& text) {
   char digits[32];
   const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
@@ -112,9 +155,11 @@ Json parseJson(const std::string& text) {
   // The parser takes a zero byte for the end of the text.
   if (text.find('\0') != std::string::npos) throw NotJson("the text holds a zero byte");
   try {
-    ParserGuard guard;
-    return Json::parse(
-        text, [&](int depth, Json::parse_event_t event, const Json& parsed) { return guard(depth, event, parsed); });
+    try {
+      return parseGuarded(text);
+    } catch (const Json::out_of_range&) {
+      return parseGuarded(withoutOverflowingNumbers(text));
+    }
   } catch (const Json::exception& error) {
     throw NotJson(error.what());
   }

@@ -27,7 +27,8 @@ class TooDeep : public std::runtime_error {
 /// A request is four levels deep, in a batch five; the rest is room.
 inline constexpr int deepestNesting = 64;
 
-/// Throws NotJson and TooDeep.
+/// Throws NotJson and TooDeep. A number that is too great for a double is JSON too: it becomes a
+/// value that no parameter takes, so that whoever reads it can name it.
 Json parseJson(const std::string& text);
 
 /// On one line, without blanks. A double is written with the fewest digits that read back as the

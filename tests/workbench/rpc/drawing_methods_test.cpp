@@ -126,8 +126,10 @@ TEST_F(DrawingMethods, GiveTheMatrixRowAfterRow) {
             std::string::npos);
 }
 
-TEST_F(DrawingMethods, RefuseASourceThatIsNoText) {
+TEST_F(DrawingMethods, RefuseASourceThatIsNoPath) {
   EXPECT_EQ(refusal("document.addCloud", R"({"name":"hall","source":null})"), R"({"code":-32602,"data":"source"})");
+  EXPECT_EQ(refusal("document.addCloud", R"({"name":"hall","source":"a\u0000b"})"),
+            R"({"code":-32602,"data":"source"})");
   EXPECT_EQ(result("document.clouds"), R"({"clouds":[]})");
 }
 

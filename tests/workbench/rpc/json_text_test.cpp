@@ -50,7 +50,19 @@ TEST(ParseJson, AllowsOneNameInSeveralObjects) {
   EXPECT_NO_THROW(parseJson(R"({"a":{"a":{"a":1},"b":{"a":1}},"b":[{"a":1},{"a":1}]})"));
 }
 
-TEST(ParseJson, RefusesANumberBeyondTheRangeOfDoubles) { EXPECT_THROW(parseJson("1e999"), NotJson); }
+TEST(ParseJson, ReadsANumberBeyondTheRangeOfDoublesAsAValueThatNothingTakes) {
+  EXPECT_EQ(parseJson("1e999").dump(), "[[]]");
+  EXPECT_EQ(parseJson(R"({"a":[1e308,-1e999,1E+400],"1e999":"\"1e999","b":1e-999})").dump(),
+            R"({"1e999":"\"1e999","a":[1e+308,[[]],[[]]],"b":0.0})");
+  EXPECT_EQ(parseJson(std::string(400, '9')).dump(), "[[]]");
+}
+
+TEST(ParseJson, RefusesWhatIsNoJsonBesideANumberThatIsTooGreat) {
+  for (const char* text :
+       {"[1e999", "[1e999,]", "1e9991e999", "[1e999,01e999]", "[1e999,1.e999]", "1e999\"", "{\"a\":1e999,\"a\":1}"}) {
+    EXPECT_THROW(parseJson(text), NotJson) << text;
+  }
+}
 
 TEST(ParseJson, GoesAsDeepAsItSays) {
   EXPECT_NO_THROW(parseJson(nested(deepestNesting)));
