@@ -100,8 +100,11 @@ void applyMoves(const OdDbDatabase& database, iMultiRegistrator& session, std::v
 void writeCopies(std::vector<CloudReport>& clouds, const std::string& folder, bool force) {
   const fs::path target(wideFromUtf8(folder));
   boost::system::error_code error;
-  if (!fs::is_directory(target, error)) {
-    throw CommandError(ExitStatus::file, fmt::format("--moved {}: there is no such folder; make it first", folder));
+  fs::create_directories(target, error);
+  boost::system::error_code ignored;
+  if (!fs::is_directory(target, ignored)) {
+    throw CommandError(ExitStatus::file,
+                       fmt::format("--moved {}: the folder can't be made: {}", folder, error.message()));
   }
   std::set<std::string> written;
   for (CloudReport& cloud : clouds) {

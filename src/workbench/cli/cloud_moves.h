@@ -57,7 +57,8 @@ std::vector<CloudReport> foreseenMoves(const OdDbDatabase& database, const Sessi
 void applyMoves(const OdDbDatabase& database, ZOR::reg::iMultiRegistrator& session, std::vector<CloudReport>& clouds,
                 bool force);
 
-/// Writes a moved copy of each cloud that has a file into the folder, under the file's own name.
+/// Writes a moved copy of each cloud that has a file into the folder, under the file's own name. The
+/// folder is made when it is missing.
 /// Throws CommandError(file).
 void writeCopies(std::vector<CloudReport>& clouds, const std::string& folder, bool force);
 

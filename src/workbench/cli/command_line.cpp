@@ -81,7 +81,8 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
       ->type_name("NUMBER");
   addRepeated(app, "--cloud", options.clouds, "NAME=FILE", "add a point cloud; it moves with the group of its name");
   app.add_flag("--apply", options.apply, "move the drawing's clouds");
-  addText(app, "--moved", options.moved, "FOLDER", "with --apply: write moved copies of clouds in text form there");
+  addText(app, "--moved", options.moved, "FOLDER",
+          "with --apply: write moved copies of clouds in text form there; made if missing");
   addText(app, "--store", options.store, "NAME", "store the merged targets in the drawing as a group");
   addText(app, "--common-points", options.commonPoints, "FILE", "write the merged targets: name x y z weight");
   app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
@@ -104,7 +105,7 @@ void addGroups(CLI::App& app, GroupsOptions& options) {
 void addClouds(CLI::App& app, CloudsOptions& options) {
   addHostOptions(app, options.host, "the drawing; made when it is missing and clouds are added")->required();
   addRepeated(app, "--add", options.add, "NAME=FILE", "add a point cloud");
-  addText(app, "--moved", options.moved, "FOLDER", "write moved copies of clouds in text form there");
+  addText(app, "--moved", options.moved, "FOLDER", "write moved copies of clouds in text form there; made if missing");
   app.add_flag("--force", options.force, "replace files that exist");
   app.add_flag("--json", options.json, "print one JSON object instead of text");
 }

@@ -104,26 +104,6 @@ std::vector<FileSurvey> surveyAll(const std::vector<LayoutFiles>& runs) {
   return surveys;
 }
 
-/// Imports into a drawing in memory, so that every file is known before anything changes.
-Import rehearse(Workbench& workbench, const std::vector<LayoutFiles>& runs, Warnings& warnings) {
-  const std::vector<FileSurvey> surveys = surveyAll(runs);
-  const ScratchDocument scratch(workbench);
-  Import import;
-  import.messages = runCommand(workbench, runs);
-  const auto counts = pointCounts(workbench);
-  auto survey = surveys.begin();
-  for (const LayoutFiles& run : runs) {
-    for (const std::string& path : run.paths) {
-      const auto count = counts.find(groupOf(path));
-      const std::uint64_t points = count == counts.end() ? 0 : count->second;
-      import.files.push_back(describeFile(path, run.layout, *survey, points));
-      warnOfMarks(import.files.back(), *survey++, warnings);
-      warnOfStop(import.files.back(), warnings);
-    }
-  }
-  return import;
-}
-
 }  // namespace
 
 std::vector<std::string> groupsOfFiles(const std::vector<LayoutFiles>& runs) {
@@ -143,10 +123,26 @@ std::vector<std::string> groupsOfFiles(const std::vector<LayoutFiles>& runs) {
   return groups;
 }
 
-Import importFiles(Workbench& workbench, const std::vector<LayoutFiles>& runs, Warnings& warnings) {
-  if (runs.empty()) return {};
-  groupsOfFiles(runs);
-  Import import = rehearse(workbench, runs, warnings);
+Import rehearseImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, Warnings& warnings) {
+  const std::vector<FileSurvey> surveys = surveyAll(runs);
+  const ScratchDocument scratch(workbench);
+  Import import;
+  import.messages = runCommand(workbench, runs);
+  const auto counts = pointCounts(workbench);
+  auto survey = surveys.begin();
+  for (const LayoutFiles& run : runs) {
+    for (const std::string& path : run.paths) {
+      const auto count = counts.find(groupOf(path));
+      const std::uint64_t points = count == counts.end() ? 0 : count->second;
+      import.files.push_back(describeFile(path, run.layout, *survey, points));
+      warnOfMarks(import.files.back(), *survey++, warnings);
+      warnOfStop(import.files.back(), warnings);
+    }
+  }
+  return import;
+}
+
+void carryOutImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, Import& import, Warnings& warnings) {
   const auto before = pointCounts(workbench);
   import.messages = runCommand(workbench, runs);
   for (ImportedFile& file : import.files) {
@@ -156,7 +152,6 @@ Import importFiles(Workbench& workbench, const std::vector<LayoutFiles>& runs, W
           fmt::format("{}: the drawing has a group \"{}\" already; the file was not taken in", file.path, file.group));
     }
   }
-  return import;
 }
 
 }  // namespace tiepoint::workbench::cli

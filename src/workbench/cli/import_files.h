@@ -52,8 +52,11 @@ struct Import {
 /// path that isn't UTF-8, (usage) when two files give one group.
 std::vector<std::string> groupsOfFiles(const std::vector<LayoutFiles>& runs);
 
-/// Imports into the active drawing. Throws CommandError(file), with nothing changed, for a file
-/// that can't be read or gives no point.
-Import importFiles(Workbench& workbench, const std::vector<LayoutFiles>& runs, Warnings& warnings);
+/// Imports into a drawing in memory, so that every file is known before a drawing changes or is made.
+/// Throws CommandError(file) for a file that can't be read or gives no point.
+Import rehearseImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, Warnings& warnings);
+
+/// Imports into the active drawing what was rehearsed, and notes what it didn't take.
+void carryOutImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, Import& import, Warnings& warnings);
 
 }  // namespace tiepoint::workbench::cli

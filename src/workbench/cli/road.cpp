@@ -58,6 +58,18 @@ void applyChoices(DrivenSession& session, const RegisterOptions& options) {
   }
 }
 
+/// The groups that still take part although they aren't in the cluster. Several bases are one group
+/// there, named by the first.
+GroupIdSet activeOutside(const GroupIdSet& cluster, const SessionState& state) {
+  const auto isBase = [&](GroupId group) { return state.group(group).inBase; };
+  const bool hasBase = std::any_of(cluster.begin(), cluster.end(), isBase);
+  GroupIdSet others;
+  for (const GroupId group : activeGroups(state)) {
+    if (cluster.count(group) == 0 && !(hasBase && isBase(group))) others.insert(group);
+  }
+  return others;
+}
+
 /// Groups outside every cluster stay in the session when one cluster is kept; they would keep it
 /// from being solved.
 void keepCluster(DrivenSession& session, std::uint64_t number, Warnings& warnings) {
@@ -70,10 +82,7 @@ void keepCluster(DrivenSession& session, std::uint64_t number, Warnings& warning
                                                             clusters.rbegin()->first));
   }
   session.keepCluster(number);
-  GroupIdSet others;
-  for (const GroupId group : activeGroups(session.state())) {
-    if (kept->second.count(group) == 0 && !session.state().group(group).inBase) others.insert(group);
-  }
+  const GroupIdSet others = activeOutside(kept->second, session.state());
   if (!others.empty()) session.excludeGroups(others);
 
   std::vector<std::string> left;
@@ -89,7 +98,10 @@ bool baseIsLost(const SessionState& state, const RegisterOptions& options) {
 
 Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
   if (baseIsLost(session.state(), options)) return Outcome::baseLost;
-  if (session.registerPairwise()) return Outcome::registered;
+  if (session.registerPairwise()) {
+    if (options.keepCluster) warnings.add("the groups hang together as they are; --keep-cluster changed nothing");
+    return Outcome::registered;
+  }
   if (!options.keepCluster) return Outcome::notLinked;
   keepCluster(session, *options.keepCluster, warnings);
   road.keptCluster = options.keepCluster;
@@ -221,7 +233,11 @@ Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warn
 
   Road road;
   road.document = options.host.document;
-  road.import = importFiles(workbench, runs, warnings);
+  if (!runs.empty()) {
+    road.import = rehearseImport(workbench, runs, warnings);
+    makeDrawing(workbench, options.host.document);
+    carryOutImport(workbench, runs, road.import, warnings);
+  }
   const SessionPtr registrator = workbench.newSession();
   DrivenSession session(*registrator);
   travelWith(workbench, session, options, delivery, road, warnings);

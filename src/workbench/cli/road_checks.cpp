@@ -28,8 +28,10 @@ std::string withoutEnding(const std::string& name) {
 /// The names by which the session will know the groups.
 std::vector<std::string> groupsToCome(Workbench& workbench, const std::vector<LayoutFiles>& runs) {
   std::vector<std::string> names = groupsOfFiles(runs);
-  const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
-  for (const StoredGroup& group : storedGroups(*database)) names.push_back(utf8FromWide(group.name));
+  if (HostDocument* const document = workbench.activeDocument()) {
+    const OdDbDatabasePtr database = document->database();
+    for (const StoredGroup& group : storedGroups(*database)) names.push_back(utf8FromWide(group.name));
+  }
   for (std::string& name : names) name = sessionName(name);
   return names;
 }
@@ -61,15 +63,22 @@ CommonPointsTarget commonPointsTarget(const std::string& file, bool force) {
 }
 
 void openDrawing(Workbench& workbench, const std::string& document, bool hasFiles) {
-  if (!document.empty()) {
-    wideFromUtf8(document);
-    workbench.openDocument(document, hasFiles);
-  } else if (hasFiles) {
-    workbench.openTemporaryDocument();
-  } else {
+  if (document.empty() && !hasFiles) {
     throw CommandError(ExitStatus::usage,
                        "nothing to register; name files of reference points, or a drawing with "
                        "--document FILE");
+  }
+  boost::system::error_code error;
+  const bool isThere = !document.empty() && fs::exists(fs::path(wideFromUtf8(document)), error);
+  if (isThere || !hasFiles) workbench.openDocument(document, false);
+}
+
+void makeDrawing(Workbench& workbench, const std::string& document) {
+  if (workbench.activeDocument()) return;
+  if (document.empty()) {
+    workbench.openTemporaryDocument();
+  } else {
+    workbench.openDocument(document);
   }
 }
 

@@ -22,9 +22,12 @@ struct CommonPointsTarget {
 /// isn't there or a file that would be overwritten unless `force`.
 CommonPointsTarget commonPointsTarget(const std::string& file, bool force);
 
-/// Opens the drawing that is asked for; one in memory when none is. A drawing without files to
-/// import must exist. Throws CommandError(usage) when there is neither.
+/// Opens the drawing that is asked for, if it is there. Without files to take in it must be. Throws
+/// CommandError(usage) when there is neither.
 void openDrawing(Workbench& workbench, const std::string& document, bool hasFiles);
+
+/// Makes the drawing that openDrawing hasn't found; one in memory when none is asked for.
+void makeDrawing(Workbench& workbench, const std::string& document);
 
 /// Refuses (usage) groups that neither the drawing nor the files hold, before the files go in.
 void checkGroupNames(Workbench& workbench, const RegisterOptions& options, const std::vector<LayoutFiles>& runs);

@@ -2,10 +2,17 @@
 
 namespace tiepoint::workbench::cli {
 
+namespace {
+
+std::optional<int> activeNumber(Workbench& workbench) {
+  if (!workbench.activeDocument()) return std::nullopt;
+  return workbench.requireActiveDocument().number();
+}
+
+}  // namespace
+
 ScratchDocument::ScratchDocument(Workbench& workbench_)
-    : workbench(workbench_),
-      former(workbench_.requireActiveDocument().number()),
-      own(workbench_.openTemporaryDocument().number()) {}
+    : workbench(workbench_), former(activeNumber(workbench_)), own(workbench_.openTemporaryDocument().number()) {}
 
 ScratchDocument::~ScratchDocument() {
   giveBack();
@@ -14,6 +21,8 @@ ScratchDocument::~ScratchDocument() {
 
 OdDbDatabasePtr ScratchDocument::database() const { return workbench.requireDocument(own).database(); }
 
-void ScratchDocument::giveBack() const { workbench.activateDocument(former); }
+void ScratchDocument::giveBack() const {
+  if (former) workbench.activateDocument(*former);
+}
 
 }  // namespace tiepoint::workbench::cli

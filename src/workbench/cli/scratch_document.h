@@ -1,11 +1,14 @@
 // A drawing in memory beside the active one.
 #pragma once
 
+#include <optional>
+
 #include "workbench/host/workbench.h"
 
 namespace tiepoint::workbench::cli {
 
-/// While it stands, an empty drawing in memory is the active one; afterwards the former is again.
+/// While it stands, an empty drawing in memory is the active one; afterwards the former is again, if
+/// there was one.
 class ScratchDocument {
  public:
   explicit ScratchDocument(Workbench& workbench);
@@ -19,7 +22,7 @@ class ScratchDocument {
 
  private:
   Workbench& workbench;
-  int former;
+  std::optional<int> former;
   int own;
 };
 

@@ -188,7 +188,6 @@ class RegisterClouds : public RegisterCommand {
   RegisterClouds() {
     write("shifted.xyz", "100 200 300 17\n");
     write("base.xyz", "1 2 3 18\n");
-    std::filesystem::create_directory(folder.path() / "out");
   }
   const std::vector<std::string> applied{"register", "--document",    "d",       "--base",
                                          "base",     "--apply",       "--cloud", "shifted=shifted.xyz",
@@ -233,7 +232,15 @@ TEST_F(RegisterClouds, ASecondApplyIsRefusedUnlessForced) {
   EXPECT_NEAR(runJson({"clouds", "--document", "d"})["clouds"][0]["matrix"][2][3], -600.0, 1e-9);
 }
 
+TEST_F(RegisterClouds, AFolderThatCantBeMadeIsNamed) {
+  write("out", "a file");
+  const ProcessResult result = run(with({"base.txt", "shifted.txt"}));
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, HasSubstr("tiepoint: --moved out: the folder can't be made"));
+}
+
 TEST_F(RegisterClouds, WhatFailsAtTheEndLeavesTheDrawingAsItWas) {
+  std::filesystem::create_directory(folder.path() / "out");
   write("out/shifted.xyz", "mine");
   const ProcessResult result = run(with({"base.txt", "shifted.txt", "--store", "merged"}));
   EXPECT_EQ(result.status, 3);
@@ -285,6 +292,34 @@ TEST_F(RegisterCommand, AMistypedBaseLeavesTheDrawingUnmade) {
   const ProcessResult result = run({"register", "--document", "d", "--base", "bse", "base.txt", "shifted.txt"});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.err, "tiepoint: --base bse: there is no group \"bse\"; did you mean \"base\"?\n");
+  EXPECT_FALSE(exists("d"));
+}
+
+TEST_F(RegisterCommand, AClusterThatNeedntBeKeptIsTold) {
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--keep-cluster", "0"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "tiepoint: warning: the groups hang together as they are; --keep-cluster changed nothing\n");
+}
+
+TEST_F(RegisterCommand, AKeptClusterWithoutTheBasesLosesThemAll) {
+  write("base2.txt", "P1 0 0 0\nP2 10 0 0\nP3 0 10 0\n");
+  write("far.txt", "Q1 1 0 0\nQ2 0 1 0\nQ3 0 0 1\n");
+  write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
+  const ProcessResult result = run({"register", "base.txt", "base2.txt", "shifted.txt", "far.txt", "far2.txt", "--base",
+                                    "base", "--base", "base2", "--keep-cluster", "1"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.err, HasSubstr("tiepoint: not registered: the base shares fewer than 3 points with the others\n"));
+}
+
+TEST_F(RegisterCommand, SeveralBasesAreKeptWithTheirCluster) {
+  write("base2.txt", "P1 0 0 0\nP2 10 0 0\nP3 0 10 0\n");
+  write("far.txt", "Q1 1 0 0\nQ2 0 1 0\nQ3 0 0 1\n");
+  write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
+  const json result = runJson({"register", "base.txt", "base2.txt", "shifted.txt", "far.txt", "far2.txt", "--base",
+                               "base", "--base", "base2", "--keep-cluster", "0"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["groups"][1]["active"], 3);
+  EXPECT_EQ(result["groups"][3]["active"], 0);
 }
 
 }  // namespace

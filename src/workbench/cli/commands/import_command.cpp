@@ -7,6 +7,7 @@
 #include "workbench/cli/import_text.h"
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
+#include "workbench/cli/road_checks.h"
 #include "workbench/cli/start_workbench.h"
 
 namespace tiepoint::workbench::cli {
@@ -18,8 +19,10 @@ ExitStatus runImport(const ImportOptions& options) {
   Warnings warnings(options.quiet);
   const std::unique_ptr<Workbench> host = startWorkbench(options.host);
   Workbench& workbench = *host;
-  workbench.openDocument(options.host.document);
-  const Import import = importFiles(workbench, runs, warnings);
+  openDrawing(workbench, options.host.document, true);
+  Import import = rehearseImport(workbench, runs, warnings);
+  makeDrawing(workbench, options.host.document);
+  carryOutImport(workbench, runs, import, warnings);
 
   if (options.json) {
     Json json = jsonImport(import);
