@@ -1,5 +1,6 @@
 #include "solver/group_clusters.h"
 
+#include <limits>
 #include <vector>
 
 #include "solver/fusion_search.h"
@@ -8,28 +9,35 @@ namespace ZOR::reg {
 
 namespace {
 
-GroupMerges findMerges(const GroupNameSets& groupNamesSets) {
-  std::vector<GroupId> groupAtPlace;
-  groupAtPlace.reserve(groupNamesSets.size());
-  for (const auto& entry : groupNamesSets) groupAtPlace.push_back(entry.first);
+using Fusion = FusionSearch::Fusion;
+using Place = FusionSearch::Place;
 
-  GroupMerges merges;
+constexpr Place notFused = std::numeric_limits<Place>::max();
+
+std::vector<Fusion> findFusions(const GroupNameSets& groupNamesSets) {
+  std::vector<Fusion> fusions;
   FusionSearch search(groupNamesSets);
-  while (const auto fusion = search.next()) {
-    merges.push_back({groupAtPlace[fusion->survivor], groupAtPlace[fusion->absorbed]});
-  }
-  return merges;
+  while (const auto fusion = search.next()) fusions.push_back(*fusion);
+  return fusions;
 }
 
 /// For each group that was fused, the survivor that its cluster ends with. Taken from the last
 /// fusion back: what became of a survivor is known by the time its own fusion is met.
-std::map<GroupId, GroupId> lastSurvivors(const GroupMerges& merges) {
-  std::map<GroupId, GroupId> lastSurvivorOf;
-  for (auto merge = merges.rbegin(); merge != merges.rend(); ++merge) {
-    const GroupId lastSurvivor = lastSurvivorOf.emplace(merge->survivor, merge->survivor).first->second;
-    lastSurvivorOf.emplace(merge->absorbed, lastSurvivor);
+std::vector<Place> lastSurvivors(const std::vector<Fusion>& fusions, std::size_t groupCount) {
+  std::vector<Place> lastSurvivorOf(groupCount, notFused);
+  for (auto fusion = fusions.rbegin(); fusion != fusions.rend(); ++fusion) {
+    Place& lastSurvivor = lastSurvivorOf[fusion->survivor];
+    if (lastSurvivor == notFused) lastSurvivor = fusion->survivor;
+    lastSurvivorOf[fusion->absorbed] = lastSurvivor;
   }
   return lastSurvivorOf;
+}
+
+std::vector<GroupId> groupsInOrder(const GroupNameSets& groupNamesSets) {
+  std::vector<GroupId> groups;
+  groups.reserve(groupNamesSets.size());
+  for (const auto& entry : groupNamesSets) groups.push_back(entry.first);
+  return groups;
 }
 
 }  // namespace
@@ -39,13 +47,20 @@ void findGroupClusters(const GroupNameSets& groupNamesSets, GroupClusters& clust
   clusters.clear();
   mergeLists.clear();
 
-  const GroupMerges merges = findMerges(groupNamesSets);
-  const std::map<GroupId, GroupId> lastSurvivorOf = lastSurvivors(merges);
+  const std::vector<GroupId> groups = groupsInOrder(groupNamesSets);
+  const std::vector<Fusion> fusions = findFusions(groupNamesSets);
+  const std::vector<Place> lastSurvivorOf = lastSurvivors(fusions, groups.size());
 
-  std::map<GroupId, GroupIdSet> linked;
-  for (const auto& [group, lastSurvivor] : lastSurvivorOf) linked[lastSurvivor].insert(group);
+  std::map<Place, GroupIdSet> linked;
+  for (std::size_t place = 0; place < groups.size(); ++place) {
+    if (lastSurvivorOf[place] == notFused) continue;
+    GroupIdSet& members = linked[lastSurvivorOf[place]];
+    members.insert(members.end(), groups[place]);
+  }
   for (auto& entry : linked) clusters.emplace(clusters.size(), std::move(entry.second));
-  for (const GroupMerge& merge : merges) mergeLists[lastSurvivorOf.at(merge.survivor)].push_back(merge);
+  for (const Fusion& fusion : fusions) {
+    mergeLists[groups[lastSurvivorOf[fusion.survivor]]].push_back({groups[fusion.survivor], groups[fusion.absorbed]});
+  }
 }
 
 GroupNameSets collectGroupNames(const RefPointList& points) {

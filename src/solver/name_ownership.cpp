@@ -39,62 +39,71 @@ class NameNumbers {
   Name numbered = 0;
 };
 
-NameNumbers numbersFor(const GroupNameSets& groupNamesSets) {
-  std::size_t useCount = 0;
-  CommonPointId largestId = 0;
-  for (const auto& [groupId, ids] : groupNamesSets) {
-    useCount += ids.size();
-    if (!ids.empty()) largestId = std::max(largestId, *ids.rbegin());
+/// Every use of a name, by its number, set after set.
+struct NameUses {
+  explicit NameUses(const GroupNameSets& groupNamesSets) {
+    std::size_t useCount = 0;
+    CommonPointId largestId = 0;
+    for (const auto& [groupId, ids] : groupNamesSets) {
+      useCount += ids.size();
+      if (!ids.empty()) largestId = std::max(largestId, *ids.rbegin());
+    }
+    names.reserve(useCount);
+    NameNumbers numbers(useCount, largestId);
+    for (const auto& [groupId, ids] : groupNamesSets) {
+      for (const CommonPointId id : ids) names.push_back(numbers.numberOf(id));
+    }
+    nameCount = numbers.count();
   }
-  return NameNumbers(useCount, largestId);
-}
+
+  std::vector<NameOwnership::Name> names;
+  NameOwnership::Name nameCount = 0;
+};
 
 }  // namespace
 
 NameOwnership::NameOwnership(const GroupNameSets& groupNamesSets)
     : live(groupNamesSets.size(), true), unions(groupNamesSets.size()) {
-  NameNumbers numbers = numbersFor(groupNamesSets);
-  std::vector<Name> occurrences;
-  std::vector<std::size_t> setEnds;
-  setEnds.reserve(groupNamesSets.size());
+  const NameUses uses(groupNamesSets);
+  const std::vector<Name> shared = layOutOwners(uses.names, uses.nameCount);
+
+  ownNames.reserve(groupNamesSets.size());
+  auto use = uses.names.begin();
   for (const auto& [groupId, ids] : groupNamesSets) {
-    for (const CommonPointId id : ids) occurrences.push_back(numbers.numberOf(id));
-    setEnds.push_back(occurrences.size());
+    const auto end = use + static_cast<std::ptrdiff_t>(ids.size());
+    const std::size_t first = allNames.size();
+    for (; use != end; ++use) {
+      const Name name = shared[*use];
+      if (name == notShared) continue;
+      allNames.push_back(name);
+      allOwners[owners[name].first + owners[name].count++] = static_cast<Set>(ownNames.size());
+    }
+    std::sort(allNames.begin() + static_cast<std::ptrdiff_t>(first), allNames.end());
+    ownNames.push_back({static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(allNames.size() - first)});
   }
-  layOut(occurrences, setEnds, numbers.count());
 }
 
-void NameOwnership::layOut(const std::vector<Name>& occurrences, const std::vector<std::size_t>& setEnds,
-                           Name nameCount) {
-  std::vector<std::size_t> ownerCounts(nameCount, 0);
-  for (const Name name : occurrences) ++ownerCounts[name];
-  owners.resize(nameCount);
-  std::size_t room = 0;
+/// Makes room for the owners of each name that has two or more, and numbers those names anew.
+std::vector<NameOwnership::Name> NameOwnership::layOutOwners(const std::vector<Name>& uses, Name nameCount) {
+  std::vector<std::uint32_t> ownerCounts(nameCount, 0);
+  for (const Name name : uses) ++ownerCounts[name];
+
+  std::vector<Name> shared(nameCount, notShared);
+  std::uint32_t room = 0;
   for (Name name = 0; name < nameCount; ++name) {
-    owners[name].first = room;
-    if (ownerCounts[name] > 1) room += ownerCounts[name];
+    if (ownerCounts[name] < 2) continue;
+    shared[name] = static_cast<Name>(owners.size());
+    owners.push_back({room, 0});
+    room += ownerCounts[name];
   }
   allOwners.resize(room);
   allNames.reserve(room);
-
-  ownNames.resize(setEnds.size());
-  std::size_t next = 0;
-  for (Set set = 0; set < setCount(); ++set) {
-    ownNames[set].first = allNames.size();
-    for (; next < setEnds[set]; ++next) {
-      const Name name = occurrences[next];
-      if (ownerCounts[name] < 2) continue;
-      allNames.push_back(name);
-      allOwners[owners[name].first + owners[name].count++] = set;
-    }
-    ownNames[set].count = allNames.size() - ownNames[set].first;
-    std::sort(allNames.end() - static_cast<std::ptrdiff_t>(ownNames[set].count), allNames.end());
-  }
+  return shared;
 }
 
 boost::span<const NameOwnership::Name> NameOwnership::namesOf(Set set) const {
   if (unions[set]) return unions[set]->names;
-  return {allNames.data() + ownNames[set].first, ownNames[set].count};
+  return {allNames.data() + ownNames[set].first, std::size_t{ownNames[set].count}};
 }
 
 bool NameOwnership::owns(Set set, Name name) const {
@@ -107,8 +116,8 @@ boost::span<const NameOwnership::Set> NameOwnership::ownersOf(Name name) {
   Slice& slice = owners[name];
   Set* const first = allOwners.data() + slice.first;
   Set* const last = std::remove_if(first, first + slice.count, [&](Set set) { return !live[set]; });
-  slice.count = static_cast<std::size_t>(last - first);
-  return {first, slice.count};
+  slice.count = static_cast<std::uint32_t>(last - first);
+  return {first, std::size_t{slice.count}};
 }
 
 bool NameOwnership::areLinked(Set a, Set b) const {

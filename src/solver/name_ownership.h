@@ -4,6 +4,7 @@
 #include <boost/core/span.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -43,8 +44,8 @@ class NameOwnership {
  private:
   /// A part of one of the long vectors below.
   struct Slice {
-    std::size_t first = 0;
-    std::size_t count = 0;
+    std::uint32_t first = 0;
+    std::uint32_t count = 0;
   };
   /// The names of a set that has absorbed others.
   struct Union {
@@ -52,7 +53,9 @@ class NameOwnership {
     boost::unordered_flat_set<Name> lookup;
   };
 
-  void layOut(const std::vector<Name>& occurrences, const std::vector<std::size_t>& setEnds, Name nameCount);
+  static constexpr Name notShared = std::numeric_limits<Name>::max();
+
+  std::vector<Name> layOutOwners(const std::vector<Name>& uses, Name nameCount);
   Union& unionOf(Set set);
   void addOwner(Name name, Set set);
 
