@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <set>
 #include <utility>
 #include <vector>
@@ -63,11 +64,34 @@ std::size_t endOfLiteral(const std::string& text, std::size_t at) {
   return std::min(at + 1, text.size());
 }
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// The end of the number that starts at `at`, as long as it is one.
+std::size_t endOfNumber(const std::string& text, std::size_t at) {
+  const auto skip = [&](const char* characters) {
+    if (at < text.size() && std::strchr(characters, text[at])) ++at;
+  };
+  const auto skipDigits = [&] {
+    while (at < text.size() && isDigit(text[at])) ++at;
+  };
+  skip("-");
+  if (text.compare(at, 1, "0") == 0) {
+    ++at;
+  } else {
+    skipDigits();
+  }
+  skip(".");
+  skipDigits();
+  skip("eE");
+  skip("+-");
+  skipDigits();
+  return at;
+}
+
 /// Throws Json::parse_error for what begins like a number and is none.
-bool isTooGreat(const std::string& token) {
-  if (token[0] != '-' && (token[0] < '0' || token[0] > '9')) return false;
+bool isTooGreat(const std::string& number) {
   try {
-    return !Json::parse(token).is_number();
+    return !Json::parse(number).is_number();
   } catch (const Json::out_of_range&) {
     return true;
   }
@@ -78,13 +102,14 @@ std::string withoutOverflowingNumbers(const std::string& text) {
   std::string marked;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t start = at;
-    if (text[at] == '"') {
-      at = endOfLiteral(text, at);
+    if (text[at] == '-' || isDigit(text[at])) {
+      at = endOfNumber(text, at);
+      const std::string number = text.substr(start, at - start);
+      marked += isTooGreat(number) ? overflowMark : number;
     } else {
-      at = std::max(at + 1, std::min(text.find_first_not_of("0123456789+-.eE", at), text.size()));
+      at = text[at] == '"' ? endOfLiteral(text, at) : at + 1;
+      marked.append(text, start, at - start);
     }
-    const std::string token = text.substr(start, at - start);
-    marked += isTooGreat(token) ? overflowMark : token;
   }
   return marked;
 }

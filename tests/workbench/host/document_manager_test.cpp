@@ -157,6 +157,7 @@ TEST(DocumentManager, SkipsAReactorThatGoesWhileOthersAreTold) {
   manager.addReactor(&remover);
   manager.addReactor(&listener);
   manager.add(Drawing::temporary());
+  manager.removeReactor(&remover);
   EXPECT_THAT(listener.events, IsEmpty());
 }
 

@@ -45,7 +45,7 @@ TEST(MessageLine, TurnsPercentSIntoTheFormThatIsWideEverywhere) {
 }
 
 TEST(MessageLine, HasRoomForLongMessages) {
-  for (std::size_t length : {254, 255, 256, 257, 100000}) {
+  for (std::size_t length : {254u, 255u, 256u, 257u, 100000u}) {
     const std::wstring text(length, L'x');
     MessageLine line;
     line.print(L"%s", text.c_str());
