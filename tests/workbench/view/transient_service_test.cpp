@@ -132,6 +132,18 @@ TEST(TransientService, LetsGoOfItsDrawablesWhenItGoesFirst) {
   EXPECT_EQ(drawable.gsNode(), nullptr);
 }
 
+TEST(TransientService, IsNotToldOfADrawableAfterItHasGone) {
+  TransientService lasting;
+  auto drawable = std::make_unique<TestDrawable>();
+  lasting.addTransient(drawable.get(), 4, 768, 2, 0);
+  {
+    TransientService passing;
+    passing.addTransient(drawable.get(), 4, 768, 2, 0);
+  }
+  drawable.reset();
+  EXPECT_THAT(lasting.drawables(), IsEmpty());
+}
+
 TEST(TransientService, TakesDrawablesThatKeepNoNode) {
   NodelessDrawable drawable;
   TransientService service;
