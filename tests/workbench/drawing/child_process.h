@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <stdexcept>
 
 /// A child that runs `body` and exits with its result. Ended when the object goes.
 class ChildProcess {

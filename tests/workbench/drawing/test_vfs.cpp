@@ -8,6 +8,7 @@
 #include <map>
 #include <new>
 #include <optional>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -169,6 +170,11 @@ int fullPath(sqlite3_vfs*, const char* name, int size, char* result) {
 }
 
 }  // namespace
+
+std::ostream& operator<<(std::ostream& stream, const FileFailure& failure) {
+  return stream << "code " << failure.resultCode << (failure.lasts ? " for a while" : " once")
+                << (failure.takesEffect ? " with effect" : "");
+}
 
 TestFileSystem::TestFileSystem(Flush flush) {
   current = new State;

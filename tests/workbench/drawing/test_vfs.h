@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 
 /// What goes wrong, and when. Operations are the changes of a file: writing, truncating, flushing,
 /// deleting. Of these a full disk (SQLITE_FULL) only fails to write.
@@ -15,6 +16,7 @@ struct FileFailure {
   /// Whether an operation is carried out although it is reported as failed.
   bool takesEffect = false;
 };
+std::ostream& operator<<(std::ostream& stream, const FileFailure& failure);
 
 /// While one stands, SQLite opens files through it. One at a time.
 class TestFileSystem {
