@@ -126,6 +126,7 @@ TEST_F(BadFiles, NamesOfHighBytesAreWindows1251) {
   EXPECT_THAT(result.err, IsEmpty());
   EXPECT_THAT(result.out, HasSubstr("  a      Пункт "));
   EXPECT_EQ(runJson({"register", "a.txt", "b.txt"})["points"][0]["name"], "Пункт");
+  EXPECT_EQ(runJson({"register", "a.txt", "b.txt", "--exclude", "a:Пункт"}, 1)["points"][0]["reason"], "excluded");
 }
 
 TEST_F(BadFiles, NamesInUtf8AreWarnedOf) {
