@@ -11,7 +11,7 @@
 
 #include "platform/sdk/od_ge_point3d.h"
 #include "records/tables.h"
-#include "workbench/rpc/json_text.h"
+#include "workbench/rpc/json_types.h"
 
 namespace tiepoint::workbench {
 

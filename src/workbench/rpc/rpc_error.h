@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "workbench/rpc/json_text.h"
+#include "workbench/rpc/json_types.h"
 
 namespace tiepoint::workbench {
 

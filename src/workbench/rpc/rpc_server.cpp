@@ -7,6 +7,8 @@
 #include <ostream>
 #include <utility>
 
+#include "workbench/rpc/json_parser.h"
+#include "workbench/rpc/json_writer.h"
 #include "workbench/rpc/methods.h"
 
 namespace tiepoint::workbench {

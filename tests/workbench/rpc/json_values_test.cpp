@@ -6,6 +6,9 @@
 #include <limits>
 #include <string>
 
+#include "workbench/rpc/json_parser.h"
+#include "workbench/rpc/json_writer.h"
+
 namespace tiepoint::workbench {
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench/rpc/json_text.h"
+#include "workbench/rpc/json_parser.h"
 #include "workbench/rpc/rpc_fixture.h"
 #include "workbench/temporary_folder.h"
 
