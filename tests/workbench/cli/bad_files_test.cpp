@@ -181,13 +181,14 @@ TEST_F(BadFiles, TargetsOnOneLineAreWarnedOf) {
             "tiepoint: warning: the points in use of b lie on one line: nothing holds its rotation about that line\n");
 }
 
+// A million; the sanitizers get a tenth of it, which takes them as long.
 TEST_F(BadFiles, AMillionLinesAreTakenIn) {
   std::string lines;
-  for (int i = 0; i < 1000000; ++i) lines += "P" + std::to_string(i) + " 1 2 3\n";
+  for (int i = 0; i < MANY_LINES; ++i) lines += "P" + std::to_string(i) + " 1 2 3\n";
   write("large.txt", lines);
   const ProcessResult result = run({"import", "--document", "d", "large.txt"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"][0]["pointCount"], 1000000);
+  EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"][0]["pointCount"], MANY_LINES);
 }
 
 TEST_F(BadFiles, AMillionLinesBehindABadOneAreCounted) {
