@@ -1,6 +1,7 @@
 // JSON in memory.
 #pragma once
 
+#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
@@ -15,7 +16,12 @@ using OrderedJson = nlohmann::ordered_json;
 /// Adds a member to an object that is known not to have it: past the object's own insertion, which
 /// looks through all its members for the name first.
 inline void addMember(OrderedJson& object, std::string name, OrderedJson value) {
-  object.get_ref<OrderedJson::object_t&>().emplace_back(std::move(name), std::move(value));
+  // An object that outgrows its room copies its members, and whole arrays with them. Only maps,
+  // whose members are small, have more than this.
+  constexpr std::size_t usualMembers = 10;
+  auto& members = object.get_ref<OrderedJson::object_t&>();
+  if (members.empty()) members.reserve(usualMembers);
+  members.emplace_back(std::move(name), std::move(value));
 }
 
 }  // namespace tiepoint::workbench
