@@ -39,6 +39,7 @@ std::string matrixText(const OdGeMatrix3d& matrix) {
   TextTable table(std::vector<TextTable::Side>(4, TextTable::Side::right));
   for (int row = 0; row < 4; ++row) {
     std::vector<std::string> cells;
+    cells.reserve(4);
     for (int column = 0; column < 4; ++column) cells.push_back(fmt::format("{}", matrix(row, column)));
     table.add(std::move(cells));
   }

@@ -183,7 +183,7 @@ class CommandLine {
   std::string explainUnknown() const {
     const CLI::App* command = namedCommand();
     const std::string given = app.remaining(true).front();
-    return given.rfind("-", 0) == 0 ? unknownOption(command ? *command : app, given) : unknownWord(command, given);
+    return given.compare(0, 1, "-") == 0 ? unknownOption(command ? *command : app, given) : unknownWord(command, given);
   }
 
   static std::string unknownOption(const CLI::App& command, const std::string& given) {

@@ -100,7 +100,7 @@ void readPieces(const fs::path& file, const std::string& path, Take take) {
 
 /// The path of a plain file, or refuses.
 fs::path plainFile(const std::string& path) {
-  const fs::path file = nativePath(path);
+  fs::path file = nativePath(path);
   boost::system::error_code error;
   const fs::file_status status = fs::status(file, error);
   if (status.type() == fs::file_not_found) refuse(path, "there is no such file");

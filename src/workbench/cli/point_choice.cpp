@@ -73,7 +73,7 @@ std::optional<double> weightOf(const std::string& text) {
 std::string takeLastField(std::string& line) {
   line.erase(line.find_last_not_of(separators) + 1);
   const std::size_t before = line.find_last_of(separators);
-  const std::string field = before == std::string::npos ? line : line.substr(before + 1);
+  std::string field = before == std::string::npos ? line : line.substr(before + 1);
   line.erase(before == std::string::npos ? 0 : before);
   line.erase(line.find_last_not_of(separators) + 1);
   return field;

@@ -24,6 +24,7 @@ std::string plural(std::size_t count, const char* noun) {
 
 std::string groupNames(const SessionState& state, const std::vector<GroupId>& ids) {
   std::vector<std::string> names;
+  names.reserve(ids.size());
   for (const GroupId id : ids) names.push_back(printable(state.group(id).name));
   return joined(names);
 }

@@ -95,7 +95,7 @@ std::string manyLines() {
 TEST_F(BadDrawings, AFileThatMayNotGrowKeepsWhatItHeld) {
   write("large.txt", manyLines());
   ProcessSetup setup;
-  setup.largestFile = 64 * 1024;
+  setup.largestFile = 64UL * 1024;
   const ProcessResult result = run({"import", "--document", "d", "large.txt"}, setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_THAT(result.err, HasSubstr("'d'"));
@@ -108,7 +108,7 @@ TEST_F(BadDrawings, AFullDiskIsNamed) {
   std::filesystem::create_directory(folder.path() / "disk");
   ProcessSetup setup;
   setup.smallDisk = folder.file("disk");
-  setup.smallDiskSize = 256 * 1024;
+  setup.smallDiskSize = 256UL * 1024;
   const ProcessResult result = run({"import", "--document", "disk/d", "large.txt"}, setup);
   if (result.status == noSmallDisk) GTEST_SKIP() << "no right to mount a small disk here";
   EXPECT_EQ(result.status, 3);
@@ -124,7 +124,7 @@ TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
   write("a.txt", lines);
   write("b.txt", lines);
   ProcessSetup setup;
-  setup.largestFile = 16 * 1024;
+  setup.largestFile = 16UL * 1024;
   const ProcessResult result = run({"register", "--quiet", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_THAT(result.err, HasSubstr("common.txt: the common points can't be written"));

@@ -12,7 +12,7 @@ namespace {
 class FileSurveyTest : public testing::Test {
  protected:
   std::string fileOf(const std::string& bytes) {
-    const std::string path = folder.file("points.txt");
+    std::string path = folder.file("points.txt");
     writeBytes(path, bytes);
     return path;
   }
