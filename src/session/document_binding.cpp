@@ -58,11 +58,30 @@ OdGeMatrix3d matrixOf(const RigidTransform& transform) {
   return matrix;
 }
 
+/// Raises an object from reading to writing as long as it stands. A cloud that can't be changed must
+/// not stay raised: the session keeps it open, and the next attempt would find it being written.
+class RaisedToWriting {
+ public:
+  explicit RaisedToWriting(OdDbObject& object) : raised(object) { raised.upgradeOpen(); }
+  ~RaisedToWriting() {
+    if (raised.isWriteEnabled()) raised.downgradeOpen();
+  }
+  RaisedToWriting(const RaisedToWriting&) = delete;
+  RaisedToWriting& operator=(const RaisedToWriting&) = delete;
+
+ private:
+  OdDbObject& raised;
+};
+
+OdDbObjectId putUnder(const OdString& key, OdDbDictionary& dictionary, OdDbObject& object) {
+  const RaisedToWriting access(dictionary);
+  return dictionary.setAt(key, &object);
+}
+
 void moveCloud(hostDbPointCloudDefinition& cloud, const RigidTransform& transform) {
   const OdGeMatrix3d matrix = matrixOf(transform);
-  cloud.upgradeOpen();
+  const RaisedToWriting access(cloud);
   cloud.transformBy(matrix);
-  cloud.downgradeOpen();
 }
 
 }  // namespace
@@ -164,10 +183,7 @@ bool MultiRegistrator::storeCommonPoints(std::string name) {
   if (dictionary->getAt(key).isValid()) return false;
 
   const RepositoryPtr repository = Repository::desc()->create();
-  dictionary->upgradeOpen();
-  const OdDbObjectId stored = dictionary->setAt(key, repository.get());
-  dictionary->downgradeOpen();
-  if (stored.isNull()) return false;
+  if (putUnder(key, *dictionary, *repository).isNull()) return false;
   return repository->setData(points);
 }
 

@@ -68,6 +68,19 @@ TEST(RefPointsTransient, FollowsTheDocuments) {
   EXPECT_EQ(host.document().drawables().size(), 1u);
 }
 
+TEST(RefPointsTransient, AnyDocumentThatGoesTakesItOutOfTheLatestOne) {
+  SessionHost host;
+  TestDocument& first = host.document();
+  const DisplayGroups groups;
+  RefPointsTransient transient(&groups);
+  TestDocument& second = host.openDocument();
+  transient.documentToBeRemoved(&first);
+  EXPECT_EQ(first.drawables().size(), 1u);
+  EXPECT_TRUE(second.drawables().empty());
+  transient.documentToBeRemoved(&second);
+  EXPECT_EQ(first.drawables().size(), 1u);
+}
+
 TEST(RefPointsTransient, DrawsThreeLinesAPointThenAllLabels) {
   SessionHost host;
   const DisplayGroups groups = twoGroups();

@@ -74,6 +74,15 @@ TEST(DocumentBinding, ARepositoryWithoutPointsGivesNoGroupAndIsTriedAgain) {
   Groups groups;
   session->getAvailableGroups(groups);
   EXPECT_EQ(groups, (Groups{{0, "A"}}));
+
+  const OdDbObjectId dictionary =
+      ZOR::RegistrationObjectPointsRepository::registrationPointsDictionary(*session.document().database());
+  const OdDbObjectId entry = OdDbDictionaryPtr(dictionary.safeOpenObject())->getAt(OdString(L"empty"));
+  ZOR::StoredPointArray points;
+  points.append({OdString(L"T9"), 1, 2, 3, 1});
+  ZOR::RegistrationObjectPointsRepositoryPtr(entry.safeOpenObject(OdDb::kForWrite))->setData(points);
+  session->getAvailableGroups(groups);
+  EXPECT_EQ(groups, (Groups{{0, "A"}, {1, "empty"}}));
 }
 
 TEST(DocumentBinding, AnEntryOfAnotherClassIsPassedOver) {
@@ -193,18 +202,47 @@ TEST(DocumentBinding, AnyGroupCanBeAppliedToAnyCloudOfTheList) {
 }
 
 TEST(DocumentBinding, AnUnmovedGroupStillTransformsItsCloudByTheIdentity) {
-  // Without a base the first group is the model. Its cloud is opened for writing all the same, so
-  // somebody else who is writing is in the way.
+  // The identity changes no number, but the move is one all the same: a cloud that can't be changed
+  // refuses it.
   Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3")}});
   std::map<RefPointId, double> discrepancies;
   ASSERT_TRUE(session->registerPairwise(discrepancies));
   session.document().addCloud("A");
   listClouds(session);
   EXPECT_TRUE(session->applyTransformToCloud(0, 0));
-  const OdDbObjectId dictionary = hostDbPointCloudDefinition::pointCloudDictionary(*session.document().database());
-  const OdDbObjectId cloud = OdDbDictionaryPtr(dictionary.safeOpenObject())->getAt(OdString(L"A"));
-  const OdDbObjectPtr writer = cloud.safeOpenObject(OdDb::kForWrite);
+  session.document().database()->setReadOnly(true);
   EXPECT_THROW(session->applyTransformToCloud(0, 0), OdError);
+}
+
+TEST(DocumentBinding, ARefusedMoveLeavesTheCloudAsItWas) {
+  Registered job;
+  job.session.document().addCloud("B");
+  listClouds(job.session);
+  job.session.document().database()->setReadOnly(true);
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    try {
+      job.session->applyTransformations();
+      ADD_FAILURE() << "moved a cloud of a drawing that is open for reading only";
+    } catch (const OdError& error) {
+      EXPECT_EQ(error.code(), eWriteProtected);
+    }
+  }
+  job.session.document().database()->setReadOnly(false);
+  EXPECT_TRUE(job.session->applyTransformations());
+  EXPECT_NEAR(job.session.document().cloudMatrix("B")(0, 3), -5.0, 1e-12);
+}
+
+TEST(DocumentBinding, SomebodyElseWhoIsWritingIsInTheWay) {
+  Registered job;
+  job.session.document().addCloud("B");
+  listClouds(job.session);
+  const OdDbObjectId dictionary = hostDbPointCloudDefinition::pointCloudDictionary(*job.session.document().database());
+  const OdDbObjectId cloud = OdDbDictionaryPtr(dictionary.safeOpenObject())->getAt(OdString(L"B"));
+  {
+    const OdDbObjectPtr writer = cloud.safeOpenObject(OdDb::kForWrite);
+    EXPECT_THROW(job.session->applyTransformations(), OdError);
+    EXPECT_TRUE(writer->isWriteEnabled());
+  }
 }
 
 TEST(DocumentBinding, MergedTargetsBecomeANewGroupInAscendingOrder) {
@@ -246,18 +284,32 @@ TEST(DocumentBinding, StoringWithoutADocumentIsRefused) {
   EXPECT_FALSE(job.session->storeCommonPoints("merged"));
 }
 
-TEST(DocumentBinding, AnObjectThatIsNoDictionaryStopsTheReading) {
-  // The drawing's root names something else under the dictionary's name.
-  Session session;
-  OdDbDatabase& database = *session.document().database();
-  const OdDbObjectId made = ZOR::RegistrationObjectPointsRepository::createRegistrationPointsDictionary(database);
+/// Puts an object of another class where the dictionary `made` stands in the drawing's root.
+void replaceByACloud(OdDbDatabase& database, const OdDbObjectId& made) {
   const OdDbDictionaryPtr root(database.getNamedObjectsDictionaryId().safeOpenObject(OdDb::kForWrite));
   const OdSmartPtr<hostDbPointCloudDefinition> other(hostDbPointCloudDefinition::desc()->create());
   for (const OdDbDictionaryEntry& entry : root->entries()) {
     if (entry.object == made) root->setAt(entry.name, other.get());
   }
+}
+
+TEST(DocumentBinding, AnObjectThatIsNoDictionaryStopsReadingAndStoring) {
+  Registered job;
+  OdDbDatabase& database = *job.session.document().database();
+  replaceByACloud(database, ZOR::RegistrationObjectPointsRepository::registrationPointsDictionary(database));
   Groups groups;
-  EXPECT_THROW(session->getAvailableGroups(groups), OdError_NotThatKindOfClass);
+  EXPECT_THROW(job.session->getAvailableGroups(groups), OdError_NotThatKindOfClass);
+  EXPECT_THROW(job.session->storeCommonPoints("merged"), OdError_NotThatKindOfClass);
+}
+
+TEST(DocumentBinding, AnObjectThatIsNoDictionaryStopsTheListingOfClouds) {
+  Session session;
+  session.document().addCloud("A");
+  OdDbDatabase& database = *session.document().database();
+  replaceByACloud(database, hostDbPointCloudDefinition::pointCloudDictionary(database));
+  std::list<NamedId> clouds{{4, "kept"}};
+  EXPECT_THROW(session->getPointClouds(clouds), OdError_NotThatKindOfClass);
+  EXPECT_EQ(clouds.size(), 1u);
 }
 
 }  // namespace

@@ -20,10 +20,50 @@ std::vector<double> drawnX(Session& session) {
 }
 
 TEST(Solving, WithoutActivePointsThePairwiseMethodRefusesAndEmptiesTheClusters) {
-  Session empty;
+  Session session({{"A", triangle("T1", "T2", "T3")},
+                   {"B", triangle("T1", "T2", "T3", 5)},
+                   {"C", triangle("U1", "U2", "U3")},
+                   {"D", triangle("U1", "U2", "U3", 5)}});
   std::map<RefPointId, double> discrepancies{{1, 2.0}};
-  EXPECT_FALSE(empty->registerPairwise(discrepancies));
+  ASSERT_FALSE(session->registerPairwise(discrepancies));
   EXPECT_TRUE(discrepancies.empty());
+  std::map<std::uint64_t, GroupIdSet> clusters;
+  session->getGroupClusters(clusters);
+  ASSERT_EQ(clusters.size(), 2u);
+  Outputs out;
+  session->excludeGroups({0, 1, 2, 3}, out.points, out.inactiveGroups, out.inactivePoints);
+  EXPECT_FALSE(session->registerPairwise(discrepancies));
+  session->getGroupClusters(clusters);
+  EXPECT_TRUE(clusters.empty());
+}
+
+TEST(Solving, ASuccessLeavesTheClustersOfAnEarlierRefusal) {
+  Session session({{"A", triangle("T1", "T2", "T3")},
+                   {"B", triangle("T1", "T2", "T3", 5)},
+                   {"C", triangle("U1", "U2", "U3")},
+                   {"D", triangle("U1", "U2", "U3", 5)}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_FALSE(session->registerPairwise(discrepancies));
+  Outputs out;
+  session->keepGroupCluster(0, out.points, out.inactiveGroups, out.inactivePoints);
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  std::map<std::uint64_t, GroupIdSet> clusters;
+  session->getGroupClusters(clusters);
+  EXPECT_EQ(clusters.size(), 2u);
+}
+
+TEST(Solving, ASecondSolveWithoutClearingMovesTheMarkersOnceMore) {
+  // The base pins the common system, so B's own motion is the same each time: 5 to the left.
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
+  Outputs out;
+  session->setBaseGroups({0}, out.groups, out.points, out.inactiveGroups, out.inactivePoints);
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_NEAR(drawnX(session)[3], 1.0, rounding);
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_NEAR(drawnX(session)[3], -4.0, rounding);
+  session->clearResults();
+  EXPECT_NEAR(drawnX(session)[3], 1.0, rounding);
 }
 
 TEST(Solving, OneGroupIsRefusedAndEmptiesTheClusters) {

@@ -128,6 +128,9 @@ TEST(Zooms, RegisteredPointsAreLookedAtWhereTheyLieNow) {
   const ViewState& state = session.document().view().state();
   EXPECT_NEAR(state.target.x, 6.0, 1e-9);
   EXPECT_NEAR(state.target.y, 3.5, 1e-9);
+  session->zoomToPoint(4);
+  EXPECT_NEAR(state.target.x, 11.0, 1e-9);
+  EXPECT_NEAR(state.target.y, 0.0, 1e-9);
 }
 
 TEST(Zooms, APointWithoutAPlaceIsPassedOver) {
