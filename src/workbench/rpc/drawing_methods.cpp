@@ -38,7 +38,7 @@ _StoredPoint pointFromJson(const Json& value) {
   if (!value.is_object()) throw BadParameter("it", "must be an object");
   const Parameters members(value);
   members.requireKnown({"name", "x", "y", "z", "w"});
-  return {members.wideText("name"), members.number("x"), members.number("y"), members.number("z"), members.number("w")};
+  return {members.name("name"), members.number("x"), members.number("y"), members.number("z"), members.number("w")};
 }
 
 StoredPointArray pointsFromJson(const Json& value) {
@@ -123,7 +123,7 @@ OrderedJson listGroups(RpcContext& context, const Parameters&) {
 
 OrderedJson storeGroup(RpcContext& context, const Parameters& parameters) {
   const OdDbDatabasePtr database = context.workbench.requireActiveDocument().database();
-  const OdString name = parameters.wideText("name");
+  const OdString name = parameters.name("name");
   const StoredPointArray points = parameters.read("points", pointsFromJson);
   bool stored = false;
   context.workbench.inTransaction([&] {
@@ -160,7 +160,7 @@ OrderedJson listClouds(RpcContext& context, const Parameters&) {
 
 OrderedJson addCloud(RpcContext& context, const Parameters& parameters) {
   const OdDbDatabasePtr database = context.workbench.requireActiveDocument().database();
-  const OdString name = parameters.wideText("name");
+  const OdString name = parameters.name("name");
   const OdString source = parameters.has("source") ? wideFromUtf8(parameters.path("source")) : std::wstring();
   bool added = false;
   context.workbench.inTransaction([&] {

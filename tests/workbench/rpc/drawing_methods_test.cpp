@@ -33,13 +33,23 @@ TEST_F(DrawingMethods, StoreAGroupWithoutPoints) {
   EXPECT_EQ(result("document.groups"), R"({"groups":[{"name":"g","points":[]}]})");
 }
 
-TEST_F(DrawingMethods, StoreNamesOfAnyCharacters) {
-  EXPECT_EQ(result("document.storeGroup",
-                   R"({"name":"\u65e5\ud83d\ude00","points":[{"name":"\u00e9","x":0,"y":0,"z":0,"w":0}]})"),
-            R"({"result":true})");
+TEST_F(DrawingMethods, StoreNamesOfTheCodePage) {
+  EXPECT_EQ(
+      result("document.storeGroup", R"({"name":"\u0426\u0098","points":[{"name":"\u044f","x":0,"y":0,"z":0,"w":0}]})"),
+      R"({"result":true})");
   EXPECT_EQ(result("document.groups"),
-            "{\"groups\":[{\"name\":\"\xE6\x97\xA5\xF0\x9F\x98\x80\",\"points\":[{\"name\":\"\xC3\xA9\","
+            "{\"groups\":[{\"name\":\"\xD0\xA6\xC2\x98\",\"points\":[{\"name\":\"\xD1\x8F\","
             "\"x\":0.0,\"y\":0.0,\"z\":0.0,\"w\":0.0}]}]}");
+}
+
+TEST_F(DrawingMethods, RefuseNamesOutsideTheCodePage) {
+  // Two such groups would have one name in every session.
+  EXPECT_EQ(refusal("document.storeGroup", R"({"name":"\u65e5","points":[]})"), R"({"code":-32602,"data":"name"})");
+  EXPECT_EQ(refusal("document.storeGroup", R"({"name":"g","points":[{"name":"\u00e9","x":0,"y":0,"z":0,"w":0}]})"),
+            R"({"code":-32602,"data":"points"})");
+  EXPECT_EQ(refusal("document.addCloud", R"({"name":"\u65e5"})"), R"({"code":-32602,"data":"name"})");
+  EXPECT_EQ(result("document.groups"), R"({"groups":[]})");
+  EXPECT_EQ(result("document.clouds"), R"({"clouds":[]})");
 }
 
 TEST_F(DrawingMethods, StoreNothingUnderANameThatIsTaken) {
