@@ -1,12 +1,12 @@
 // The text file of merged targets.
 #include <boost/filesystem/fstream.hpp>
-#include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
 #include <iomanip>
 #include <locale>
 
 #include "session/multi_registrator.h"
 #include "session/name_tables.h"
+#include "session/output_files.h"
 
 namespace ZOR::reg {
 
@@ -14,11 +14,6 @@ namespace {
 
 constexpr int coordinateDecimals = 6;
 constexpr int weightDecimals = 2;
-
-bool isFolder(const boost::filesystem::path& path) {
-  boost::system::error_code failure;
-  return boost::filesystem::status(path, failure).type() == boost::filesystem::directory_file;
-}
 
 void writeLine(std::ostream& out, const std::string& name, const CommonPoint& point) {
   out << name << std::setprecision(coordinateDecimals) << ' ' << point.position.x << ' ' << point.position.y << ' '
@@ -32,9 +27,7 @@ bool MultiRegistrator::saveCommonPointsFile(std::string name, std::string folder
   const boost::filesystem::path folderPath(folder);
   if (!isFolder(folderPath) || !boost::filesystem::windows_name(name)) return false;
 
-  // The name is narrow in the code page of names, whatever the one of paths is.
-  const boost::filesystem::path fileName(OdString(name + ".txt", CP_ANSI_1251).wideText());
-  boost::filesystem::ofstream out(folderPath / fileName);
+  boost::filesystem::ofstream out(folderPath / textFileName(name));
   if (!out) return false;
   out.imbue(std::locale::classic());
   out << std::fixed;

@@ -13,26 +13,6 @@ namespace {
 
 }  // namespace
 
-bool MultiRegistrator::registerIterative(std::uint64_t, double, std::map<RefPointId, double>&) {
-  refuse("registerIterative");
-}
-
-void MultiRegistrator::getMatrixFormats(std::map<std::uint64_t, std::string>&) { refuse("getMatrixFormats"); }
-
-bool MultiRegistrator::saveGroupMatrices(GroupIdSet, std::string, std::uint64_t) { refuse("saveGroupMatrices"); }
-
-bool MultiRegistrator::saveAllMatrices(std::string, std::uint64_t) { refuse("saveAllMatrices"); }
-
-std::wstring MultiRegistrator::getPointsReport(RefPointIdSet) { refuse("getPointsReport"); }
-
-std::wstring MultiRegistrator::getGroupsReport(GroupIdSet) { refuse("getGroupsReport"); }
-
-std::wstring MultiRegistrator::getResultsReport() { refuse("getResultsReport"); }
-
-void MultiRegistrator::getReportFormats(std::map<std::uint64_t, std::string>&) { refuse("getReportFormats"); }
-
-bool MultiRegistrator::saveReport(std::string, std::uint64_t) { refuse("saveReport"); }
-
 void MultiRegistrator::getMatchDistanceTolerance(double& tolerance) { tolerance = matchDistanceTolerance; }
 
 void MultiRegistrator::getTriangleMatchTolerances(double& sideTolerance, double& minSideDifference) {

@@ -5,10 +5,13 @@
 #include <vector>
 
 #include "display/ref_points_transient.h"
+#include "files/html_reports.h"
 #include "host_access/registration_settings.h"
 #include "platform/pointclouds/point_cloud_definition.h"
 #include "records/display_group.h"
 #include "session/i_multi_registrator.h"
+#include "session/matrix_formats.h"
+#include "solver/solve_results.h"
 
 namespace ZOR::reg {
 
@@ -17,7 +20,8 @@ namespace ZOR::reg {
 /// is written to the drawing but by storeCommonPoints and the two apply operations.
 ///
 /// One class, several sources by concern: membership, switches, names, zooms, cluster_choice,
-/// document_binding, solving, common_points_file.
+/// document_binding, solving, common_points_file,
+/// matrix_files, reports.
 class MultiRegistrator : public iMultiRegistrator {
  public:
   /// Needs a host with an active document.
@@ -91,6 +95,12 @@ class MultiRegistrator : public iMultiRegistrator {
   double getMaxPointSpread() override;
   bool getPointSpreadHistogram(std::vector<std::uint64_t>& binCounts, std::vector<double>& binEdges) override;
 
+  /// Fits every group onto the reference group as it stands; no operation of the interface calls
+  /// it. `workingPoints` comes from prepareSolvePoints; points whose name the reference group
+  /// lacks are left out. `discrepancies` is added to, not emptied.
+  void registerComplete(const std::list<RefPoint>& workingPoints, GroupId referenceGroup,
+                        std::map<RefPointId, double>& discrepancies);
+
  private:
   // The end of every operation that changes what may be solved.
   void rebuildActive(GroupIdSet& inactiveGroups, RefPointIdSet& inactivePoints);
@@ -101,6 +111,10 @@ class MultiRegistrator : public iMultiRegistrator {
   void rebuildDisplay();
   void rebuildVisibleDisplay();
   void applyTransformsToDisplay();
+
+  // Results.
+  SolveResults resultsInto(PointDiscrepancies& discrepancies);
+  ReportSource reportSource() const;
 
   // Drawing.
   void syncFromDrawing();
@@ -115,6 +129,7 @@ class MultiRegistrator : public iMultiRegistrator {
 
   // Members in the order of their construction.
   RefPointsTransient transient;
+  MatrixFormats matrixFormats;
   std::vector<std::uint8_t> groupColors;
   RegistrationSettings settings;
   int registrationMethod;

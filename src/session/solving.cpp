@@ -1,6 +1,8 @@
 // From the session's points to transformations.
 #include "session/multi_registrator.h"
+#include "solver/complete.h"
 #include "solver/group_clusters.h"
+#include "solver/iterative.h"
 #include "solver/pairwise.h"
 #include "solver/solve_input.h"
 
@@ -20,11 +22,35 @@ bool MultiRegistrator::registerPairwise(std::map<RefPointId, double>& discrepanc
     return false;
   }
 
-  solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints,
-                {registrationMethod, solverTable, groupTransforms, commonPoints, pointDiscrepancies});
+  solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints, resultsInto(pointDiscrepancies));
   discrepancies = pointDiscrepancies;
   applyTransformsToDisplay();
   return true;
+}
+
+bool MultiRegistrator::registerIterative(std::uint64_t iterations, double criteria,
+                                         std::map<RefPointId, double>& discrepancies) {
+  discrepancies.clear();
+  if (iterations == 0 || !(criteria > 0.0)) return false;
+  RefPointList workingPoints;
+  prepareSolvePoints(sessionPoints, workingPoints, pointDiscrepancies);
+  maxIterations = iterations;
+  convergenceCriteria = criteria;
+
+  solveIterative(workingPoints, {maxIterations, convergenceCriteria}, sessionPoints,
+                 {actualIterations, actualDiscrepancy}, resultsInto(pointDiscrepancies));
+  discrepancies = pointDiscrepancies;
+  applyTransformsToDisplay();
+  return true;
+}
+
+void MultiRegistrator::registerComplete(const std::list<RefPoint>& workingPoints, GroupId referenceGroup,
+                                        std::map<RefPointId, double>& discrepancies) {
+  solveComplete(workingPoints, referenceGroup, sessionPoints, resultsInto(discrepancies));
+}
+
+SolveResults MultiRegistrator::resultsInto(PointDiscrepancies& discrepancies) {
+  return {registrationMethod, solverTable, groupTransforms, commonPoints, discrepancies};
 }
 
 }  // namespace ZOR::reg

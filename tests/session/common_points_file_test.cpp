@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <boost/filesystem/fstream.hpp>
 #include <boost/filesystem/operations.hpp>
-#include <codecvt>
-#include <locale>
-#include <sstream>
 
 #include "support/session_builder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -14,22 +11,9 @@ using namespace ZOR::reg;
 using namespace tiepoint::testing;
 namespace fs = boost::filesystem;
 
-/// A folder that goes with the test; narrow paths are UTF-8 as in the workbench.
 class CommonPointsFile : public ::testing::Test {
  protected:
-  CommonPointsFile() : folder(fs::temp_directory_path() / fs::unique_path("tiepoint-%%%%%%%%")) {
-    fs::create_directory(folder);
-  }
-  ~CommonPointsFile() override { fs::remove_all(folder); }
-
-  static std::string textOf(const fs::path& path) {
-    fs::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-  }
-
-  fs::path folder;
+  TemporaryFolder folder;
   const std::string cyrillic = "\xD2\x5F";
   const std::vector<Target> shared{{"T1", 1, 2.5, 1.5}, {cyrillic, 11, 3.5, 1.5}, {"T3", 1, 7.1234567, 2}};
   Session session{{{"A", with(shared, {"lone", 3, -4, 5, 0.25})}, {"B", shared}}};
@@ -47,8 +31,8 @@ class CommonPointsFile : public ::testing::Test {
 
 TEST_F(CommonPointsFile, HasOneLineForEachMergedTarget) {
   solve();
-  ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.string()));
-  EXPECT_EQ(textOf(folder / "merged.txt"),
+  ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.narrow()));
+  EXPECT_EQ(folder.textOf("merged.txt"),
             "T1 1.000000 2.500000 1.500000 1.00\n"
             "\xD2\x5F 11.000000 3.500000 1.500000 1.00\n"
             "T3 1.000000 7.123457 2.000000 1.00\n"
@@ -57,44 +41,42 @@ TEST_F(CommonPointsFile, HasOneLineForEachMergedTarget) {
 
 TEST_F(CommonPointsFile, ReplacesWhatIsThere) {
   solve();
-  fs::ofstream(folder / "merged.txt") << std::string(10000, 'x');
-  ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.string()));
-  EXPECT_EQ(textOf(folder / "merged.txt").substr(0, 3), "T1 ");
-  EXPECT_LT(fs::file_size(folder / "merged.txt"), 200u);
+  folder.write("merged.txt", std::string(10000, 'x'));
+  ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.narrow()));
+  EXPECT_EQ(folder.textOf("merged.txt").substr(0, 3), "T1 ");
+  EXPECT_LT(folder.textOf("merged.txt").size(), 200u);
 }
 
 TEST_F(CommonPointsFile, IsRefusedWithoutResultsNameOrFolder) {
-  EXPECT_FALSE(session->saveCommonPointsFile("merged", folder.string()));
+  EXPECT_FALSE(session->saveCommonPointsFile("merged", folder.narrow()));
   solve();
-  EXPECT_FALSE(session->saveCommonPointsFile("", folder.string()));
+  EXPECT_FALSE(session->saveCommonPointsFile("", folder.narrow()));
   EXPECT_FALSE(session->saveCommonPointsFile("merged", ""));
-  EXPECT_FALSE(session->saveCommonPointsFile("merged", (folder / "missing").string()));
-  fs::ofstream(folder / "plain") << "file";
-  EXPECT_FALSE(session->saveCommonPointsFile("merged", (folder / "plain").string()));
+  EXPECT_FALSE(session->saveCommonPointsFile("merged", (folder.path() / "missing").string()));
+  folder.write("plain", "file");
+  EXPECT_FALSE(session->saveCommonPointsFile("merged", (folder.path() / "plain").string()));
 }
 
 TEST_F(CommonPointsFile, NamesThatTheHostsPlatformForbidsAreRefused) {
   solve();
   for (const char* refused : {"a:b", "a/b", "a\\b", " a", "a ", "a.", "a|b", "a<b", "a\"b", "a\x01"}) {
-    EXPECT_FALSE(session->saveCommonPointsFile(refused, folder.string())) << refused;
+    EXPECT_FALSE(session->saveCommonPointsFile(refused, folder.narrow())) << refused;
   }
-  EXPECT_TRUE(fs::is_empty(folder));
-  EXPECT_TRUE(session->saveCommonPointsFile("a.b", folder.string()));
-  EXPECT_TRUE(fs::exists(folder / "a.b.txt"));
+  EXPECT_EQ(folder.fileNames(), std::set<std::string>{});
+  EXPECT_TRUE(session->saveCommonPointsFile("a.b", folder.narrow()));
+  EXPECT_EQ(folder.fileNames(), std::set<std::string>{"a.b.txt"});
 }
 
 TEST_F(CommonPointsFile, ANarrowNameGivesAFileOfThatNameInWindows1251) {
-  const std::locale before = fs::path::imbue(std::locale(std::locale::classic(), new std::codecvt_utf8<wchar_t>));
   solve();
-  EXPECT_TRUE(session->saveCommonPointsFile("\xD6\xE5\xF5", folder.string()));
-  EXPECT_TRUE(fs::exists(folder / L"\u0426\u0435\u0445.txt"));
-  fs::path::imbue(before);
+  EXPECT_TRUE(session->saveCommonPointsFile("\xD6\xE5\xF5", folder.narrow()));
+  EXPECT_EQ(folder.fileNames(), std::set<std::string>{"\xD0\xA6\xD0\xB5\xD1\x85.txt"});
 }
 
 TEST_F(CommonPointsFile, AFileThatCannotBeOpenedIsRefused) {
   solve();
-  fs::create_directory(folder / "merged.txt");
-  EXPECT_FALSE(session->saveCommonPointsFile("merged", folder.string()));
+  fs::create_directory(folder.path() / "merged.txt");
+  EXPECT_FALSE(session->saveCommonPointsFile("merged", folder.narrow()));
 }
 
 TEST_F(CommonPointsFile, ANameThatWasLostIsEmpty) {
@@ -104,8 +86,8 @@ TEST_F(CommonPointsFile, ANameThatWasLostIsEmpty) {
   // Both points of T1 are renamed, so the table loses it; its merged target still stands.
   ASSERT_TRUE(session->renamePoint(0, "N", group, out.inactiveGroups, out.inactivePoints));
   ASSERT_TRUE(session->renamePoint(4, "N", group, out.inactiveGroups, out.inactivePoints));
-  ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.string()));
-  EXPECT_EQ(textOf(folder / "merged.txt").substr(0, 10), " 1.000000 ");
+  ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.narrow()));
+  EXPECT_EQ(folder.textOf("merged.txt").substr(0, 10), " 1.000000 ");
 }
 
 }  // namespace

@@ -14,20 +14,10 @@ using namespace tiepoint::testing;
 TEST(LaterOperations, SayThatTheyAreNotAvailable) {
   Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
   Outputs out;
-  std::map<std::uint64_t, std::string> texts{{7, "kept"}};
-  std::map<RefPointId, double> discrepancies{{7, 1.0}};
+  std::map<RefPointId, std::string> texts{{7, "kept"}};
   std::vector<std::uint64_t> counts{7};
   std::vector<double> edges{7.0};
   const std::map<std::string, std::function<void()>> operations{
-      {"registerIterative", [&] { session->registerIterative(10, 0.1, discrepancies); }},
-      {"getMatrixFormats", [&] { session->getMatrixFormats(texts); }},
-      {"saveGroupMatrices", [&] { session->saveGroupMatrices({0}, ".", 0); }},
-      {"saveAllMatrices", [&] { session->saveAllMatrices(".", 0); }},
-      {"getPointsReport", [&] { session->getPointsReport({0}); }},
-      {"getGroupsReport", [&] { session->getGroupsReport({0}); }},
-      {"getResultsReport", [&] { session->getResultsReport(); }},
-      {"getReportFormats", [&] { session->getReportFormats(texts); }},
-      {"saveReport", [&] { session->saveReport("report.html", 1); }},
       {"matchPointsByDistance",
        [&] { session->matchPointsByDistance(0.1, texts, out.inactiveGroups, out.inactivePoints); }},
       {"matchGroupsByTriangles",
@@ -47,7 +37,6 @@ TEST(LaterOperations, SayThatTheyAreNotAvailable) {
     }
   }
   EXPECT_EQ(texts.size(), 1u);
-  EXPECT_EQ(discrepancies.size(), 1u);
   EXPECT_EQ(counts.size(), 1u);
   EXPECT_EQ(out.inactivePoints, RefPointIdSet{994});
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "support/session_builder.h"
 #include "workbench/view/recording_draw.h"
 
@@ -148,6 +150,81 @@ TEST(Solving, PointsMeasuredTwiceInTheBaseGetTheirDiscrepanciesBeforeAnyFit) {
   ASSERT_TRUE(session->registerPairwise(discrepancies));
   EXPECT_NEAR(discrepancies.at(0), 0.1, rounding);
   EXPECT_NEAR(discrepancies.at(2), 0.2, rounding);
+}
+
+/// What the session says of its limits, as "iterations/criterion".
+std::string limitsOf(Session& session) {
+  std::uint64_t iterations = 0;
+  double criterion = 0.0;
+  session->getIterationLimits(iterations, criterion);
+  return std::to_string(iterations) + "/" + std::to_string(criterion);
+}
+
+TEST(Solving, BadLimitsAreRefusedAndTheOldOnesStay) {
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
+  for (const auto& [iterations, criterion] :
+       {std::pair<std::uint64_t, double>{0, 0.1}, {10, 0.0}, {10, -1.0}, {10, std::nan("")}}) {
+    std::map<RefPointId, double> discrepancies{{1, 2.0}};
+    EXPECT_FALSE(session->registerIterative(iterations, criterion, discrepancies));
+    EXPECT_TRUE(discrepancies.empty());
+    EXPECT_EQ(limitsOf(session), "100/0.001000");
+  }
+}
+
+TEST(Solving, TheLimitsOfARunAreReadBack) {
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
+  std::map<RefPointId, double> discrepancies;
+  EXPECT_TRUE(session->registerIterative(250, 0.5, discrepancies));
+  EXPECT_EQ(limitsOf(session), "250/0.500000");
+}
+
+TEST(Solving, TheIterativeMethodJoinsGroupsWithoutATestOfLinkage) {
+  Session session({{"A", triangle("T1", "T2", "T3")},
+                   {"B", triangle("T1", "T2", "T3", 5)},
+                   {"C", triangle("U1", "U2", "U3")},
+                   {"D", triangle("U1", "U2", "U3", 5)}});
+  std::map<RefPointId, double> discrepancies;
+  EXPECT_FALSE(session->registerPairwise(discrepancies));
+  EXPECT_TRUE(session->registerIterative(100, 0.001, discrepancies));
+  EXPECT_NEAR(drawnX(session)[3], drawnX(session)[0], 1e-9);
+}
+
+TEST(Solving, ASingleGroupIsAcceptedAndLeavesTheResultsAsTheyWere) {
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  const std::wstring before = session->getResultsReport();
+  Outputs out;
+  session->excludeGroups({1}, out.points, out.inactiveGroups, out.inactivePoints);
+  EXPECT_TRUE(session->registerIterative(100, 0.001, discrepancies));
+  EXPECT_TRUE(discrepancies.empty());
+  EXPECT_EQ(session->getResultsReport(), before);
+}
+
+TEST(Solving, ASingleBaseOfTwoGroupsKeepsItsMergedDiscrepancies) {
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 10, 0, 0}}},
+                   {"B", {{"T1", 0.3, 0, 0, 0.5}, {"T3", 0, 10, 0}}},
+                   {"C", {{"T1", 0.1, 0, 0}, {"T2", 10, 0, 0}, {"T3", 0, 10, 0}}}});
+  Outputs out;
+  session->setBaseGroups({0, 1}, out.groups, out.points, out.inactiveGroups, out.inactivePoints);
+  std::map<RefPointId, double> discrepancies;
+  EXPECT_TRUE(session->registerIterative(100, 0.001, discrepancies));
+  EXPECT_NEAR(discrepancies.at(0), 0.1, rounding);
+  EXPECT_NEAR(discrepancies.at(2), 0.2, rounding);
+}
+
+TEST(Solving, TheCompleteMethodIsAMemberOfItsOwn) {
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
+  std::map<GroupId, std::string> available;
+  std::list<RefPoint> points;
+  Outputs out;
+  session->removeGroups({0, 1}, out.points, out.inactiveGroups, out.inactivePoints);
+  ASSERT_TRUE(session->addGroups({0, 1}, points, out.inactiveGroups, out.inactivePoints));
+  std::map<RefPointId, double> discrepancies{{77, 1.0}};
+  session->registerComplete(points, 0, discrepancies);
+  EXPECT_EQ(discrepancies.at(77), 1.0);
+  EXPECT_NE(session->getResultsReport().find(L"<p>Complite</p>"), std::wstring::npos);
+  EXPECT_NE(session->getResultsReport().find(L"<h4>A</h4></p><p>Not registered</p>"), std::wstring::npos);
 }
 
 }  // namespace

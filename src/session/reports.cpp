@@ -1,0 +1,51 @@
+// The HTML reports of a session.
+#include <boost/filesystem/fstream.hpp>
+#include <codecvt>
+#include <locale>
+
+#include "files/html_reports.h"
+#include "session/multi_registrator.h"
+
+namespace ZOR::reg {
+
+namespace {
+
+constexpr std::uint64_t htmlFormat = 1;
+
+}  // namespace
+
+ReportSource MultiRegistrator::reportSource() const {
+  return {sessionPoints, groupNames,         commonNames,        groupTransforms,
+          commonPoints,  pointDiscrepancies, registrationMethod, actualIterations,
+          maxIterations, actualDiscrepancy,  convergenceCriteria};
+}
+
+std::wstring MultiRegistrator::getPointsReport(RefPointIdSet points) {
+  reportText = pointsReport(reportSource(), points);
+  return reportText;
+}
+
+std::wstring MultiRegistrator::getGroupsReport(GroupIdSet groups) {
+  reportText = groupsReport(reportSource(), groups);
+  return reportText;
+}
+
+std::wstring MultiRegistrator::getResultsReport() {
+  reportText = resultsReport(reportSource());
+  return reportText;
+}
+
+void MultiRegistrator::getReportFormats(std::map<std::uint64_t, std::string>& formats) {
+  formats = {{htmlFormat, "HTML document (*.html)|*.html"}};
+}
+
+bool MultiRegistrator::saveReport(std::string path, std::uint64_t format) {
+  if (format != htmlFormat) return false;
+  boost::filesystem::wofstream out{boost::filesystem::path(path)};
+  out.imbue(std::locale(std::locale::classic(), new std::codecvt_utf8<wchar_t, 0x10ffff, std::codecvt_mode(0)>));
+  if (out) out << reportText;
+  out.close();
+  return true;
+}
+
+}  // namespace ZOR::reg
