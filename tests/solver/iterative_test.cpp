@@ -6,6 +6,7 @@
 #include "solver/arbitrary.h"
 #include "solver/builders.h"
 #include "solver/plain_iterative.h"
+#include "solver/point_distance.h"
 #include "solver/rigid_motions.h"
 
 namespace {
@@ -115,7 +116,8 @@ TEST(Iterative, WithoutABaseATargetHasTheMeanWeightOfItsGroups) {
 }
 
 TEST(Iterative, ABaseTargetCloseToTheOriginIsNotPinned) {
-  // One pass only: the first model is the mean where the base isn't pinned.
+  // One pass only: the model is the mean of (0, 0, 0) and (0, 0, 8) where the base isn't pinned.
+  // The whole model then moves onto the base, so what is looked at is a distance in it.
   RefPointList points = crossOfStation(0, 0, {20, 30, 40});
   points.push_back(measured(6, 0, 6, {1e-12, -1e-12, 1e-13}));
   for (RefPoint& p : points) p.inBase = true;
@@ -123,14 +125,16 @@ TEST(Iterative, ABaseTargetCloseToTheOriginIsNotPinned) {
   other.push_back(measured(13, 1, 6, {0, 0, 8}));
   points.insert(points.end(), other.begin(), other.end());
   const Outcome run(points, 1, 1e9);
-  EXPECT_NEAR(run.commonPoints.at(6).position.z, 4.0, 1e-9);
+  EXPECT_NEAR(distance(run.commonPoints.at(6).position, run.commonPoints.at(0).position),
+              std::sqrt(24.0 * 24.0 + 30.0 * 30.0 + 36.0 * 36.0), 1e-9);
 
   // Just above the bound it is pinned.
   for (RefPoint& p : points) {
     if (p.id == 6) p.position = {std::nextafter(1e-12, 1.0), 0, 0};
   }
   const Outcome pinned(points, 1, 1e9);
-  EXPECT_NEAR(pinned.commonPoints.at(6).position.z, 0.0, 1e-9);
+  EXPECT_NEAR(distance(pinned.commonPoints.at(6).position, pinned.commonPoints.at(0).position),
+              std::sqrt(24.0 * 24.0 + 30.0 * 30.0 + 40.0 * 40.0), 1e-9);
 }
 
 TEST(Iterative, OneGroupOrNoneChangesNothing) {
