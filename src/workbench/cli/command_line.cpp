@@ -76,7 +76,12 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addRepeated(app, "--exclude", options.exclude, "GROUP[:POINT]", "leave out a group or one of its points");
   addRepeated(app, "--weight", options.weight, "GROUP:POINT=W", "weight of a point, 0 to 1; 0 leaves it out");
   addText(app, "--weights", options.weightsFile, "FILE", "weights: a line \"GROUP POINT WEIGHT\" each, # comments");
-  addText(app, "--method", options.method, "METHOD", "pairwise, the only one so far");
+  addText(app, "--method", options.method, "METHOD", "pairwise (default) or iterative");
+  app.add_option("--max-iterations", options.maxIterations, "iterative: the limit; none: the profile's, or 100")
+      ->type_name("NUMBER");
+  app.add_option("--convergence", options.convergence,
+                 "iterative: the movement in a pass that ends it, drawing units; none: the profile's, or 0.001")
+      ->type_name("LENGTH");
   app.add_option("--keep-cluster", options.keepCluster, "when the groups don't hang together, go on with this cluster")
       ->type_name("NUMBER");
   addRepeated(app, "--cloud", options.clouds, "NAME=FILE", "add a point cloud; it moves with the group of its name");
@@ -85,6 +90,13 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
           "with --apply: write moved copies of clouds in text form there; made if missing");
   addText(app, "--store", options.store, "NAME", "store the merged targets in the drawing as a group");
   addText(app, "--common-points", options.commonPoints, "FILE", "write the merged targets: name x y z weight");
+  addText(app, "--matrices", options.matrices, "FOLDER",
+          "write each group's matrix to GROUP.txt there; made if missing");
+  addText(app, "--matrix-format", options.matrixFormat, "FORMAT",
+          "plain (default: 4x4 for column vectors, all digits), 4x4 or trf (PolyWorks, transposed)");
+  addText(app, "--transforms", options.transforms, "FILE", "write all groups' rotations, shifts and residuals as JSON");
+  addText(app, "--report", options.report, "FILE", "write a report as HTML");
+  addText(app, "--report-kind", options.reportKind, "KIND", "results (default), points or groups");
   app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
   addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm: residuals are printed in mm");
   addPrintOptions(app, options.json, options.quiet);

@@ -73,6 +73,10 @@ bool DrivenSession::setWeight(const RefPointIdSet& points, double weight) {
 
 bool DrivenSession::registerPairwise() { return registrator.registerPairwise(current.discrepancies); }
 
+bool DrivenSession::registerIterative(std::uint64_t maxIterations, double convergence) {
+  return registrator.registerIterative(maxIterations, convergence, current.discrepancies);
+}
+
 GroupClusters DrivenSession::clusters() {
   GroupClusters all;
   registrator.getGroupClusters(all);

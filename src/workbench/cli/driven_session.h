@@ -21,6 +21,8 @@ class DrivenSession {
 
   /// False when the groups don't hang together; `clusters` then tells which do.
   bool registerPairwise();
+  /// False for limits that aren't above 0. Fewer than two groups in use leave everything as it was.
+  bool registerIterative(std::uint64_t maxIterations, double convergence);
   ZOR::reg::GroupClusters clusters();
   /// Excludes the groups of all other clusters. The clusters are forgotten by the next solve.
   void keepCluster(std::uint64_t number);

@@ -21,6 +21,8 @@ Examples:
   tiepoint register --unit m --base S1 S1.txt S2.txt --nxyzw S3.txt S4.txt
   tiepoint register --base S1 --exclude S4:T13 --weight S2:T07=0.5 S1.txt S2.txt S4.txt
   tiepoint register --document hall.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
+  tiepoint register --method iterative --max-iterations 5000 --convergence 1e-6 S1.txt S2.txt S3.txt
+  tiepoint register --base S1 --matrices out --transforms out.json --report out.html S1.txt S2.txt
   tiepoint register --json --quiet S1.txt S2.txt > result.json
 
 A file gives the group of its name without the ending. Without --document the drawing lives in

@@ -38,4 +38,8 @@ struct LinkReport {
 /// Only eligible points count, also those that were left out for what their group lacks.
 LinkReport describeLinks(const SessionState& state, const ZOR::reg::GroupClusters& clusters);
 
+/// The same for the points in use alone and without clusters' numbers: one part when the groups in
+/// use hang together, as the session would find if it were asked to join them pairwise.
+LinkReport activeLinks(const SessionState& state);
+
 }  // namespace tiepoint::workbench::cli

@@ -42,12 +42,22 @@ struct RegisterOptions {
   std::vector<std::string> weight;
   std::string weightsFile;
   std::string method = "pairwise";
+  /// Of the iterative method; the session's when not given.
+  std::optional<std::uint64_t> maxIterations;
+  std::optional<double> convergence;
   std::optional<std::uint64_t> keepCluster;
   std::vector<std::string> clouds;
   bool apply = false;
   std::string moved;
   std::string store;
   std::string commonPoints;
+  std::string matrices;
+  /// "plain" when not given.
+  std::string matrixFormat;
+  std::string transforms;
+  std::string report;
+  /// "results" when not given.
+  std::string reportKind;
   bool force = false;
   std::string unit;
   bool json = false;

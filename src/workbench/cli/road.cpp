@@ -7,6 +7,7 @@
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/file_survey.h"
 #include "workbench/cli/geometry_warnings.h"
+#include "workbench/cli/iterative_run.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/point_choice.h"
 #include "workbench/cli/rigid_motion.h"
@@ -96,8 +97,16 @@ bool baseIsLost(const SessionState& state, const RegisterOptions& options) {
   return !options.base.empty() && anyPoint(state, isActiveOther) && !anyPoint(state, isActiveBase);
 }
 
+Outcome solveIteratively(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
+  IterativeRun run = runIterative(session, options, warnings);
+  road.iterations = run.course;
+  road.links = std::move(run.links);
+  return run.registered ? Outcome::registered : Outcome::notLinked;
+}
+
 Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
   if (baseIsLost(session.state(), options)) return Outcome::baseLost;
+  if (road.isIterative) return solveIteratively(session, options, road, warnings);
   if (session.registerPairwise()) {
     if (options.keepCluster) warnings.add("the groups hang together as they are; --keep-cluster changed nothing");
     return Outcome::registered;
@@ -163,7 +172,7 @@ void storeTargets(DrivenSession& session, const std::string& name, Road& road) {
 class Delivery {
  public:
   explicit Delivery(const RegisterOptions& options_)
-      : options(options_), clouds(cloudsToAdd(options_.clouds, "--cloud")) {
+      : options(options_), clouds(cloudsToAdd(options_.clouds, "--cloud")), files(options_) {
     if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options.commonPoints, options.force);
     if (!options.moved.empty() && !options.apply) {
       throw CommandError(ExitStatus::usage, "--moved writes moved clouds, so it needs --apply");
@@ -181,6 +190,7 @@ class Delivery {
 
  private:
   void carryOut(Workbench& workbench, DrivenSession& session, Road& road) const {
+    files.requireFree(road.state, road.results);
     const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
     addClouds(*database, clouds);
     road.clouds = foreseenMoves(*database, session.state(), road.results);
@@ -191,11 +201,13 @@ class Delivery {
     if (!options.store.empty()) storeTargets(session, options.store, road);
     if (commonPoints) writeCommonPoints(session, *commonPoints, road);
     if (!options.moved.empty()) writeCopies(road.clouds, options.moved, options.force);
+    road.files = files.write(session.operations(), road.state, road.results);
   }
 
   const RegisterOptions& options;
   std::vector<CloudOption> clouds;
   std::optional<CommonPointsTarget> commonPoints;
+  ResultFiles files;
 };
 
 void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOptions& options, const Delivery& delivery,
@@ -222,10 +234,7 @@ void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOpti
 }  // namespace
 
 Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warnings) {
-  if (options.method != "pairwise") {
-    throw CommandError(ExitStatus::usage,
-                       fmt::format("--method {}: no such method; there is: pairwise", options.method));
-  }
+  checkMethod(options);
   const std::vector<LayoutFiles> runs = importRuns(options.files);
   const Delivery delivery(options);
   openDrawing(workbench, options.host.document, !runs.empty());
@@ -233,6 +242,7 @@ Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warn
 
   Road road;
   road.document = options.host.document;
+  road.isIterative = options.method == "iterative";
   if (!runs.empty()) {
     road.import = rehearseImport(workbench, runs, warnings);
     makeDrawing(workbench, options.host.document);

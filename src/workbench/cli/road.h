@@ -9,10 +9,12 @@
 #include "workbench/cli/cloud_moves.h"
 #include "workbench/cli/driven_session.h"
 #include "workbench/cli/import_files.h"
+#include "workbench/cli/iteration_course.h"
 #include "workbench/cli/links.h"
 #include "workbench/cli/options.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/reasons.h"
+#include "workbench/cli/result_files.h"
 #include "workbench/cli/results.h"
 #include "workbench/host/workbench.h"
 
@@ -36,8 +38,11 @@ struct Road {
   std::vector<std::optional<Reason>> reasons;
   Outcome outcome = Outcome::notLinked;
   bool usesBase = false;
+  bool isIterative = false;
+  /// After the iterative method, unless its report doesn't tell.
+  std::optional<IterationCourse> iterations;
   std::optional<std::uint64_t> keptCluster;
-  /// When not registered.
+  /// When not registered, or registered iteratively although the groups don't hang together.
   LinkReport links;
   /// When registered.
   Results results;
@@ -46,6 +51,7 @@ struct Road {
   /// What was written; empty when not asked for.
   std::string commonPointsFile;
   std::string storedGroup;
+  WrittenFiles files;
 };
 
 /// Goes all the way. When the groups can't be registered, nothing is moved, stored or written, and

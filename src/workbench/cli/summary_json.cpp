@@ -119,6 +119,15 @@ Json jsonClouds(const Road& road) {
   return clouds;
 }
 
+Json jsonIterations(const std::optional<IterationCourse>& course) {
+  if (!course) return {};
+  return {{"iterations", course->iterations},
+          {"limit", course->limit},
+          {"movement", jsonNumber(course->movement)},
+          {"criterion", jsonNumber(course->criterion)},
+          {"converged", course->converged()}};
+}
+
 Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
 }  // namespace
@@ -126,7 +135,8 @@ Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(t
 std::string summaryJson(const Road& road, const std::vector<std::string>& warnings) {
   Json json;
   json["outcome"] = outcomeKey(road.outcome);
-  json["method"] = road.usesBase ? "pairwise with base" : "pairwise";
+  json["method"] = std::string(road.isIterative ? "iterative" : "pairwise") + (road.usesBase ? " with base" : "");
+  json["iterations"] = jsonIterations(road.iterations);
   json["document"] = textOrNull(road.document);
   json["import"] = jsonImport(road.import);
   json["keptCluster"] = road.keptCluster ? Json(*road.keptCluster) : Json();
@@ -141,6 +151,9 @@ std::string summaryJson(const Road& road, const std::vector<std::string>& warnin
   json["clouds"] = jsonClouds(road);
   json["commonPointsFile"] = textOrNull(road.commonPointsFile);
   json["storedGroup"] = textOrNull(road.storedGroup);
+  json["matrixFiles"] = road.files.matrices;
+  json["transformsFile"] = textOrNull(road.files.transforms);
+  json["reportFile"] = textOrNull(road.files.report);
   json["warnings"] = warnings;
   return jsonText(json);
 }

@@ -45,8 +45,25 @@ std::size_t activeCount(const SessionState& state) {
 
 std::string methodLine(const Road& road) {
   const std::string base = road.usesBase ? " with base " + baseNames(road.state) : "";
-  return fmt::format("Registered pairwise{}: {} of {} in use\n", base, activeCount(road.state),
-                     plural(road.state.points.size(), "point"));
+  return fmt::format("Registered {}{}: {} of {} in use\n", road.isIterative ? "iteratively" : "pairwise", base,
+                     activeCount(road.state), plural(road.state.points.size(), "point"));
+}
+
+/// How the loop of the iterative method ended.
+std::string courseText(const Road& road, const LengthFormat& lengths) {
+  if (!road.iterations) return "";
+  const IterationCourse& course = *road.iterations;
+  const char* const unit = lengths.positionUnit();
+  if (course.converged()) {
+    return fmt::format("Iteration {} of at most {} moved the merged targets by {:g}; the criterion is {:g} ({})\n",
+                       course.iterations, course.limit, course.movement, course.criterion, unit);
+  }
+  return fmt::format(
+      "Not converged: the limit of {} iterations ended the run. The last pass still moved the merged targets by\n"
+      "{:g}; the criterion is {:g} ({}). A small movement in a pass isn't a small error: along a chain of\n"
+      "stations the passes creep, tens of thousands of them. Raise --max-iterations and lower --convergence, or\n"
+      "register with --method pairwise, which doesn't suffer from this.\n",
+      course.limit, course.movement, course.criterion, unit);
 }
 
 // --- Transformations.
@@ -221,6 +238,16 @@ std::string baseLost(const Road& road) {
 
 // --- What was written.
 
+std::string writtenFiles(const WrittenFiles& files) {
+  std::string text;
+  if (!files.matrices.empty()) {
+    text += fmt::format("{} written: {}\n", plural(files.matrices.size(), "matrix file"), joined(files.matrices));
+  }
+  if (!files.transforms.empty()) text += fmt::format("transformations written to {}\n", files.transforms);
+  if (!files.report.empty()) text += fmt::format("report written to {}\n", files.report);
+  return text.empty() ? text : "\n" + text;
+}
+
 std::string written(const Road& road) {
   std::string text;
   if (!road.clouds.empty()) text += "\n" + cloudMovesText(road.clouds);
@@ -232,11 +259,12 @@ std::string written(const Road& road) {
     text += fmt::format("{} stored in the drawing as group {}\n", plural(road.targets.size(), "common point"),
                         printable(road.storedGroup));
   }
-  return text;
+  return text + writtenFiles(road.files);
 }
 
 std::string registered(const Road& road, const LengthFormat& lengths) {
-  std::string text = methodLine(road) + "\n" + transformations(road, lengths) + "\n" + discrepancies(road, lengths);
+  std::string text = methodLine(road) + courseText(road, lengths) + "\n" + transformations(road, lengths) + "\n" +
+                     discrepancies(road, lengths);
   const std::string out = pointsOut(road);
   const std::string advice = hint(road);
   if (!out.empty()) text += "\n" + out;

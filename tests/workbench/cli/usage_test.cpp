@@ -56,7 +56,7 @@ TEST_F(Usage, MistakesGetOneLineThatHelps) {
   EXPECT_EQ(mistake({"register", "--layout", "ZYX", "base.txt"}),
             "tiepoint: --layout ZYX: no such layout; choose NXYZ, XYZ, XYZW or NXYZW\n");
   EXPECT_EQ(mistake({"register", "--method", "guess", "base.txt"}),
-            "tiepoint: --method guess: no such method; there is: pairwise\n");
+            "tiepoint: --method guess: no such method; choose pairwise or iterative\n");
   EXPECT_EQ(mistake({"register", "--unit", "ft", "base.txt"}),
             "tiepoint: --unit ft: the unit of the files is m or mm\n");
   EXPECT_EQ(mistake({"register", "base.txt", "--exclude", "base:P9"}),

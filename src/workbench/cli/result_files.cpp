@@ -1,0 +1,214 @@
+#include "workbench/cli/result_files.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <boost/filesystem.hpp>
+
+#include "workbench/cli/exit_status.h"
+#include "workbench/cli/group_matrices.h"
+#include "workbench/cli/staging_folder.h"
+#include "workbench/host/text_encoding.h"
+#include "workbench/profile/durable_file.h"
+
+namespace tiepoint::workbench::cli {
+
+using namespace ZOR::reg;
+namespace fs = boost::filesystem;
+
+namespace {
+
+/// The module's numbers of its formats.
+constexpr std::uint64_t trfFormat = 0;
+constexpr std::uint64_t fourByFourFormat = 1;
+constexpr std::uint64_t htmlFormat = 1;
+/// Both of the module's formats have as many.
+constexpr std::ptrdiff_t linesOfModuleMatrix = 6;
+constexpr const char* reportEnd = "</html>\n";
+
+fs::path pathOf(const std::string& utf8) { return fs::path(wideFromUtf8(utf8)); }
+
+void checkChoice(const std::string& value, const std::vector<std::string>& choices, const std::string& option) {
+  if (value.empty() || std::find(choices.begin(), choices.end(), value) != choices.end()) return;
+  throw CommandError(ExitStatus::usage,
+                     fmt::format("{} {}: choose {}, {} or {}", option, value, choices[0], choices[1], choices[2]));
+}
+
+void checkGoesWith(const std::string& value, const std::string& option, const std::string& file,
+                   const std::string& fileOption) {
+  if (value.empty() || !file.empty()) return;
+  throw CommandError(ExitStatus::usage, fmt::format("{} goes with {}", option, fileOption));
+}
+
+void requireFolderOf(const std::string& file, const std::string& option) {
+  const fs::path folder = pathOf(file).parent_path();
+  boost::system::error_code error;
+  if (folder.empty() || fs::is_directory(folder, error)) return;
+  throw CommandError(ExitStatus::file,
+                     fmt::format("{} {}: there is no folder {}; make it first", option, file, folder.string()));
+}
+
+void makeFolder(const std::string& folder) {
+  boost::system::error_code error, ignored;
+  fs::create_directories(pathOf(folder), error);
+  if (fs::is_directory(pathOf(folder), ignored)) return;
+  throw CommandError(ExitStatus::file,
+                     fmt::format("--matrices {}: the folder can't be made: {}", folder, error.message()));
+}
+
+/// With or without carriage returns, as the platform has it.
+bool endsWithLine(std::string content, const std::string& line) {
+  content.erase(std::remove(content.begin(), content.end(), '\r'), content.end());
+  return content.size() >= line.size() && content.compare(content.size() - line.size(), line.size(), line) == 0;
+}
+
+bool isWholeMatrix(const std::string& content) {
+  return std::count(content.begin(), content.end(), '\n') == linesOfModuleMatrix && endsWithLine(content, "\n");
+}
+
+GroupIdSet allGroups(const SessionState& state) {
+  GroupIdSet groups;
+  for (const SessionGroup& group : state.groups) groups.insert(group.id);
+  return groups;
+}
+
+RefPointIdSet allPoints(const SessionState& state) {
+  RefPointIdSet points;
+  for (const SessionPoint& point : state.points) points.insert(point.record.id);
+  return points;
+}
+
+}  // namespace
+
+ResultFiles::ResultFiles(const RegisterOptions& options_) : options(options_) {
+  checkChoice(options.matrixFormat, {"plain", "4x4", "trf"}, "--matrix-format");
+  checkChoice(options.reportKind, {"results", "points", "groups"}, "--report-kind");
+  checkGoesWith(options.matrixFormat, "--matrix-format", options.matrices, "--matrices FOLDER");
+  checkGoesWith(options.reportKind, "--report-kind", options.report, "--report FILE");
+  requireTarget(options.transforms, "--transforms");
+  requireTarget(options.report, "--report");
+}
+
+void ResultFiles::requireTarget(const std::string& file, const std::string& option) const {
+  if (file.empty()) return;
+  requireFolderOf(file, option);
+  requireReplaceable(file, option);
+}
+
+bool ResultFiles::isInput(const std::string& path) const {
+  const auto isSame = [&](const std::string& input) {
+    boost::system::error_code error;
+    return !input.empty() && fs::equivalent(pathOf(input), pathOf(path), error);
+  };
+  const FileOptions& files = options.files;
+  for (const auto* inputs : {&files.files, &files.nxyz, &files.xyz, &files.xyzw, &files.nxyzw}) {
+    if (std::any_of(inputs->begin(), inputs->end(), isSame)) return true;
+  }
+  for (const std::string& cloud : options.clouds) {
+    if (isSame(parseCloudOption(cloud, "--cloud").file)) return true;
+  }
+  return isSame(options.weightsFile) || isSame(options.host.document) || isSame(options.host.profile) ||
+         isSame(options.host.module);
+}
+
+void ResultFiles::requireReplaceable(const std::string& path, const std::string& option) const {
+  boost::system::error_code error;
+  if (!fs::exists(pathOf(path), error)) return;
+  if (isInput(path)) {
+    throw CommandError(ExitStatus::file, fmt::format("{}: this command reads {}; choose another place", option, path));
+  }
+  if (!options.force)
+    throw CommandError(ExitStatus::file, fmt::format("{}: {} exists; --force replaces it", option, path));
+}
+
+std::vector<ResultFiles::MatrixFile> ResultFiles::matrixFiles(const SessionState& state, const Results& results) const {
+  std::vector<MatrixFile> files;
+  if (options.matrices.empty()) return files;
+  for (std::size_t place = 0; place < state.groups.size(); ++place) {
+    // The module has no transformation of a base.
+    const bool isExpected =
+        isPlain() ? motionOf(state, results, place).has_value() : results.groups[place].toCommon.has_value();
+    if (!isExpected) continue;
+    const std::string& group = state.groups[place].name;
+    if (!fs::windows_name(nameFromUtf8(group))) {
+      throw CommandError(
+          ExitStatus::file,
+          fmt::format("--matrices {}: no file can be named after the group {}; rename it", options.matrices, group));
+    }
+    const std::string name = group + ".txt";
+    files.push_back({place, name, (pathOf(options.matrices) / pathOf(name)).string()});
+  }
+  return files;
+}
+
+void ResultFiles::requireFree(const SessionState& state, const Results& results) const {
+  for (const MatrixFile& file : matrixFiles(state, results)) requireReplaceable(file.path, "--matrices");
+}
+
+void ResultFiles::put(const std::string& path, const std::string& content, const std::string& option) const {
+  // Once more, as one file of this command may be asked for under the name of another.
+  requireReplaceable(path, option);
+  try {
+    replaceFile(path, content);
+  } catch (const std::runtime_error& error) {
+    throw CommandError(ExitStatus::file, fmt::format("{}: {}", option, error.what()));
+  }
+}
+
+std::vector<std::string> ResultFiles::writeMatrices(iMultiRegistrator& session, const SessionState& state,
+                                                    const Results& results) const {
+  const std::vector<MatrixFile> files = matrixFiles(state, results);
+  const StagingFolder staging;
+  if (!isPlain()) {
+    session.saveAllMatrices(staging.path(), options.matrixFormat == "trf" ? trfFormat : fourByFourFormat);
+  }
+  makeFolder(options.matrices);
+  std::vector<std::string> written;
+  for (const MatrixFile& file : files) {
+    const std::string content =
+        isPlain() ? plainMatrixText(*motionOf(state, results, file.place)) : staging.content(file.name);
+    if (!isPlain() && !isWholeMatrix(content)) {
+      throw CommandError(
+          ExitStatus::file,
+          fmt::format("{}: the module hasn't written this matrix, or not to its end; is the disk full?", file.path));
+    }
+    put(file.path, content, "--matrices");
+    written.push_back(file.path);
+  }
+  return written;
+}
+
+void ResultFiles::writeReport(iMultiRegistrator& session, const SessionState& state) const {
+  if (options.reportKind == "points") {
+    session.getPointsReport(allPoints(state));
+  } else if (options.reportKind == "groups") {
+    session.getGroupsReport(allGroups(state));
+  } else {
+    session.getResultsReport();
+  }
+  const StagingFolder staging;
+  session.saveReport(staging.file("report.html"), htmlFormat);
+  const std::string content = staging.content("report.html");
+  if (!endsWithLine(content, reportEnd)) {
+    throw CommandError(
+        ExitStatus::file,
+        fmt::format("{}: the module hasn't written this report, or not to its end; is the disk full?", options.report));
+  }
+  put(options.report, content, "--report");
+}
+
+WrittenFiles ResultFiles::write(iMultiRegistrator& session, const SessionState& state, const Results& results) const {
+  WrittenFiles written;
+  if (!options.matrices.empty()) written.matrices = writeMatrices(session, state, results);
+  if (!options.transforms.empty()) {
+    put(options.transforms, transformsJson({options.method, options.unit}, state, results), "--transforms");
+    written.transforms = options.transforms;
+  }
+  if (!options.report.empty()) {
+    writeReport(session, state);
+    written.report = options.report;
+  }
+  return written;
+}
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,41 @@
+#include "workbench/cli/staging_folder.h"
+
+#include <fmt/format.h>
+
+#include <boost/filesystem.hpp>
+#include <boost/filesystem/fstream.hpp>
+#include <iterator>
+
+#include "workbench/cli/exit_status.h"
+#include "workbench/host/text_encoding.h"
+
+namespace tiepoint::workbench::cli {
+
+namespace fs = boost::filesystem;
+
+StagingFolder::StagingFolder() {
+  boost::system::error_code error;
+  const fs::path path = fs::temp_directory_path(error) / fs::unique_path("tiepoint-%%%%-%%%%-%%%%-%%%%");
+  folder = path.string();
+  if (!error) fs::create_directory(path, error);
+  if (error) {
+    throw CommandError(ExitStatus::file,
+                       fmt::format("the folder for temporary files can't be used: {}; set TMPDIR", error.message()));
+  }
+}
+
+StagingFolder::~StagingFolder() {
+  boost::system::error_code ignored;
+  fs::remove_all(fs::path(wideFromUtf8(folder)), ignored);
+}
+
+std::string StagingFolder::file(const std::string& name) const {
+  return (fs::path(wideFromUtf8(folder)) / fs::path(wideFromUtf8(name))).string();
+}
+
+std::string StagingFolder::content(const std::string& name) const {
+  fs::ifstream in(fs::path(wideFromUtf8(file(name))), std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+}  // namespace tiepoint::workbench::cli
