@@ -115,7 +115,8 @@ void ResultFiles::requireReplaceable(const std::string& path, const std::string&
   boost::system::error_code error;
   if (!fs::exists(pathOf(path), error)) return;
   if (isInput(path)) {
-    throw CommandError(ExitStatus::file, fmt::format("{}: this command reads {}; choose another place", option, path));
+    throw CommandError(ExitStatus::file,
+                       fmt::format("{}: {}: this command reads it; choose another place", option, path));
   }
   if (!options.force)
     throw CommandError(ExitStatus::file, fmt::format("{}: {} exists; --force replaces it", option, path));

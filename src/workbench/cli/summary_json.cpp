@@ -121,7 +121,7 @@ Json jsonClouds(const Road& road) {
 
 Json jsonIterations(const std::optional<IterationCourse>& course) {
   if (!course) return {};
-  return {{"iterations", course->iterations},
+  return {{"actual", course->iterations},
           {"limit", course->limit},
           {"movement", jsonNumber(course->movement)},
           {"criterion", jsonNumber(course->criterion)},

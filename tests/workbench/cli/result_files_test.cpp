@@ -213,6 +213,49 @@ TEST_F(ResultFilesOfRegister, TheSummaryNamesWhatWasWritten) {
                                    "transformations written to t.json\nreport written to r.html\n"));
 }
 
+// --- What the module leaves unwritten.
+
+TEST_F(ResultFilesOfRegister, AGroupAfterWhichNoFileCanBeNamedIsToldBeforeAnythingIsWritten) {
+  write("a:b.txt", shiftedLines);
+  EXPECT_EQ(refusal({"register", "base.txt", "a:b.txt", "--matrices", "out", "--matrix-format", "4x4"}, 3),
+            "tiepoint: --matrices out: no file can be named after the group a:b; rename it\n");
+  EXPECT_FALSE(exists("out"));
+}
+
+/// Smaller than a matrix of the module's, which has some 320 bytes, and than any report; enough for
+/// the line that tells of it.
+constexpr unsigned long tooSmall = 200;
+
+TEST_F(ResultFilesOfRegister, AMatrixThatTheModuleCantWriteToItsEndIsNamed) {
+  ProcessSetup setup;
+  setup.largestFile = tooSmall;
+  const ProcessResult result = run(withBase({"--quiet", "--matrices", "out", "--matrix-format", "4x4"}), setup);
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "tiepoint: out/turned.txt: the module hasn't written this matrix, or not to its end; is the disk full?\n");
+  EXPECT_FALSE(exists("out/turned.txt"));
+}
+
+TEST_F(ResultFilesOfRegister, AReportThatTheModuleCantWriteToItsEndIsNamed) {
+  ProcessSetup setup;
+  setup.largestFile = tooSmall;
+  write("r.html", "mine");
+  const ProcessResult result = run(withBase({"--quiet", "--report", "r.html", "--force"}), setup);
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "tiepoint: r.html: the module hasn't written this report, or not to its end; is the disk full?\n");
+  EXPECT_EQ(read("r.html"), "mine");
+}
+
+TEST_F(ResultFilesOfRegister, ACloudOrAFileOfWeightsIsntReplacedEither) {
+  write("cloud.xyz", "1 2 3\n");
+  write("weights.txt", "turned P1 0.5\n");
+  EXPECT_EQ(refusal(withBase({"--cloud", "turned=cloud.xyz", "--report", "cloud.xyz", "--force"}), 3),
+            "tiepoint: --report: cloud.xyz: this command reads it; choose another place\n");
+  EXPECT_EQ(refusal(withBase({"--weights", "weights.txt", "--report", "weights.txt", "--force"}), 3),
+            "tiepoint: --report: weights.txt: this command reads it; choose another place\n");
+}
+
 // --- Transformations.
 
 TEST_F(ResultFilesOfRegister, TheTransformationsAgreeWithTheJsonSummary) {
