@@ -71,7 +71,7 @@ std::string nameFromJson(const Json& value) {
 }
 
 std::string pathFromJson(const Json& value) {
-  const std::string path = textFromJson(value);
+  std::string path = textFromJson(value);
   if (path.find('\0') != std::string::npos) throw BadValue("must be a path, which has no zero in it");
   return path;
 }
