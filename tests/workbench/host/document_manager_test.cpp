@@ -14,6 +14,7 @@ using ::testing::IsEmpty;
 
 std::vector<int> numbersOf(const std::vector<Document*>& documents) {
   std::vector<int> numbers;
+  numbers.reserve(documents.size());
   for (const Document* document : documents) numbers.push_back(document->number());
   return numbers;
 }

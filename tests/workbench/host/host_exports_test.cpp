@@ -17,8 +17,16 @@ Function hostExport(const char* name) {
   return os::exportAs<Function>(thisProgram(), name);
 }
 
+/// What a caller's variable may hold before it receives a factory.
+class EarlierFactory final : public ICmdFactory {
+ public:
+  void addCommand(const wchar_t*, const wchar_t*, const wchar_t*, int, HostCommandBody) override {}
+  void release() override {}
+};
+
 ICmdFactory* newFactory() {
-  auto* factory = reinterpret_cast<ICmdFactory*>(std::uintptr_t{1});
+  static EarlierFactory earlier;
+  ICmdFactory* factory = &earlier;
   hostExport<NewCommandFactoryFunction>("new_ICmdFactory")(&factory);
   return factory;
 }

@@ -87,6 +87,7 @@ class ChildProcess {
     for (int end : {in, out, errorFile}) close(end);
     std::signal(SIGPIPE, SIG_DFL);
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (std::string& argument : command) arguments.push_back(argument.data());
     arguments.push_back(nullptr);
     execv(arguments[0], arguments.data());

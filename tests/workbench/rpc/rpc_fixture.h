@@ -38,7 +38,7 @@ class RpcTestOn : public ::testing::Test {
   }
   /// What is wrong with which parameter: the error's code and data, or the whole response.
   std::string refusal(const std::string& method, const std::string& params) {
-    const std::string text = error(method, params);
+    std::string text = error(method, params);
     const std::size_t message = text.find(",\"message\"");
     const std::size_t data = text.find(",\"data\":");
     if (message == std::string::npos || data == std::string::npos) return text;

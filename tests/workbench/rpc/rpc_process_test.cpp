@@ -151,13 +151,15 @@ TEST(RpcProcess, RefusesADrawingThatAnotherProcessHasOpen) {
 
 TEST(RpcProcess, LivesThroughLinesThatAreNoRequests) {
   const std::string start = R"({"jsonrpc":"2.0","id":null,"error":{"code":)";
+  std::string longText;
+  longText.resize(20000000, 'x');
   RpcProcess process;
   EXPECT_THAT(process.ask("{"), StartsWith(start + "-32700"));
   EXPECT_THAT(process.ask("\xFF\xFE"), StartsWith(start + "-32700"));
   EXPECT_THAT(process.ask(std::string("{}\0", 3)), StartsWith(start + "-32700"));
   EXPECT_THAT(process.ask("[]"), StartsWith(start + "-32600"));
   EXPECT_THAT(process.ask(std::string(3000000, '[')), StartsWith(start + "-32600"));
-  EXPECT_THAT(process.ask("\"" + std::string(20000000, 'x') + "\""), StartsWith(start + "-32600"));
+  EXPECT_THAT(process.ask("\"" + longText + "\""), StartsWith(start + "-32600"));
   EXPECT_EQ(process.call("view.redraws"), ok(R"({"count":0})"));
   EXPECT_EQ(process.end(), 0);
 }
