@@ -1,0 +1,250 @@
+#include "matching/row_links.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "matching/link_forest.h"
+#include "matching/row_columns.h"
+
+namespace ZOR::reg {
+
+namespace {
+
+using Place = LinkForest::Place;
+
+/// The square of anything smaller may be rounded to less than it is, or to nothing.
+constexpr double shortestReach = 1.5e-154;
+/// The square of anything larger is infinite, and an infinite distance never links.
+constexpr double longestReach = 2e154;
+/// What the rounding of squares, sums and roots may take from a distance, many times over.
+constexpr double reachMargin = 1.0 + 1e-9;
+
+/// Rows that differ by more in any column are too far apart for a link, whatever the other columns.
+double reachOf(double threshold) { return std::max(std::min(threshold, longestReach) * reachMargin, shortestReach); }
+
+double distance(const PlacedRow& a, const PlacedRow& b) {
+  const double dx = a.x - b.x;
+  const double dy = a.y - b.y;
+  const double dz = a.z - b.z;
+  return std::sqrt(dx * dx + (dy * dy + dz * dz));
+}
+
+bool hasNotANumber(const PlacedRow& row) { return std::isnan(row.x) || std::isnan(row.y) || std::isnan(row.z); }
+bool isFinite(const PlacedRow& row) { return std::isfinite(row.x) && std::isfinite(row.y) && std::isfinite(row.z); }
+
+/// Rows by what can be said of their distances.
+struct SortedRows {
+  std::vector<PlacedRow> finite;
+  std::vector<PlacedRow> infinite;
+  std::vector<PlacedRow> notANumber;
+
+  void add(const PlacedRow& row) {
+    if (isFinite(row)) {
+      finite.push_back(row);
+    } else if (hasNotANumber(row)) {
+      notANumber.push_back(row);
+    } else {
+      infinite.push_back(row);
+    }
+  }
+};
+
+template <typename TagOf>
+SortedRows sortedRows(const RowTable& rows, TagOf tagOf) {
+  SortedRows sorted;
+  const auto count = static_cast<std::size_t>(rows.rows());
+  sorted.finite.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto row = static_cast<Eigen::Index>(i);
+    sorted.add({rows(row, 0), rows(row, 1), rows(row, 2), i, tagOf(i)});
+  }
+  return sorted;
+}
+
+/// Finds the links of one table. A place is the number of a row here: first the rows in the columns,
+/// then their twins, then the infinite rows, then those that hold not-a-number.
+class LinkSearch {
+ public:
+  LinkSearch(const SortedRows& sorted, double linkThreshold);
+
+  std::vector<RowLink> run();
+
+ private:
+  void append(const std::vector<PlacedRow>& rows) { placed.insert(placed.end(), rows.begin(), rows.end()); }
+  bool tagsDiffer(Place a, Place b) const { return placed[a].tag != placed[b].tag; }
+  void tieIfClose(Place a, Place b);
+
+  void tieAcrossTags(const std::vector<Place>& places);
+  void tieToAllOfOtherTags(Place place);
+  void tieNotANumbers();
+  void tieInfinite(double PlacedRow::*column, double infinity);
+  void tieAllInfinite();
+  void sweepColumns();
+  void sweepInside(const RowColumn& column);
+  void sweepBetween(const RowColumn& column, const RowColumn& neighbour);
+  void tieTwins();
+
+  double threshold;
+  double reach;
+  RowColumns inColumns;
+  std::vector<PlacedRow> placed;
+  Place firstInfinite = 0;
+  Place firstNotANumber = 0;
+  LinkForest forest;
+};
+
+LinkSearch::LinkSearch(const SortedRows& sorted, double linkThreshold)
+    : threshold(linkThreshold),
+      reach(reachOf(linkThreshold)),
+      inColumns(sortIntoColumns(sorted.finite, reach)),
+      placed(std::move(inColumns.rows)),
+      forest(sorted.finite.size() + sorted.infinite.size() + sorted.notANumber.size()) {
+  for (const TwinRow& twin : inColumns.twins) placed.push_back(twin.row);
+  firstInfinite = placed.size();
+  append(sorted.infinite);
+  firstNotANumber = placed.size();
+  append(sorted.notANumber);
+}
+
+std::vector<RowLink> LinkSearch::run() {
+  tieNotANumbers();
+  tieAllInfinite();
+  // No distance is below zero, and zero isn't below itself.
+  if (threshold > 0 && !forest.allAreTied()) {
+    sweepColumns();
+    tieTwins();
+  }
+  std::vector<RowLink> links;
+  links.reserve(forest.links().size());
+  for (const auto& link : forest.links()) links.push_back({placed[link.first].row, placed[link.second].row});
+  return links;
+}
+
+void LinkSearch::tieIfClose(Place a, Place b) {
+  if (!tagsDiffer(a, b) || forest.areTied(a, b)) return;
+  if (!(distance(placed[a], placed[b]) >= threshold)) forest.tie(a, b);
+}
+
+/// Among `places` any two of different tags are linked: with two tags that joins all of them.
+void LinkSearch::tieAcrossTags(const std::vector<Place>& places) {
+  if (places.empty()) return;
+  const Place first = places.front();
+  const auto other = std::find_if(places.begin(), places.end(), [&](Place place) { return tagsDiffer(first, place); });
+  if (other == places.end()) return;
+  for (const Place place : places) forest.tie(tagsDiffer(first, place) ? first : *other, place);
+}
+
+void LinkSearch::tieToAllOfOtherTags(Place place) {
+  for (Place other = 0; other < placed.size(); ++other) {
+    if (tagsDiffer(place, other)) forest.tie(place, other);
+  }
+}
+
+/// A row that holds not-a-number is linked to every row of another tag.
+void LinkSearch::tieNotANumbers() {
+  if (firstNotANumber == placed.size()) return;
+  tieToAllOfOtherTags(firstNotANumber);
+  for (Place place = firstNotANumber + 1; place < placed.size(); ++place) {
+    if (!tagsDiffer(firstNotANumber, place)) continue;
+    // What has the tag of the first is linked to this one: together they reach every row.
+    tieToAllOfOtherTags(place);
+    return;
+  }
+  Place other = 0;
+  while (other < firstNotANumber && !tagsDiffer(firstNotANumber, other)) ++other;
+  if (other == firstNotANumber) return;
+  for (Place place = firstNotANumber; place < placed.size(); ++place) forest.tie(other, place);
+}
+
+/// An infinity less itself is not a number, which links; less anything else it is infinite, which
+/// doesn't.
+void LinkSearch::tieInfinite(double PlacedRow::*column, double infinity) {
+  std::vector<Place> places;
+  for (Place place = firstInfinite; place < firstNotANumber; ++place) {
+    if (placed[place].*column == infinity) places.push_back(place);
+  }
+  tieAcrossTags(places);
+}
+
+void LinkSearch::tieAllInfinite() {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const auto column : {&PlacedRow::x, &PlacedRow::y, &PlacedRow::z}) {
+    tieInfinite(column, infinity);
+    tieInfinite(column, -infinity);
+  }
+}
+
+/// Each column against itself and its neighbours with a higher key; against the others those come
+/// when it's their turn.
+void LinkSearch::sweepColumns() {
+  const std::vector<RowColumn>& columns = inColumns.columns;
+  std::size_t ahead = 0;
+  for (std::size_t k = 0; k < columns.size(); ++k) {
+    sweepInside(columns[k]);
+    const std::uint64_t key = columns[k].key;
+    if (k + 1 < columns.size() && columns[k + 1].key == key + 1) sweepBetween(columns[k], columns[k + 1]);
+    const std::uint64_t across = key + CellGrid::stepInX;
+    while (ahead < columns.size() && columns[ahead].key < across - 1) ++ahead;
+    for (std::size_t m = ahead; m < columns.size() && columns[m].key <= across + 1; ++m) {
+      sweepBetween(columns[k], columns[m]);
+    }
+  }
+}
+
+void LinkSearch::sweepInside(const RowColumn& column) {
+  for (Place a = column.begin; a < column.end; ++a) {
+    for (Place b = a + 1; b < column.end && !(placed[b].z - placed[a].z > reach); ++b) tieIfClose(a, b);
+  }
+}
+
+void LinkSearch::sweepBetween(const RowColumn& column, const RowColumn& neighbour) {
+  Place lowest = neighbour.begin;
+  for (Place a = column.begin; a < column.end; ++a) {
+    const double z = placed[a].z;
+    while (lowest < neighbour.end && z - placed[lowest].z > reach) ++lowest;
+    for (Place b = lowest; b < neighbour.end && !(placed[b].z - z > reach); ++b) tieIfClose(a, b);
+  }
+}
+
+/// A twin is close to whatever its original is close to. If the original is tied at all, something
+/// of another tag is close to it; whatever ties it without being close ties the twin as well.
+void LinkSearch::tieTwins() {
+  std::vector<bool> isTied(placed.size(), false);
+  for (const auto& link : forest.links()) isTied[link.first] = isTied[link.second] = true;
+  Place place = firstInfinite - inColumns.twins.size();
+  for (const TwinRow& twin : inColumns.twins) {
+    if (isTied[twin.original]) forest.tie(twin.original, place);
+    ++place;
+  }
+}
+
+/// No threshold to compare with: every two rows of different tags are linked.
+template <typename TagOf>
+std::vector<RowLink> linkAll(std::size_t count, TagOf tagOf) {
+  std::vector<RowLink> links;
+  std::size_t other = 1;
+  while (other < count && tagOf(other) == tagOf(0)) ++other;
+  if (other >= count) return links;
+  for (std::size_t row = 1; row < count; ++row) links.push_back({tagOf(row) == tagOf(0) ? other : 0, row});
+  return links;
+}
+
+template <typename TagOf>
+std::vector<RowLink> findLinks(const RowTable& rows, double threshold, TagOf tagOf) {
+  if (std::isnan(threshold)) return linkAll(static_cast<std::size_t>(rows.rows()), tagOf);
+  return LinkSearch(sortedRows(rows, tagOf), threshold).run();
+}
+
+}  // namespace
+
+std::vector<RowLink> linkRows(const RowTable& rows, double threshold) {
+  return findLinks(rows, threshold, [](std::size_t row) -> std::uint64_t { return row; });
+}
+
+std::vector<RowLink> linkRowsByTag(const RowTable& rows, const std::vector<std::uint64_t>& tags, double threshold) {
+  return findLinks(rows, threshold, [&tags](std::size_t row) { return tags[row]; });
+}
+
+}  // namespace ZOR::reg
