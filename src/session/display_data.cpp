@@ -39,4 +39,22 @@ void moveMarkers(const GroupTransforms& transforms, DisplayGroups& display) {
   }
 }
 
+std::map<RefPointId, OdString> displayNamesOf(const RefPointIdSet& points, const RefPointList& sessionPoints,
+                                              const NamedIdList& commonNames) {
+  const NamesById commonName(commonNames);
+  std::map<RefPointId, OdString> names;
+  for (const RefPoint& point : sessionPoints) {
+    if (points.count(point.id) != 0) names.emplace(point.id, OdString(commonName[point.commonId], CP_ANSI_1251));
+  }
+  return names;
+}
+
+void renameMarkers(const std::map<RefPointId, OdString>& names, DisplayGroups& display) {
+  for (auto& entry : display) {
+    for (DisplayPoint& marker : entry.second.points) {
+      if (const auto name = names.find(marker.id); name != names.end()) marker.name = name->second;
+    }
+  }
+}
+
 }  // namespace ZOR::reg

@@ -20,4 +20,11 @@ DisplayGroups restrictedTo(const GroupIdSet& visibleGroups, const DisplayGroups&
 /// Moves the markers of every group that has a transformation.
 void moveMarkers(const GroupTransforms& transforms, DisplayGroups& display);
 
+/// The present names of those of `points` that the session holds.
+std::map<RefPointId, OdString> displayNamesOf(const RefPointIdSet& points, const RefPointList& sessionPoints,
+                                              const NamedIdList& commonNames);
+
+/// Gives the markers of those points their names.
+void renameMarkers(const std::map<RefPointId, OdString>& names, DisplayGroups& display);
+
 }  // namespace ZOR::reg

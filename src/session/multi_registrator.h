@@ -7,6 +7,7 @@
 #include "display/ref_points_transient.h"
 #include "files/html_reports.h"
 #include "host_access/registration_settings.h"
+#include "matching/naming_state.h"
 #include "platform/pointclouds/point_cloud_definition.h"
 #include "records/display_group.h"
 #include "session/i_multi_registrator.h"
@@ -20,7 +21,7 @@ namespace ZOR::reg {
 /// is written to the drawing but by storeCommonPoints and the two apply operations.
 ///
 /// One class, several sources by concern: membership, switches, names, zooms, cluster_choice,
-/// document_binding, solving, common_points_file,
+/// document_binding, solving, matching, common_points_file,
 /// matrix_files, reports.
 class MultiRegistrator : public iMultiRegistrator {
  public:
@@ -110,7 +111,12 @@ class MultiRegistrator : public iMultiRegistrator {
   // Display.
   void rebuildDisplay();
   void rebuildVisibleDisplay();
+  void refreshDisplayNames(const RefPointIdSet& points);
   void applyTransformsToDisplay();
+
+  // The end of every matching.
+  void applyMatch(const NamingChanges& changes, std::map<RefPointId, std::string>& assignedNames,
+                  GroupIdSet& inactiveGroups, RefPointIdSet& inactivePoints);
 
   // Results.
   SolveResults resultsInto(PointDiscrepancies& discrepancies);

@@ -56,7 +56,7 @@ setup build || fail "a complete system is left alone"
 [[ ! -s $sandbox/out ]] || fail "nothing is said when nothing is missing"
 
 setup build bench || fail "a second group is added"
-grep -qx 'apt-get install -y -q --no-install-recommends libbenchmark-dev' "$sandbox/calls" ||
+grep -qx 'apt-get install -y -q --no-install-recommends libbenchmark-dev libnanoflann-dev' "$sandbox/calls" ||
   fail "only what is missing is installed"
 
 sed -i '/^libsqlite3-dev$/d' "$sandbox/installed"

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include "support/session_builder.h"
+#include "workbench/view/recording_draw.h"
+
+namespace {
+
+using namespace ZOR::reg;
+using namespace tiepoint::testing;
+
+using Ids = std::set<std::uint64_t>;
+using Names = std::map<RefPointId, std::string>;
+using Texts = std::vector<std::string>;
+
+/// One matching with its outputs.
+struct Match {
+  Names names{{99, "gone"}};
+  Outputs out;
+};
+
+Match matchAll(Session& session, double sideTolerance = 0.001, double minSideDifference = 0.1) {
+  Match match;
+  session->matchAllGroupsByTriangles(sideTolerance, minSideDifference, match.names, match.out.inactiveGroups,
+                                     match.out.inactivePoints);
+  return match;
+}
+
+Match matchNear(Session& session, double tolerance) {
+  Match match;
+  session->matchPointsByDistance(tolerance, match.names, match.out.inactiveGroups, match.out.inactivePoints);
+  return match;
+}
+
+/// The same triangle of sides 3, 4, 5 in two stations.
+std::vector<Target> nameless(double shift) {
+  return {{"?", 1 + shift, 1, 1}, {"?", 4 + shift, 1, 1}, {"?", 1 + shift, 5, 1}};
+}
+
+TEST(Matching, NamelessStationsAreNamedAndRegistered) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}});
+  const Match match = matchAll(session);
+  // 3 lies opposite points 2 and 5, 4 opposite 1 and 4, 5 opposite 0 and 3; id 0 is "?".
+  EXPECT_EQ(match.names, (Names{{2, "auto1"}, {5, "auto1"}, {1, "auto2"}, {4, "auto2"}, {0, "auto3"}, {3, "auto3"}}));
+  EXPECT_EQ(match.out.inactiveGroups, Ids{});
+  EXPECT_EQ(match.out.inactivePoints, Ids{});
+  EXPECT_EQ(session.commonNames(), (Texts{"0:?", "1:auto1", "2:auto2", "3:auto3"}));
+  std::map<RefPointId, double> discrepancies;
+  EXPECT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_EQ(session->getMaxPointSpread(), 0.0);
+}
+
+TEST(Matching, OneThatFindsNothingStoresItsTolerancesAndFillsTheSets) {
+  Session session({{"A", nameless(0)}});
+  const Match match = matchAll(session, 0.5, 0.25);
+  EXPECT_EQ(match.names, Names{});
+  EXPECT_EQ(match.out.inactiveGroups, Ids{0});
+  EXPECT_EQ(match.out.inactivePoints, (Ids{0, 1, 2}));
+  const Match near = matchNear(session, 7.0);
+  EXPECT_EQ(near.names, Names{});
+  EXPECT_EQ(near.out.inactivePoints, (Ids{0, 1, 2}));
+  double side = 0.0;
+  double difference = 0.0;
+  double distance = 0.0;
+  session->getTriangleMatchTolerances(side, difference);
+  session->getMatchDistanceTolerance(distance);
+  EXPECT_EQ(side, 0.5);
+  EXPECT_EQ(difference, 0.25);
+  EXPECT_EQ(distance, 7.0);
+}
+
+TEST(Matching, NewNamesFillTheGapsInTheNumbering) {
+  Session session({{"A", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"?", 30, 30, 0}, {"?", 40, 40, 0}}},
+                   {"B", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"?", 30, 30, 0}, {"?", 40, 40, 0}}}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  Outputs out;
+  GroupId group = 0;
+  // The name a goes with its last point and leaves id 0 free.
+  ASSERT_TRUE(session->renamePoint(0, "x", group, out.inactiveGroups, out.inactivePoints));
+  ASSERT_TRUE(session->renamePoint(5, "x", group, out.inactiveGroups, out.inactivePoints));
+  EXPECT_EQ(session.commonNames(), (Texts{"1:b", "2:c", "3:?", "4:x"}));
+  const Match match = matchNear(session, 0.1);
+  EXPECT_EQ(match.names, (Names{{3, "auto0"}, {8, "auto0"}, {4, "auto5"}, {9, "auto5"}}));
+  EXPECT_EQ(session.commonNames(), (Texts{"1:b", "2:c", "3:?", "4:x", "0:auto0", "5:auto5"}));
+}
+
+TEST(Matching, AnUnnamedPointThatJoinsAUsersNameIsTheUsers) {
+  Session session({{"A", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"d", 30, 30, 0}}},
+                   {"B", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"?", 30, 30, 0.01}}}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_EQ(matchNear(session, 0.1).names, (Names{{7, "d"}}));
+  EXPECT_FALSE(session->hasUnnamedPoints());
+  // It is binding now: another matching leaves it alone.
+  EXPECT_EQ(matchNear(session, 0.1).names, Names{});
+}
+
+TEST(Matching, AnAutomaticNameCanBeRevisedByALaterMatching) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}});
+  matchAll(session);
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  Outputs out;
+  GroupId group = 0;
+  ASSERT_TRUE(session->renamePoint(0, "?", group, out.inactiveGroups, out.inactivePoints));
+  // Point 0 lies on the spot of the automatic point 3, which is reported with it.
+  EXPECT_EQ(matchNear(session, 0.1).names, (Names{{0, "auto3"}, {3, "auto3"}}));
+}
+
+TEST(Matching, ChosenGroupsAloneAreTouched) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}, {"C", {{"n", 1, 1, 1}, {"m", 4, 1, 1}, {"k", 1, 5, 1}}}});
+  Match match;
+  session->matchGroupsByTriangles({}, 0.001, 0.1, match.names, match.out.inactiveGroups, match.out.inactivePoints);
+  EXPECT_EQ(match.names, Names{});
+  session->matchGroupsByTriangles({0}, 0.001, 0.1, match.names, match.out.inactiveGroups, match.out.inactivePoints);
+  EXPECT_EQ(match.names, Names{});
+  session->matchGroupsByTriangles({0, 1}, 0.001, 0.1, match.names, match.out.inactiveGroups, match.out.inactivePoints);
+  EXPECT_EQ(match.names.size(), 6u);
+  EXPECT_EQ(match.names.at(0), "auto6");
+  EXPECT_EQ(session->getResultsReport().find(L"auto"), std::wstring::npos);
+}
+
+TEST(Matching, TheMarkersTakeTheNewNamesWhereTheyStand) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}});
+  matchAll(session);
+  tiepoint::workbench::RecordingDraw draw(session.document().view());
+  draw.draw(*session.document().drawables().front().drawable);
+  ASSERT_EQ(draw.texts().size(), 6u);
+  EXPECT_EQ(draw.texts()[0].text, OdString(L"auto3"));
+  EXPECT_EQ(draw.texts()[3].text, OdString(L"auto3"));
+  EXPECT_EQ(draw.texts()[3].position, OdGePoint3d(51, 1, 1));
+}
+
+TEST(Matching, TheMarkersKeepTheirNamesThroughClearing) {
+  Session session({{"A", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"d", 30, 30, 0}}},
+                   {"B", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"?", 30, 30, 0.01}}}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  matchNear(session, 0.1);
+  session->clearResults();
+  tiepoint::workbench::RecordingDraw draw(session.document().view());
+  draw.draw(*session.document().drawables().front().drawable);
+  EXPECT_EQ(draw.texts()[7].text, OdString(L"d"));
+}
+
+TEST(Matching, TheSpreadIsThatOfTheLastSolution) {
+  Session session({{"A", triangle("T1", "T2", "T3")}, {"B", triangle("T1", "T2", "T3", 5)}});
+  std::vector<std::uint64_t> counts{7};
+  std::vector<double> edges{7.0};
+  EXPECT_EQ(session->getMaxPointSpread(), 0.0);
+  EXPECT_FALSE(session->getPointSpreadHistogram(counts, edges));
+  EXPECT_EQ(counts, std::vector<std::uint64_t>{7});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_TRUE(session->getPointSpreadHistogram(counts, edges));
+  EXPECT_EQ(counts.size(), 10u);
+  EXPECT_EQ(edges.size(), 11u);
+}
+
+}  // namespace
