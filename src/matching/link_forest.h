@@ -1,9 +1,8 @@
-// What is tied together so far: disjoint sets, and the links that tied them.
+// What is tied together so far, as disjoint sets.
 #pragma once
 
 #include <cstddef>
 #include <numeric>
-#include <utility>
 #include <vector>
 
 namespace ZOR::reg {
@@ -13,7 +12,6 @@ namespace ZOR::reg {
 class LinkForest {
  public:
   using Place = std::size_t;
-  using Link = std::pair<Place, Place>;
 
   explicit LinkForest(std::size_t placeCount) : parents(placeCount) {
     std::iota(parents.begin(), parents.end(), Place{0});
@@ -30,14 +28,12 @@ class LinkForest {
     } else {
       parents[rootOfA] = rootOfB;
     }
-    kept.emplace_back(a, b);
+    ++tieCount;
   }
 
-  /// The links that tied two sets; with all places in one set there are one fewer than places.
-  const std::vector<Link>& links() const { return kept; }
-  bool allAreTied() const { return kept.size() + 1 >= parents.size(); }
+  bool allAreTied() const { return tieCount + 1 >= parents.size(); }
 
- private:
+  /// The lowest place of the set.
   Place rootOf(Place place) {
     while (parents[place] != place) {
       parents[place] = parents[parents[place]];
@@ -46,8 +42,9 @@ class LinkForest {
     return place;
   }
 
+ private:
   std::vector<Place> parents;
-  std::vector<Link> kept;
+  std::size_t tieCount = 0;
 };
 
 }  // namespace ZOR::reg

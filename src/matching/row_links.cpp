@@ -85,6 +85,7 @@ class LinkSearch {
   void sweepInside(const RowColumn& column);
   void sweepBetween(const RowColumn& column, const RowColumn& neighbour);
   void tieTwins();
+  std::vector<RowLink> linksToLowest();
 
   double threshold;
   double reach;
@@ -116,9 +117,24 @@ std::vector<RowLink> LinkSearch::run() {
     sweepColumns();
     tieTwins();
   }
+  return linksToLowest();
+}
+
+/// Upwards in the rows, so that whoever follows the links goes through memory in order.
+std::vector<RowLink> LinkSearch::linksToLowest() {
+  std::vector<std::uint64_t> lowestOfSet(placed.size(), placed.size());
+  for (Place place = 0; place < placed.size(); ++place) {
+    std::uint64_t& lowest = lowestOfSet[forest.rootOf(place)];
+    lowest = std::min(lowest, placed[place].row);
+  }
+  std::vector<std::uint64_t> lowestOfRow(placed.size());
+  for (Place place = 0; place < placed.size(); ++place) {
+    lowestOfRow[placed[place].row] = lowestOfSet[forest.rootOf(place)];
+  }
   std::vector<RowLink> links;
-  links.reserve(forest.links().size());
-  for (const auto& link : forest.links()) links.push_back({placed[link.first].row, placed[link.second].row});
+  for (std::uint64_t row = 0; row < lowestOfRow.size(); ++row) {
+    if (lowestOfRow[row] != row) links.push_back({lowestOfRow[row], row});
+  }
   return links;
 }
 
@@ -211,23 +227,28 @@ void LinkSearch::sweepBetween(const RowColumn& column, const RowColumn& neighbou
 /// A twin is close to whatever its original is close to. If the original is tied at all, something
 /// of another tag is close to it; whatever ties it without being close ties the twin as well.
 void LinkSearch::tieTwins() {
+  if (inColumns.twins.empty()) return;
   std::vector<bool> isTied(placed.size(), false);
-  for (const auto& link : forest.links()) isTied[link.first] = isTied[link.second] = true;
-  Place place = firstInfinite - inColumns.twins.size();
+  for (Place place = 0; place < placed.size(); ++place) {
+    const Place root = forest.rootOf(place);
+    if (root != place) isTied[root] = isTied[place] = true;
+  }
+  Place twinPlace = firstInfinite - inColumns.twins.size();
   for (const TwinRow& twin : inColumns.twins) {
-    if (isTied[twin.original]) forest.tie(twin.original, place);
-    ++place;
+    if (isTied[twin.original]) forest.tie(twin.original, twinPlace);
+    ++twinPlace;
   }
 }
 
-/// No threshold to compare with: every two rows of different tags are linked.
+/// No threshold to compare with: every two rows of different tags are linked, which joins all rows
+/// once there are two tags.
 template <typename TagOf>
 std::vector<RowLink> linkAll(std::size_t count, TagOf tagOf) {
   std::vector<RowLink> links;
   std::size_t other = 1;
   while (other < count && tagOf(other) == tagOf(0)) ++other;
   if (other >= count) return links;
-  for (std::size_t row = 1; row < count; ++row) links.push_back({tagOf(row) == tagOf(0) ? other : 0, row});
+  for (std::size_t row = 1; row < count; ++row) links.push_back({0, row});
   return links;
 }
 
