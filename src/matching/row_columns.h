@@ -4,7 +4,6 @@
 #include <boost/sort/spreadsort/integer_sort.hpp>
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>

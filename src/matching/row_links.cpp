@@ -1,9 +1,9 @@
 #include "matching/row_links.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "matching/link_forest.h"
 #include "matching/row_columns.h"
