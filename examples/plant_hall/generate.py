@@ -15,7 +15,8 @@ writes into FOLDER (the script's own folder when it isn't given):
     clouds/S1.xyz, clouds/S2.xyz     a few hundred points as "x y z intensity"
     truth.json                       what the survey was made from
 
-The seed is fixed and only the standard library is used, so that every run gives the same bytes.
+Its random numbers start from a fixed place and only the standard library is used, so that every run
+gives the same bytes.
 """
 
 import json
