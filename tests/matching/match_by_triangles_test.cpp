@@ -52,7 +52,7 @@ TEST(MatchByTriangles, CornersPairByTheirOppositeSides) {
 
 TEST(MatchByTriangles, AnIsoscelesTriangleTellsNothing) {
   RefPointList points;
-  for (GroupId group : {0, 1}) {
+  for (const GroupId group : {0U, 1U}) {
     points.push_back(unnamedPoint(10 * group, group, {0, 0, 0}));
     points.push_back(unnamedPoint(10 * group + 1, group, {4, 0, 0}));
     points.push_back(unnamedPoint(10 * group + 2, group, {0, 4.05, 0}));

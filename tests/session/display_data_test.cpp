@@ -18,7 +18,7 @@ RefPoint pointOf(GroupId group, RefPointId id, double x, CommonPointId name) {
 TEST(DisplayData, ColoursFollowTheOrderOfTheGroupsAndStartAgain) {
   const std::vector<std::uint8_t> colors{1, 2, 3};
   RefPointList points;
-  for (GroupId group : {40, 10, 30, 20}) points.push_back(pointOf(group, group, 0, 0));
+  for (const GroupId group : {40U, 10U, 30U, 20U}) points.push_back(pointOf(group, group, 0, 0));
   const DisplayGroups display = displayOf(points, {}, {}, colors);
   EXPECT_EQ(display.at(10).color, 1);
   EXPECT_EQ(display.at(20).color, 2);
