@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "platform/sdk/od_alloc.h"
 #include "platform/sdk/od_gi_viewport_draw.h"
 #include "support/session_host.h"
@@ -13,6 +17,7 @@ using namespace ZOR::reg;
 using namespace tiepoint::testing;
 using tiepoint::workbench::RecordingDraw;
 using tiepoint::workbench::View;
+using tiepoint::workbench::ViewState;
 
 DisplayGroups twoGroups() {
   DisplayGroups groups;
@@ -135,6 +140,201 @@ TEST(RefPointsTransient, AMarkerOfSizeZeroIsThreeLinesWithoutLength) {
   const RecordingDraw draw = drawn(transient);
   ASSERT_EQ(draw.lines().size(), 9u);
   EXPECT_EQ(draw.lines()[0].from, draw.lines()[0].to);
+}
+
+/// Writes down every call in words, in its order.
+class SpellingDraw : public OdGsViewImpl, private OdGiViewportGeometry, private OdGiSubEntityTraits {
+ public:
+  explicit SpellingDraw(const View& seen) : eye(seen.viewingMatrix()), device(seen.deviceMatrix()) {
+    direction = seen.direction();
+    horizontal = seen.xAxis();
+  }
+  std::vector<std::string> calls;
+
+  void addRef() override {}
+  void release() override {}
+  OdGiViewportGeometry& geometry() override { return *this; }
+  OdGiSubEntityTraits& subEntityTraits() override { return *this; }
+  OdGeMatrix3d worldToEyeMatrix() const override { return eye; }
+  OdGeMatrix3d worldToDeviceMatrix() const override { return device; }
+
+ private:
+  template <class Triple>
+  static std::string spelled(const Triple& t) {
+    std::ostringstream words;
+    words << '(' << t.x << ' ' << t.y << ' ' << t.z << ')';
+    return words.str();
+  }
+  void setColor(std::uint16_t color) override { calls.push_back("color " + std::to_string(color)); }
+  void setFillType(OdGiFillType type) override { calls.push_back("fill " + std::to_string(type)); }
+  void worldLine(const OdGePoint3d points[2]) override {
+    calls.push_back("line " + spelled(points[0]) + " " + spelled(points[1]));
+  }
+  void text(const OdGePoint3d& position, const OdGeVector3d& normal, const OdGeVector3d& textDirection, double height,
+            double width, double oblique, const OdString& message) override {
+    std::ostringstream words;
+    words << "text " << spelled(position) << ' ' << spelled(normal) << ' ' << spelled(textDirection) << ' ' << height
+          << ' ' << width << ' ' << oblique << ' ' << message.narrow();
+    calls.push_back(words.str());
+  }
+
+  OdGeMatrix3d eye;
+  OdGeMatrix3d device;
+};
+
+std::vector<std::string> callsOf(const RefPointsTransient& transient, const View& view) {
+  SpellingDraw draw(view);
+  transient.viewportDraw(&draw);
+  return draw.calls;
+}
+
+View viewOf(const ViewState& state) {
+  View view;
+  view.setState(state);
+  return view;
+}
+
+TEST(RefPointsTransient, SetsTheTraitsThenDrawsEveryMarkerThenEveryLabel) {
+  SessionHost host;
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  // Pixels of half a unit: the crosses reach 5 to either side, and the labels are 5 high.
+  EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)), (std::vector<std::string>{
+                                                         "fill 2",
+                                                         "color 1",
+                                                         "line (6 2 3) (-4 2 3)",
+                                                         "line (1 7 3) (1 -3 3)",
+                                                         "line (1 2 8) (1 2 -2)",
+                                                         "line (9 5 6) (-1 5 6)",
+                                                         "line (4 10 6) (4 0 6)",
+                                                         "line (4 5 11) (4 5 1)",
+                                                         "color 2",
+                                                         "line (10 0 0) (0 0 0)",
+                                                         "line (5 5 0) (5 -5 0)",
+                                                         "line (5 0 5) (5 0 -5)",
+                                                         "color 7",
+                                                         "text (1 2 3) (0 0 1) (1 0 0) 5 0 0 T1",
+                                                         "text (4 5 6) (0 0 1) (1 0 0) 5 0 0 T2",
+                                                         "text (5 0 0) (0 0 1) (1 0 0) 5 0 0 T9",
+                                                     }));
+}
+
+TEST(RefPointsTransient, TurnsItsLabelsToTheViewerAndLeavesTheCrossesAlongTheDrawingsAxes) {
+  SessionHost host;
+  DisplayGroups groups;
+  groups[0] = {OdString(L"A"), 30, {{{1, 2, 3}, OdString(L"T1"), 0}}};
+  const RefPointsTransient transient(&groups);
+  // From the front, and from above turned by a quarter; pixels of a quarter of a unit.
+  EXPECT_EQ(
+      callsOf(transient, viewOf({{0, -50, 0}, {0, 0, 0}, {0, 0, 1}, 200, 150, 800, 600})),
+      (std::vector<std::string>{"fill 2", "color 30", "line (3.5 2 3) (-1.5 2 3)", "line (1 4.5 3) (1 -0.5 3)",
+                                "line (1 2 5.5) (1 2 0.5)", "color 7", "text (1 2 3) (0 -1 0) (1 0 0) 2.5 0 0 T1"}));
+  EXPECT_EQ(
+      callsOf(transient, viewOf({{0, 0, 50}, {0, 0, 0}, {1, 0, 0}, 200, 150, 800, 600})),
+      (std::vector<std::string>{"fill 2", "color 30", "line (3.5 2 3) (-1.5 2 3)", "line (1 4.5 3) (1 -0.5 3)",
+                                "line (1 2 5.5) (1 2 0.5)", "color 7", "text (1 2 3) (0 0 1) (0 -1 0) 2.5 0 0 T1"}));
+}
+
+TEST(RefPointsTransient, DrawsTheSameCrossLongerInTheViewOfTheWiderField) {
+  SessionHost host;
+  const DisplayGroups groups = twoGroups();
+  const RefPointsTransient transient(&groups);
+  View& near = host.document().view();
+  View& far = host.document().transientViews().addView();
+  near.setState({{0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 100, 75, 800, 600});
+  far.setState({{0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 3200, 2400, 800, 600});
+  EXPECT_EQ(callsOf(transient, near)[2], "line (2.25 2 3) (-0.25 2 3)");
+  EXPECT_EQ(callsOf(transient, far)[2], "line (41 2 3) (-39 2 3)");
+}
+
+TEST(RefPointsTransient, HasItsSizesOfTheMomentInWhichItWasMade) {
+  SessionHost host;
+  const DisplayGroups groups = twoGroups();
+  host.profile().set("PointClouds\\Registration", "SizeLabel", 4);
+  host.profile().set("PointClouds\\Registration", "HeightLabelText", 6);
+  const RefPointsTransient transient(&groups);
+  host.profile().set("PointClouds\\Registration", "SizeLabel", 40);
+  host.profile().set("PointClouds\\Registration", "HeightLabelText", 60);
+  host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
+  const std::vector<std::string> calls = callsOf(transient, viewWithPixels(0.5));
+  ASSERT_EQ(calls.size(), 16u);
+  EXPECT_EQ(calls[2], "line (3 2 3) (-1 2 3)");
+  EXPECT_EQ(calls[13], "text (1 2 3) (0 0 1) (1 0 0) 3 0 0 T1");
+}
+
+TEST(RefPointsTransient, WithoutLabelsColourSevenIsNotSet) {
+  SessionHost host;
+  host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
+  DisplayGroups groups;
+  groups[0] = {OdString(L"A"), 1, {{{0, 0, 0}, OdString(L"T1"), 0}}};
+  const RefPointsTransient transient(&groups);
+  EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)),
+            (std::vector<std::string>{"fill 2", "color 1", "line (5 0 0) (-5 0 0)", "line (0 5 0) (0 -5 0)",
+                                      "line (0 0 5) (0 0 -5)"}));
+}
+
+TEST(RefPointsTransient, ReadsWhatIsShownAtEveryDraw) {
+  SessionHost host;
+  DisplayGroups groups;
+  const RefPointsTransient transient(&groups);
+  EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)), (std::vector<std::string>{"fill 2", "color 7"}));
+  groups[0] = {OdString(L"A"), 1, {}};
+  EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)), (std::vector<std::string>{"fill 2", "color 1", "color 7"}));
+}
+
+TEST(RefPointsTransient, IsNoObjectOfTheDrawing) {
+  SessionHost host;
+  const DisplayGroups groups;
+  RefPointsTransient transient(&groups);
+  OdGiDrawable& drawable = transient;
+  EXPECT_EQ(drawable.drawableType(), 0);
+  EXPECT_FALSE(drawable.isPersistent());
+  EXPECT_TRUE(drawable.id().isNull());
+  EXPECT_EQ(drawable.setAttributes(nullptr), 0u);
+  EXPECT_FALSE(drawable.worldDraw(nullptr));
+}
+
+TEST(RefPointsTransient, IsNotCounted) {
+  SessionHost host;
+  const DisplayGroups groups;
+  {
+    RefPointsTransient transient(&groups);
+    transient.addRef();
+    transient.release();
+    transient.release();
+    EXPECT_EQ(host.document().drawables().size(), 1u);
+  }
+  EXPECT_TRUE(host.document().drawables().empty());
+}
+
+/// The node of a graphics system, which notes what it is told.
+class NotingNode : public OdGsCache {
+ public:
+  void setDrawableNull() override { ++timesTold; }
+  int timesTold = 0;
+};
+
+TEST(RefPointsTransient, TellsTheNodeThatIsStillOnItThatItIsGone) {
+  SessionHost host;
+  const DisplayGroups groups;
+  NotingNode node;
+  {
+    RefPointsTransient transient(&groups);
+    transient.setGsNode(&node);
+    EXPECT_EQ(transient.gsNode(), &node);
+    EXPECT_EQ(node.timesTold, 0);
+  }
+  EXPECT_EQ(node.timesTold, 1);
+}
+
+TEST(RefPointsTransient, StaysWithTheDocumentThatItWasMadeInWhenAnotherIsActivated) {
+  SessionHost host;
+  const DisplayGroups groups;
+  RefPointsTransient transient(&groups);
+  TestDocument& first = host.document();
+  transient.documentActivated(&first);
+  transient.documentCreateStarted(&first);
+  EXPECT_EQ(first.drawables().size(), 1u);
 }
 
 /// A view that counts calls and keeps nothing, so that all allocations seen are the drawable's.

@@ -93,6 +93,63 @@ TEST(Zooms, AViewTurnedByAQuarterSwapsWidthAndHeight) {
   expectView(session, {10, 5, 50}, {10, 5, 49}, 11, 22);
 }
 
+TEST(Zooms, AViewTurnedByAnyAngleMeasuresAlongItsOwnAxes) {
+  // From above, turned so that the screen's x runs along (0.8, 0.6) and its y along (-0.6, 0.8). The
+  // point (10, 5) lies at (11, -2) there, seen from the first; the middle between them is (5, 2.5).
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 10, 5, 0}}}});
+  session.document().view().setState({{0, 0, 50}, {0, 0, 0}, {-0.6, 0.8, 0}, 40, 30, 800, 600});
+  session->zoomToGroup(0);
+  expectView(session, {5, 2.5, 50}, {5, 2.5, 49}, 12.1, 2.2);
+}
+
+TEST(Zooms, AViewFromAboveAtASlantKeepsItsDistanceFromTheViewPlane) {
+  // The viewer looks along (0, 0.6, -0.8); the screen's y runs along (0, 0.8, 0.6). Of (4, 10, 5) the
+  // screen shows (4, 11), 2 above the plane through the origin, towards the viewer.
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 4, 10, 5}}}});
+  session.document().view().setState({{0, -30, 40}, {0, 0, 0}, {0, 0, 1}, 40, 30, 800, 600});
+  session->zoomToGroup(0);
+  // The middle (2, 5.5) on the screen, in the plane through the eye: (2, 4.4, 3.3) + 50 x (0, -0.6, 0.8).
+  expectView(session, {2, -25.6, 43.3}, {2, -25, 42.5}, 4.4, 12.1);
+}
+
+TEST(Zooms, OnlyTheActiveViewOfSeveralIsSet) {
+  Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 20, 10, 0}}}});
+  tiepoint::workbench::View& first = session.document().view();
+  first.setState(somewhere);
+  tiepoint::workbench::View& second = session.document().transientViews().addView();
+  second.setState(somewhere);
+  session.document().transientViews().activate(second);
+  session->zoomToAll();
+  EXPECT_EQ(first.fieldWidth(), 40.0);
+  EXPECT_NEAR(second.fieldWidth(), 22.0, 1e-12);
+}
+
+TEST(Zooms, WithoutAViewNothingHappens) {
+  Session session({{"A", triangle("T1", "T2", "T3")}});
+  session.document().transientViews().removeView(session.document().view());
+  const auto redraws = session.host.redraws;
+  session->zoomToAll();
+  session->zoomToGroup(0);
+  session->zoomToPoint(0);
+  EXPECT_EQ(session.host.redraws, redraws);
+}
+
+TEST(Zooms, AddingTheFirstGroupsLooksAtThem) {
+  Session session;
+  session.host.document().storeGroup("A", {{"T1", 0, 0, 0}, {"T2", 20, 10, 0}});
+  session.document().view().setState(somewhere);
+  session.addAllGroups();
+  expectView(session, {10, 5, 50}, {10, 5, 49}, 22, 11);
+}
+
+TEST(Zooms, APointInASlantedViewKeepsDirectionUpAndField) {
+  Session session({{"A", {{"T1", 7, 8, 9}}}});
+  session.document().view().setState({{0, -30, 40}, {0, 0, 0}, {0, 0, 1}, 40, 30, 800, 600});
+  session->zoomToPoint(0);
+  expectView(session, {7, -22, 49}, {7, 8, 9}, 40, 30);
+  EXPECT_EQ(session.document().view().upVector(), OdGeVector3d(0, 0, 1));
+}
+
 TEST(Zooms, APointMovesTheEyeByTheSameDistanceAsTheTarget) {
   Session session({{"A", {{"T1", 3, 4, 5}}}});
   session.document().view().setState(somewhere);

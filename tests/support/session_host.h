@@ -38,6 +38,7 @@ class TestDocument : public HostDocument {
   OdGeMatrix3d cloudMatrix(const std::string& name) const;
 
   workbench::View& view() { return transients.view(); }
+  workbench::TransientService& transientViews() { return transients; }
   const std::vector<workbench::TransientEntry>& drawables() const { return transients.drawables(); }
 
  private:

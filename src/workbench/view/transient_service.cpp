@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 #include <utility>
 
 #include "platform/sdk/od_gi_drawable.h"
@@ -15,7 +16,8 @@ class TransientService::Node : public OdGsCache, public std::enable_shared_from_
   static std::shared_ptr<Node> on(OdGiDrawable& drawable);
 
   ~Node() override {
-    if (drawable) drawable->setGsNode(nullptr);
+    // Another graphics system may have hung its own in this one's place.
+    if (drawable && drawable->gsNode() == this) drawable->setGsNode(nullptr);
   }
 
   void addHolder(TransientService* service) { holders.insert(service); }
@@ -78,6 +80,23 @@ void TransientService::removeTransient(OdGiDrawable* drawable) {
 }
 
 void TransientService::applyView(HostView*, int) {}
+
+View& TransientService::addView() { return cameras.emplace_back(); }
+
+void TransientService::activate(View& view) { active = &*placeOf(view); }
+
+void TransientService::removeView(View& view) {
+  const auto place = placeOf(view);
+  const bool wasActive = active == &*place;
+  cameras.erase(place);
+  if (wasActive) active = cameras.empty() ? nullptr : &cameras.back();
+}
+
+std::list<View>::iterator TransientService::placeOf(const View& view) {
+  const auto place = std::find_if(cameras.begin(), cameras.end(), [&](const View& v) { return &v == &view; });
+  if (place == cameras.end()) throw std::invalid_argument("This is no view of the document");
+  return place;
+}
 
 TransientEntry* TransientService::find(const OdGiDrawable* drawable) {
   const auto found =

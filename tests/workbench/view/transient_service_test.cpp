@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <memory>
+#include <stdexcept>
 
 #include "workbench/view/test_drawable.h"
 
@@ -167,6 +168,16 @@ TEST(TransientService, LeavesTheNodeOfAnotherGraphicsSystemWhereItIs) {
   EXPECT_TRUE(foreign.told);
 }
 
+TEST(TransientService, LeavesANodeThatCameInPlaceOfItsOwnWhereItIs) {
+  ForeignNode foreign;
+  TestDrawable drawable;
+  TransientService service;
+  service.addTransient(&drawable, 4, 768, 2, 0);
+  drawable.setGsNode(&foreign);
+  service.removeTransient(&drawable);
+  EXPECT_EQ(drawable.gsNode(), &foreign);
+}
+
 TEST(TransientService, GivesItsOneViewAsTheActiveView) {
   TransientService service;
   EXPECT_EQ(service.activeView(), &service.view());
@@ -178,4 +189,63 @@ TEST(TransientService, LeavesTheViewAsItWasSetWhenItIsApplied) {
   service.applyView(service.activeView(), 0);
   EXPECT_EQ(service.view().position(), OdGePoint3d(1.0, 2.0, 3.0));
   EXPECT_EQ(service.view().fieldWidth(), 8.0);
+}
+
+TEST(TransientService, KeepsTheFirstViewActiveWhenFurtherOnesCome) {
+  TransientService service;
+  View& first = service.view();
+  service.addView();
+  EXPECT_EQ(service.activeView(), &first);
+  EXPECT_EQ(service.views().size(), 2u);
+}
+
+TEST(TransientService, HandsOutTheViewThatWasMadeActive) {
+  TransientService service;
+  View& second = service.addView();
+  service.activate(second);
+  EXPECT_EQ(service.activeView(), &second);
+  EXPECT_EQ(&service.view(), &second);
+}
+
+TEST(TransientService, SetsOneViewAndLeavesTheOthers) {
+  TransientService service;
+  View& second = service.addView();
+  second.set({1.0, 2.0, 3.0}, {1.0, 2.0, 2.0}, {0.0, 1.0, 0.0}, 8.0, 6.0, HostProjection::parallel);
+  EXPECT_EQ(service.view().fieldWidth(), 100.0);
+  EXPECT_EQ(second.fieldWidth(), 8.0);
+}
+
+TEST(TransientService, ActivatesTheNewestOfTheOtherViewsWhenTheActiveOneGoes) {
+  TransientService service;
+  service.addView();
+  View& third = service.addView();
+  service.removeView(service.view());
+  EXPECT_EQ(service.activeView(), &third);
+  EXPECT_EQ(service.views().size(), 2u);
+}
+
+TEST(TransientService, KeepsTheActiveViewWhenAnotherGoes) {
+  TransientService service;
+  View& first = service.view();
+  service.removeView(service.addView());
+  EXPECT_EQ(service.activeView(), &first);
+}
+
+TEST(TransientService, HasNoActiveViewWhenTheLastOneIsGone) {
+  TransientService service;
+  service.removeView(service.view());
+  EXPECT_EQ(service.activeView(), nullptr);
+  View& next = service.addView();
+  EXPECT_EQ(service.activeView(), nullptr);
+  service.activate(next);
+  EXPECT_EQ(service.activeView(), &next);
+}
+
+TEST(TransientService, RefusesAViewOfAnotherDocument) {
+  TransientService service;
+  TransientService other;
+  EXPECT_THROW(service.activate(other.view()), std::invalid_argument);
+  EXPECT_THROW(service.removeView(other.view()), std::invalid_argument);
+  EXPECT_EQ(service.views().size(), 1u);
+  EXPECT_EQ(other.views().size(), 1u);
 }
