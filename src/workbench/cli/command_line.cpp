@@ -11,6 +11,7 @@
 #include "workbench/cli/commands/groups_command.h"
 #include "workbench/cli/commands/import_command.h"
 #include "workbench/cli/commands/register_command.h"
+#include "workbench/cli/commands/render_command.h"
 #include "workbench/cli/commands/rpc_command.h"
 #include "workbench/cli/help_texts.h"
 #include "workbench/cli/output.h"
@@ -69,6 +70,11 @@ void addPrintOptions(CLI::App& app, bool& json, bool& quiet) {
   app.add_flag("--quiet", quiet, "no warnings; no summary either, unless --json asks for it");
 }
 
+void addPictureOptions(CLI::App& app, PictureOptions& picture, const char* size, const char* view) {
+  addText(app, size, picture.size, "WxH", "pixels, 400x300 to 8000x8000; none: 1200x800");
+  addText(app, view, picture.view, "VIEW", "top (default), front, side, iso, or fit: where the points spread the most");
+}
+
 void addRegister(CLI::App& app, RegisterOptions& options) {
   addFileOptions(app, options.files);
   addHostOptions(app, options.host, "the drawing; made when it is missing and files are named");
@@ -97,6 +103,9 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addText(app, "--transforms", options.transforms, "FILE", "write all groups' rotations, shifts and residuals as JSON");
   addText(app, "--report", options.report, "FILE", "write a report as HTML");
   addText(app, "--report-kind", options.reportKind, "KIND", "results (default), points or groups");
+  addText(app, "--picture", options.picture.file, "FILE",
+          "draw the registered points, their residuals enlarged: .png, .svg or .pdf");
+  addPictureOptions(app, options.picture, "--picture-size", "--picture-view");
   app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
   addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm: residuals are printed in mm");
   addPrintOptions(app, options.json, options.quiet);
@@ -122,6 +131,14 @@ void addClouds(CLI::App& app, CloudsOptions& options) {
   app.add_flag("--json", options.json, "print one JSON object instead of text");
 }
 
+void addRender(CLI::App& app, RenderOptions& options) {
+  addHostOptions(app, options.host, "the drawing")->required();
+  app.add_option("--output,-o", options.picture.file, "the picture: .png, .svg or .pdf")->type_name("FILE")->required();
+  addPictureOptions(app, options.picture, "--size", "--view");
+  addText(app, "--unit", options.unit, "UNIT", "unit of the drawing, m or mm, for the scale bar");
+  app.add_flag("--force", options.force, "replace a file that exists");
+}
+
 /// The program's options and commands, and what was chosen.
 class CommandLine {
  public:
@@ -134,6 +151,7 @@ class CommandLine {
     addImport(add("import", importHelp, importOptions, runImport), importOptions);
     addGroups(add("groups", groupsHelp, groupsOptions, runGroups), groupsOptions);
     addClouds(add("clouds", cloudsHelp, cloudsOptions, runClouds), cloudsOptions);
+    addRender(add("render", renderHelp, renderOptions, runRender), renderOptions);
     addHostOptions(add("rpc", rpcHelp, rpcOptions, runRpc), rpcOptions.host,
                    "opened before the first request; made when it is missing");
   }
@@ -224,6 +242,7 @@ class CommandLine {
   ImportOptions importOptions;
   GroupsOptions groupsOptions;
   CloudsOptions cloudsOptions;
+  RenderOptions renderOptions;
   RpcOptions rpcOptions;
 };
 

@@ -23,6 +23,7 @@ Examples:
   tiepoint register --document hall.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
   tiepoint register --method iterative --max-iterations 5000 --convergence 1e-6 S1.txt S2.txt S3.txt
   tiepoint register --base S1 --matrices out --transforms out.json --report out.html S1.txt S2.txt
+  tiepoint register --unit m --base S1 --picture hall.png --picture-view fit S1.txt S2.txt
   tiepoint register --json --quiet S1.txt S2.txt > result.json
 
 A file gives the group of its name without the ending. Without --document the drawing lives in
@@ -53,6 +54,16 @@ Examples:
   tiepoint clouds --document hall.tiepoint
   tiepoint clouds --document hall.tiepoint --add S2=S2.xyz
   tiepoint clouds --document hall.tiepoint --moved out
+)";
+
+inline constexpr const char* renderHelp =
+    R"(Draws the points of a drawing as they are stored, each group in its own system.
+
+Examples:
+  tiepoint render --document hall.tiepoint -o hall.png
+  tiepoint render --document hall.tiepoint --view front --size 1920x1080 --unit m -o hall.svg
+
+A picture of registered points: tiepoint register --picture FILE.
 )";
 
 inline constexpr const char* rpcHelp =

@@ -19,6 +19,8 @@ class LengthFormat {
   /// The unit of positions and of residuals, such as "drawing units".
   const char* positionUnit() const { return positions; }
   const char* residualUnit() const { return residuals; }
+  /// How many units of residuals are one drawing unit.
+  double residualsPerLength() const { return residualFactor; }
 
  private:
   const char* positions = "drawing units";

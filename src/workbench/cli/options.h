@@ -34,6 +34,15 @@ struct CloudOption {
   std::string file;
 };
 
+/// A picture of the points. An empty text isn't given.
+struct PictureOptions {
+  std::string file;
+  /// "1200x800" when not given.
+  std::string size;
+  /// "top" when not given.
+  std::string view;
+};
+
 struct RegisterOptions {
   HostOptions host;
   FileOptions files;
@@ -58,6 +67,7 @@ struct RegisterOptions {
   std::string report;
   /// "results" when not given.
   std::string reportKind;
+  PictureOptions picture;
   bool force = false;
   std::string unit;
   bool json = false;
@@ -83,6 +93,13 @@ struct CloudsOptions {
   std::string moved;
   bool force = false;
   bool json = false;
+};
+
+struct RenderOptions {
+  HostOptions host;
+  PictureOptions picture;
+  std::string unit;
+  bool force = false;
 };
 
 struct RpcOptions {

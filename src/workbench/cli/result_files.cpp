@@ -80,13 +80,15 @@ RefPointIdSet allPoints(const SessionState& state) {
 
 }  // namespace
 
-ResultFiles::ResultFiles(const RegisterOptions& options_) : options(options_) {
+ResultFiles::ResultFiles(const RegisterOptions& options_, std::string pictureOption_)
+    : options(options_), pictureOption(std::move(pictureOption_)) {
   checkChoice(options.matrixFormat, {"plain", "4x4", "trf"}, "--matrix-format");
   checkChoice(options.reportKind, {"results", "points", "groups"}, "--report-kind");
   checkGoesWith(options.matrixFormat, "--matrix-format", options.matrices, "--matrices FOLDER");
   checkGoesWith(options.reportKind, "--report-kind", options.report, "--report FILE");
   requireTarget(options.transforms, "--transforms");
   requireTarget(options.report, "--report");
+  requireTarget(options.picture.file, pictureOption);
 }
 
 void ResultFiles::requireTarget(const std::string& file, const std::string& option) const {
@@ -196,6 +198,11 @@ void ResultFiles::writeReport(iMultiRegistrator& session, const SessionState& st
         fmt::format("{}: the module hasn't written this report, or not to its end; is the disk full?", options.report));
   }
   put(options.report, content, "--report");
+}
+
+void ResultFiles::writePicture(const std::string& bytes, WrittenFiles& written) const {
+  put(options.picture.file, bytes, pictureOption);
+  written.picture = options.picture.file;
 }
 
 WrittenFiles ResultFiles::write(iMultiRegistrator& session, const SessionState& state, const Results& results) const {

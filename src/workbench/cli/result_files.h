@@ -16,6 +16,7 @@ struct WrittenFiles {
   std::vector<std::string> matrices;
   std::string transforms;
   std::string report;
+  std::string picture;
 };
 
 /// Every file appears whole or not at all. None replaces another unless forced, and none ever
@@ -24,11 +25,14 @@ class ResultFiles {
  public:
   /// Throws CommandError: (usage) for a format or a kind that there isn't or that goes with nothing,
   /// (file) for a folder that isn't there or a file that would be replaced.
-  explicit ResultFiles(const RegisterOptions& options);
+  explicit ResultFiles(const RegisterOptions& options, std::string pictureOption = "--picture");
 
   /// Before anything is written: throws CommandError(file) for a matrix file that would be replaced,
   /// or a group after which no file can be named.
   void requireFree(const SessionState& state, const Results& results) const;
+
+  /// The same for the picture, whose bytes these are.
+  void writePicture(const std::string& bytes, WrittenFiles& written) const;
 
   /// Throws CommandError(file) for the first file that can't be written.
   WrittenFiles write(ZOR::reg::iMultiRegistrator& session, const SessionState& state, const Results& results) const;
@@ -53,6 +57,8 @@ class ResultFiles {
   void writeReport(ZOR::reg::iMultiRegistrator& session, const SessionState& state) const;
 
   const RegisterOptions& options;
+  /// By which the picture is asked for.
+  std::string pictureOption;
 };
 
 }  // namespace tiepoint::workbench::cli

@@ -8,10 +8,12 @@
 #include "workbench/cli/file_survey.h"
 #include "workbench/cli/geometry_warnings.h"
 #include "workbench/cli/iterative_run.h"
+#include "workbench/cli/picture_options.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/point_choice.h"
 #include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/road_checks.h"
+#include "workbench/cli/survey_picture.h"
 #include "workbench/host/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
@@ -172,12 +174,17 @@ void storeTargets(DrivenSession& session, const std::string& name, Road& road) {
 class Delivery {
  public:
   explicit Delivery(const RegisterOptions& options_)
-      : options(options_), clouds(cloudsToAdd(options_.clouds, "--cloud")), files(options_) {
+      : options(options_),
+        clouds(cloudsToAdd(options_.clouds, "--cloud")),
+        files(options_),
+        wantedPicture(pictureRequest(options_.picture, registerPictureNames)) {
     if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options.commonPoints, options.force);
     if (!options.moved.empty() && !options.apply) {
       throw CommandError(ExitStatus::usage, "--moved writes moved clouds, so it needs --apply");
     }
   }
+
+  const std::optional<picture::Request>& picture() const { return wantedPicture; }
 
   void deliver(Workbench& workbench, DrivenSession& session, Road& road) const {
     const auto action = [&] { carryOut(workbench, session, road); };
@@ -202,12 +209,17 @@ class Delivery {
     if (commonPoints) writeCommonPoints(session, *commonPoints, road);
     if (!options.moved.empty()) writeCopies(road.clouds, options.moved, options.force);
     road.files = files.write(session.operations(), road.state, road.results);
+    if (wantedPicture) {
+      const LengthFormat lengths(options.unit);
+      files.writePicture(registeredPicture(workbench, session, road, lengths, *wantedPicture), road.files);
+    }
   }
 
   const RegisterOptions& options;
   std::vector<CloudOption> clouds;
   std::optional<CommonPointsTarget> commonPoints;
   ResultFiles files;
+  std::optional<picture::Request> wantedPicture;
 };
 
 void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOptions& options, const Delivery& delivery,
@@ -248,6 +260,7 @@ Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warn
     makeDrawing(workbench, options.host.document);
     carryOutImport(workbench, runs, road.import, warnings);
   }
+  if (delivery.picture()) suitMarkers(workbench, delivery.picture()->size);
   const SessionPtr registrator = workbench.newSession();
   DrivenSession session(*registrator);
   travelWith(workbench, session, options, delivery, road, warnings);

@@ -154,6 +154,7 @@ std::string summaryJson(const Road& road, const std::vector<std::string>& warnin
   json["matrixFiles"] = road.files.matrices;
   json["transformsFile"] = textOrNull(road.files.transforms);
   json["reportFile"] = textOrNull(road.files.report);
+  json["pictureFile"] = textOrNull(road.files.picture);
   json["warnings"] = warnings;
   return jsonText(json);
 }

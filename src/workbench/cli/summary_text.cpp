@@ -245,6 +245,7 @@ std::string writtenFiles(const WrittenFiles& files) {
   }
   if (!files.transforms.empty()) text += fmt::format("transformations written to {}\n", files.transforms);
   if (!files.report.empty()) text += fmt::format("report written to {}\n", files.report);
+  if (!files.picture.empty()) text += fmt::format("picture written to {}\n", files.picture);
   return text.empty() ? text : "\n" + text;
 }
 

@@ -35,12 +35,22 @@ Profile::Profile(std::string path) : file(std::move(path)) {
   sections = profileFromJson(contentOf(file), file);
 }
 
-std::optional<ProfileValue> Profile::get(const std::string& section, const std::string& key) const {
+std::optional<ProfileValue> Profile::valueIn(const Sections& sections, const std::string& section,
+                                             const std::string& key) {
   const auto keys = sections.find(section);
   if (keys == sections.end()) return std::nullopt;
   const auto value = keys->second.find(key);
   if (value == keys->second.end()) return std::nullopt;
   return value->second;
+}
+
+std::optional<ProfileValue> Profile::get(const std::string& section, const std::string& key) const {
+  const std::optional<ProfileValue> own = valueIn(sections, section, key);
+  return own ? own : valueIn(offered, section, key);
+}
+
+void Profile::offer(const std::string& section, const std::string& key, ProfileValue value) {
+  offered[section][key] = std::move(value);
 }
 
 void Profile::set(const std::string& section, const std::string& key, ProfileValue value) {
@@ -50,7 +60,7 @@ void Profile::set(const std::string& section, const std::string& key, ProfileVal
 }
 
 void Profile::remove(const std::string& section, const std::string& key) {
-  if (!get(section, key)) return;
+  if (!valueIn(sections, section, key)) return;
   Sections changed = sections;
   changed[section].erase(key);
   replace(std::move(changed));

@@ -33,6 +33,8 @@ class Profile {
   /// std::runtime_error and keeps the old value when that fails, and for a number that isn't finite
   /// or bytes that aren't UTF-8, which have no form in the file.
   void set(const std::string& section, const std::string& key, ProfileValue value);
+  /// A value that `get` gives as long as the profile has none of its own; the file never gets it.
+  void offer(const std::string& section, const std::string& key, ProfileValue value);
   /// Takes the key away, as `set`; does nothing when there is none.
   void remove(const std::string& section, const std::string& key);
 
@@ -48,10 +50,13 @@ class Profile {
 
  private:
   using Sections = std::map<std::string, std::map<std::string, ProfileValue>>;
+  static std::optional<ProfileValue> valueIn(const Sections& sections, const std::string& section,
+                                             const std::string& key);
   void replace(Sections changed);
 
   std::string file;
   Sections sections;
+  Sections offered;
   int givenOut = 0;
 };
 

@@ -1,0 +1,50 @@
+// Finds places for labels, so that none hides another.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "workbench/picture/box.h"
+#include "workbench/picture/box_grid.h"
+
+namespace tiepoint::workbench::picture {
+
+/// A text that belongs to a spot; sizes of its box.
+struct LabelWish {
+  Spot anchor;
+  double width = 0.0;
+  double height = 0.0;
+  /// Kept free around the anchor in any case.
+  double clearance = 0.0;
+};
+
+struct LabelPlace {
+  Box box;
+  /// It stands so far off that a line should lead to it.
+  bool isFar = false;
+};
+
+/// Labels go in one after the other, the most important first. Each takes the first place around its
+/// anchor where it covers the fewest marks, and no place at all if every one would hide another
+/// label, leave the area or cover too many marks. The nearest place is right above the anchor's
+/// right arm.
+class LabelPlacer {
+ public:
+  explicit LabelPlacer(const Box& area);
+
+  /// What a label may cover if there is no better place.
+  void addMark(const Box& box) { marks.add(box); }
+  void addLine(const Spot& from, const Spot& to);
+  /// What no label may cover.
+  void block(const Box& box) { blocked.add(box); }
+
+  /// The place taken, which is then blocked for all later ones.
+  std::optional<LabelPlace> place(const LabelWish& wish);
+
+ private:
+  Box area;
+  BoxGrid marks;
+  BoxGrid blocked;
+};
+
+}  // namespace tiepoint::workbench::picture

@@ -1,0 +1,169 @@
+#include "workbench/picture/legend_column.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "workbench/picture/text_fit.h"
+
+namespace tiepoint::workbench::picture {
+
+namespace {
+
+constexpr double padding = 10.0;
+constexpr double rowHeight = 17.0;
+constexpr double remarkHeight = 14.0;
+constexpr double swatchWidth = 20.0;
+constexpr double columnGap = 10.0;
+constexpr double widestName = 150.0;
+constexpr double axesHeight = 76.0;
+constexpr double axisLength = 22.0;
+/// Below this an axis points at the viewer, and its letter would lie on the others'.
+constexpr double shortestAxis = 0.12;
+constexpr std::size_t leastRows = 4;
+
+const TextStyle nameStyle{11.0, false, ink, 0.0};
+const TextStyle numberStyle{11.0, false, softInk, 0.0};
+const TextStyle headStyle{9.5, false, softInk, 0.0};
+const TextStyle remarkStyle{10.0, false, ink, 0.0};
+const TextStyle axisStyle{11.0, true, softInk, 0.0};
+
+constexpr const char* groupHead = "group";
+constexpr const char* pointsHead = "points";
+
+/// How wide the two columns of numbers are.
+struct NumberWidths {
+  double points = 0.0;
+  double residuals = 0.0;
+};
+
+NumberWidths numberWidths(const Canvas& canvas, const Content& content) {
+  NumberWidths widths{canvas.widthOf(pointsHead, headStyle), canvas.widthOf(content.residualHead, headStyle)};
+  for (const GroupEntry& group : content.groups) {
+    widths.points = std::max(widths.points, canvas.widthOf(std::to_string(group.points), numberStyle));
+    widths.residuals = std::max(widths.residuals, canvas.widthOf(group.residual, numberStyle));
+  }
+  return widths;
+}
+
+double numbersRoom(const NumberWidths& widths) {
+  return widths.points + columnGap + (widths.residuals > 0.0 ? widths.residuals + columnGap : 0.0);
+}
+
+/// One line of the table, its texts standing on `y`.
+void paintRow(Canvas& canvas, const Box& column, double y, const NumberWidths& widths, const std::string& points,
+              const std::string& residual, const TextStyle& style) {
+  const double right = column.right - padding;
+  const double pointsRight = widths.residuals > 0.0 ? right - widths.residuals - columnGap : right;
+  canvas.textEndingAt({pointsRight, y}, points, style);
+  canvas.textEndingAt({right, y}, residual, style);
+}
+
+void paintSwatch(Canvas& canvas, const Spot& middle, std::uint16_t color) {
+  constexpr double reach = 6.0;
+  const Rgb shade = inkColor(color);
+  const auto cross = [&](const Rgb& c, double width) {
+    canvas.line({middle.x - reach, middle.y}, {middle.x + reach, middle.y}, c, width);
+    canvas.line({middle.x, middle.y - reach}, {middle.x, middle.y + reach}, c, width);
+  };
+  if (brightness(shade) >= 0.45) {
+    const auto darker = [](std::uint8_t part) { return static_cast<std::uint8_t>(part * 0.45); };
+    cross({darker(shade.red), darker(shade.green), darker(shade.blue)}, 3.3);
+  }
+  cross(shade, 2.0);
+}
+
+void paintTable(Canvas& canvas, const Box& room, const Content& content) {
+  const NumberWidths widths = numberWidths(canvas, content);
+  const double nameLeft = room.left + padding + swatchWidth;
+  const double nameWidth = room.right - padding - numbersRoom(widths) - nameLeft;
+  double y = room.top + padding + 8.0;
+  canvas.text({room.left + padding, y}, groupHead, headStyle);
+  paintRow(canvas, room, y, widths, pointsHead, content.residualHead, headStyle);
+  const auto rows = static_cast<std::size_t>(std::max(0.0, std::floor((room.bottom - y - 6.0) / rowHeight)));
+  const RowChoice choice = rowsThatFit(content.groups.size(), rows);
+  y += 3.0;
+  for (std::size_t i = 0; i < choice.shown; ++i) {
+    y += rowHeight;
+    const GroupEntry& group = content.groups[i];
+    paintSwatch(canvas, {room.left + padding + 6.0, y - 4.0}, group.color);
+    const TextRuler ruler = [&](const std::string& text) { return canvas.widthOf(text, nameStyle); };
+    canvas.text({nameLeft, y}, shortened(group.name, nameWidth, ruler), nameStyle);
+    paintRow(canvas, room, y, widths, std::to_string(group.points), group.residual, numberStyle);
+  }
+  if (choice.left > 0) canvas.text({nameLeft, y + rowHeight}, fmt::format("and {} more", choice.left), numberStyle);
+}
+
+std::vector<std::string> remarkLines(const Canvas& canvas, const std::vector<std::string>& remarks, double width) {
+  const TextRuler ruler = [&](const std::string& text) { return canvas.widthOf(text, remarkStyle); };
+  std::vector<std::string> lines;
+  for (const std::string& remark : remarks) {
+    const std::vector<std::string> more = wrapped(remark, width, ruler);
+    lines.insert(lines.end(), more.begin(), more.end());
+  }
+  return lines;
+}
+
+struct Axis {
+  const char* letter;
+  OdGeVector3d along;
+};
+
+void paintAxes(Canvas& canvas, const Box& box, const View& view) {
+  const OdGeMatrix3d toView = view.viewingMatrix();
+  const Spot origin = box.middle();
+  const std::array<Axis, 3> axes{{{"x", {1, 0, 0}}, {"y", {0, 1, 0}}, {"z", {0, 0, 1}}}};
+  for (const Axis& axis : axes) {
+    const auto part = [&](int row) {
+      return toView(row, 0) * axis.along.x + toView(row, 1) * axis.along.y + toView(row, 2) * axis.along.z;
+    };
+    const Spot along{part(0), -part(1)};
+    const double length = std::hypot(along.x, along.y);
+    if (length < shortestAxis) continue;
+    canvas.arrow(origin, {origin.x + along.x * axisLength, origin.y + along.y * axisLength}, softInk, 1.2);
+    const double beyond = axisLength + 7.0 / length;
+    canvas.text(
+        {origin.x + along.x * beyond - canvas.widthOf(axis.letter, axisStyle) / 2.0, origin.y + along.y * beyond + 3.5},
+        axis.letter, axisStyle);
+  }
+  canvas.dot(origin, 2.0, softInk);
+}
+
+}  // namespace
+
+double legendWidth(const Canvas& canvas, const Content& content) {
+  double names = canvas.widthOf(groupHead, headStyle);
+  for (const GroupEntry& group : content.groups) {
+    names = std::max(names, std::min(widestName, canvas.widthOf(group.name, nameStyle)));
+  }
+  return 2.0 * padding + swatchWidth + names + numbersRoom(numberWidths(canvas, content));
+}
+
+RowChoice rowsThatFit(std::size_t count, std::size_t room) {
+  if (count <= room) return {count, 0};
+  const std::size_t shown = room > 0 ? room - 1 : 0;
+  return {shown, count - shown};
+}
+
+void paintLegend(Canvas& canvas, const Box& column, const Content& content, const View& view) {
+  canvas.outline(column, rule, 1.0);
+  const Box axes{column.left, column.bottom - axesHeight, column.right, column.bottom};
+  std::vector<std::string> lines = remarkLines(canvas, content.remarks, column.width() - 2.0 * padding);
+  const double forRemarks = axes.top - column.top - leastRows * rowHeight - 4.0 * padding;
+  const auto most = static_cast<std::size_t>(std::max(0.0, std::floor(forRemarks / remarkHeight)));
+  const RowChoice choice = rowsThatFit(lines.size(), most);
+  lines.resize(choice.shown);
+  if (choice.left > 0) lines.push_back("...");
+  const double remarksTop = axes.top - remarkHeight * static_cast<double>(lines.size());
+  double y = remarksTop;
+  for (const std::string& line : lines) {
+    y += remarkHeight;
+    canvas.text({column.left + padding, y - 4.0}, line, remarkStyle);
+  }
+  paintTable(canvas, {column.left, column.top, column.right, remarksTop - 8.0}, content);
+  paintAxes(canvas, axes, view);
+}
+
+}  // namespace tiepoint::workbench::picture

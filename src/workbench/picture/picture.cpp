@@ -1,0 +1,134 @@
+#include "workbench/picture/picture.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "workbench/picture/camera.h"
+#include "workbench/picture/drawing_part.h"
+#include "workbench/picture/legend_column.h"
+#include "workbench/picture/page_frame.h"
+#include "workbench/picture/round_number.h"
+#include "workbench/picture/surface.h"
+
+namespace tiepoint::workbench::picture {
+
+namespace {
+
+/// Free space around all that is looked at: a marker's arm, and some more for the labels.
+constexpr double viewMargin = 30.0;
+/// The longest arrow, as a share of the drawing's shorter side.
+constexpr double arrowShare = 0.22;
+constexpr double arrowLimit = 130.0;
+
+RecordingDraw recorded(const View& view, const std::vector<const OdGiDrawable*>& drawables) {
+  RecordingDraw draw(view);
+  for (const OdGiDrawable* drawable : drawables) draw.draw(*drawable);
+  return draw;
+}
+
+void addFinite(std::vector<OdGePoint3d>& places, const OdGePoint3d& place) {
+  if (isFinite(place)) places.push_back(place);
+}
+
+/// A marker lies around its point in every view, however large it is there.
+std::vector<OdGePoint3d> placesOf(const Content& content, const std::vector<const OdGiDrawable*>& drawables) {
+  std::vector<OdGePoint3d> places;
+  const RecordingDraw draw = recorded(View(), drawables);
+  for (const DrawnLine& line : draw.lines()) {
+    addFinite(places,
+              {(line.from.x + line.to.x) / 2.0, (line.from.y + line.to.y) / 2.0, (line.from.z + line.to.z) / 2.0});
+  }
+  if (places.empty()) throw NothingToShow();
+  for (const Station& station : content.stations) addFinite(places, station.place);
+  return places;
+}
+
+double enlargementFor(const std::vector<Residual>& residuals, double longestArrow) {
+  double largest = 0.0;
+  for (const Residual& residual : residuals) {
+    const OdGeVector3d shift = residual.registered - residual.target;
+    const double length = std::hypot(shift.x, shift.y, shift.z);
+    if (std::isfinite(length)) largest = std::max(largest, length);
+  }
+  return largest > 0.0 && longestArrow > 0.0 ? roundNumberUpTo(longestArrow / largest) : 0.0;
+}
+
+/// A view on the places and the tips of all arrows, and how much longer than they are the arrows get.
+struct Shot {
+  View view;
+  double enlargement = 0.0;
+};
+
+Shot shotOf(const Box& area, const Content& content, const std::vector<const OdGiDrawable*>& drawables,
+            Direction direction) {
+  std::vector<OdGePoint3d> places = placesOf(content, drawables);
+  const int width = static_cast<int>(area.width());
+  const int height = static_cast<int>(area.height());
+  // Of the places alone, so that the arrows don't turn the view.
+  const Looks looks = looksFrom(direction, places);
+  const ViewState without = cameraOn(places, looks, width, height, viewMargin);
+  const double longestArrow = std::min(arrowLimit, arrowShare * std::min(width, height)) * without.width / width;
+  Shot shot;
+  shot.enlargement = enlargementFor(content.residuals, longestArrow);
+  std::vector<OdGePoint3d> tips = places;
+  for (const Residual& residual : content.residuals) addFinite(tips, arrowTip(residual, shot.enlargement));
+  shot.view.setState(cameraOn(tips, looks, width, height, viewMargin));
+  return shot;
+}
+
+const char* captionOf(Direction direction) {
+  switch (direction) {
+    case Direction::front:
+      return "Seen from the front: x to the right, z up.";
+    case Direction::side:
+      return "Seen from the right: y to the right, z up.";
+    case Direction::iso:
+      return "Seen from above at the front right; the bar holds in the plane of the picture.";
+    case Direction::fit:
+      return "Seen across the plane in which the points spread the most.";
+    case Direction::top:
+      break;
+  }
+  return "Seen from above: x to the right, y up.";
+}
+
+std::string captionWith(Direction direction, const LabelCount& labels) {
+  std::string caption = captionOf(direction);
+  if (labels.placed < labels.all) {
+    caption += fmt::format(" {} of {} labels have no room.", labels.all - labels.placed, labels.all);
+  }
+  return caption;
+}
+
+PageLayout layoutFor(const Canvas& canvas, const Size& size, const Content& content) {
+  const double wanted = legendWidth(canvas, content);
+  return layOutPage(size, std::ceil(std::clamp(wanted, narrowestColumn(size), widestColumn(size))));
+}
+
+}  // namespace
+
+Picture drawPicture(const Request& request, const Content& content, const std::vector<const OdGiDrawable*>& drawables) {
+  Surface surface(request.format, request.size);
+  Canvas canvas(surface.context(), layOutPage(request.size, narrowestColumn(request.size)).unit);
+  Picture picture;
+  picture.layout = layoutFor(canvas, request.size, content);
+  const PageLayout& layout = picture.layout;
+  const Shot shot = shotOf(layout.drawing, content, drawables, request.direction);
+  const RecordingDraw drawn = recorded(shot.view, drawables);
+
+  canvas.fill(layout.page, paper);
+  paintHeader(canvas, layout.header, content);
+  const LabelCount labels =
+      paintDrawing(canvas, layout.drawing, drawn, content, Projection(shot.view, layout.drawing), shot.enlargement);
+  canvas.outline(layout.drawing, rule, 1.0);
+  paintLegend(canvas, layout.column, content, shot.view);
+  paintFooter(canvas, layout.footer, content, {drawn.pixelSize(), shot.enlargement},
+              captionWith(request.direction, labels));
+  picture.texts = canvas.texts();
+  picture.bytes = surface.finish();
+  return picture;
+}
+
+}  // namespace tiepoint::workbench::picture
