@@ -107,6 +107,10 @@ GroupIdSet unregisteredGroups(const Road& road) {
   return groups;
 }
 
+std::string counted(const Road& road) {
+  return plural(road.state.groups.size(), "group") + ", " + plural(road.targets.size(), "common target");
+}
+
 std::string subtitle(const Road& road, const LengthFormat& lengths) {
   std::vector<std::string> bases;
   std::size_t active = 0;
@@ -136,6 +140,11 @@ void addGroups(picture::Content& content, const Road& road, const ShownGroups& s
   if (content.residualUnit == std::string("drawing units")) content.residualHead = "RMS";
 }
 
+/// A residual that is printed as zero is the rounding of the numbers.
+bool isSeen(const std::optional<double>& residual, const LengthFormat& lengths) {
+  return residual && lengths.residual(*residual) != lengths.residual(0.0);
+}
+
 void addResiduals(picture::Content& content, const Road& road, const ShownGroups& shown, const LengthFormat& lengths) {
   std::unordered_map<std::string, OdGePoint3d> targets;
   for (const MergedTarget& target : road.targets) targets.emplace(target.name, target.position);
@@ -143,10 +152,10 @@ void addResiduals(picture::Content& content, const Road& road, const ShownGroups
     const PointResult& result = road.results.points[i];
     const SessionPoint& point = road.state.points[i];
     const auto target = targets.find(point.name);
-    if (!result.discrepancy || !result.registered || target == targets.end()) continue;
+    if (!isSeen(result.discrepancy, lengths) || !result.registered || target == targets.end()) continue;
     const bool standsOut = road.results.standOut && road.results.standOut->point == i;
     content.residuals.push_back(
-        {target->second, *result.registered, shown.color(point.record.groupId),
+        {target->second, *result.registered, shown.color(point.record.groupId), printable(point.name),
          standsOut ? fmt::format("{}: {}", pointName(road.state, i), residualText(*result.discrepancy, lengths)) : ""});
   }
 }
@@ -166,14 +175,17 @@ void addStations(picture::Content& content, const Road& road, const ShownGroups&
   }
   if (!content.stations.empty()) content.remarks.push_back("Triangles: stations, each at its system's origin.");
   if (!unknown.empty()) {
-    content.remarks.push_back(
-        fmt::format("No station drawn for {}: the origin of its system lies far from its points.", joined(unknown, 4)));
+    content.remarks.push_back(fmt::format("No triangle for {}: the origins lie far off.", joined(unknown, 4)));
   }
 }
 
 void addWorst(picture::Content& content, const Road& road, const LengthFormat& lengths) {
   if (!road.results.largest) return;
   const std::size_t point = *road.results.largest;
+  if (!isSeen(road.results.points[point].discrepancy, lengths)) {
+    content.remarks.push_back("No residual is large enough to be told.");
+    return;
+  }
   const std::string text = fmt::format("{}, {}", pointName(road.state, point),
                                        residualText(*road.results.points[point].discrepancy, lengths));
   if (road.results.standOut) {
@@ -228,7 +240,7 @@ std::string registeredPicture(Workbench& workbench, DrivenSession& session, cons
   session.operations().setGroupsVisible(hidden, false);
   const ShownGroups shown(workbench, road.state, hidden);
   picture::Content content;
-  content.title = road.document.empty() ? plural(road.state.groups.size(), "group") : fileName(road.document);
+  content.title = road.document.empty() ? counted(road) : fileName(road.document);
   content.subtitle = subtitle(road, lengths);
   tellUnits(content, lengths);
   addGroups(content, road, shown, lengths);

@@ -107,7 +107,7 @@ void Canvas::arrow(const Spot& from, const Spot& to, const Rgb& color, double wi
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   if (!(length > 0.0)) return;
   const Spot along{(to.x - from.x) / length, (to.y - from.y) / length};
-  const double head = std::min(length, 4.0 + 2.5 * width);
+  const double head = std::min(length, 2.0 + 4.0 * width);
   const double halfHead = 0.36 * head;
   const Spot neck{to.x - along.x * head, to.y - along.y * head};
   line(from, {neck.x + along.x * head * 0.5, neck.y + along.y * head * 0.5}, color, width);

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
-#include <vector>
 
 #include "workbench/picture/camera.h"
 #include "workbench/picture/canvas.h"
@@ -12,19 +10,7 @@
 
 namespace tiepoint::workbench::picture {
 
-/// A text at a spot of the page, with the height of its capital letters.
-struct Label {
-  Spot anchor;
-  std::string text;
-  double height = 0.0;
-  std::uint16_t color = 7;
-};
-
-/// The recorded texts as labels, in their order. Where one target was measured by several groups, the
-/// same name stands several times at nearly the same spot; it becomes one label.
-std::vector<Label> labelsOf(const std::vector<DrawnText>& texts, const Projection& projection, double pixelSize);
-
-/// How a drawing came out.
+/// How many labels there are, and how many found room.
 struct LabelCount {
   std::size_t all = 0;
   std::size_t placed = 0;
@@ -34,8 +20,5 @@ struct LabelCount {
 /// `enlargement` times their length.
 LabelCount paintDrawing(Canvas& canvas, const Box& area, const RecordingDraw& recorded, const Content& content,
                         const Projection& projection, double enlargement);
-
-/// Where an arrow ends in the drawing.
-OdGePoint3d arrowTip(const Residual& residual, double enlargement);
 
 }  // namespace tiepoint::workbench::picture

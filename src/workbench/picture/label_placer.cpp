@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace tiepoint::workbench::picture {
 
@@ -11,16 +12,20 @@ namespace {
 constexpr double nearGap = 2.5;
 /// Beyond the arms of a cross, and further off where it is crowded.
 constexpr double armGap = 13.0;
-constexpr std::array<double, 2> farGaps{24.0, 38.0};
+constexpr std::array<double, 3> farGaps{24.0, 38.0, 54.0};
 /// A label over more marks than these says less than it hides.
 constexpr std::size_t mostMarksCovered = 4;
 constexpr double lineStep = 4.0;
 constexpr double lineHalfWidth = 1.0;
+/// Longer ones are cut into longer pieces.
+constexpr double longestLine = 1e5;
 
 /// To the right and above first, as a label is asked for.
 constexpr std::array<Spot, 4> corners{{{1, -1}, {1, 1}, {-1, -1}, {-1, 1}}};
 constexpr std::array<Spot, 8> around{
     {{1, 0}, {-1, 0}, {0, -1}, {0, 1}, {0.7, -0.7}, {0.7, 0.7}, {-0.7, -0.7}, {-0.7, 0.7}}};
+constexpr std::array<Spot, 8> between{
+    {{0.9, -0.4}, {0.9, 0.4}, {-0.9, -0.4}, {-0.9, 0.4}, {0.4, -0.9}, {0.4, 0.9}, {-0.4, -0.9}, {-0.4, 0.9}}};
 
 /// The box whose nearest side lies that far from the anchor in that direction.
 Box boxTowards(const LabelWish& wish, const Spot& direction, double shortestGap) {
@@ -40,10 +45,28 @@ void forEachPlace(const LabelWish& wish, Visit visit) {
   for (const Spot& direction : around) {
     if (!visit(LabelPlace{boxTowards(wish, direction, armGap), false})) return;
   }
+  if (!wish.mayBeFar) return;
   for (const double gap : farGaps) {
-    for (const Spot& direction : around) {
-      if (!visit(LabelPlace{boxTowards(wish, direction, gap), true})) return;
+    for (const auto* directions : {&around, &between}) {
+      for (const Spot& direction : *directions) {
+        if (!visit(LabelPlace{boxTowards(wish, direction, gap), true})) return;
+      }
     }
+  }
+}
+
+/// Small boxes along a line, as one box around all of it would cover far more.
+template <class Visit>
+void forEachPiece(const Spot& from, const Spot& to, Visit visit) {
+  const double length = std::min(longestLine, std::hypot(to.x - from.x, to.y - from.y));
+  const int steps = static_cast<int>(std::ceil(std::max(1.0, length / lineStep)));
+  const auto at = [&](int step) {
+    return Spot{from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps};
+  };
+  for (int i = 0; i < steps; ++i) {
+    const Spot a = at(i);
+    const Spot b = at(i + 1);
+    visit(Box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)}.grownBy(lineHalfWidth));
   }
 }
 
@@ -52,21 +75,16 @@ void forEachPlace(const LabelWish& wish, Visit visit) {
 LabelPlacer::LabelPlacer(const Box& area_) : area(area_), marks(area_), blocked(area_) {}
 
 void LabelPlacer::addLine(const Spot& from, const Spot& to) {
-  const double length = std::hypot(to.x - from.x, to.y - from.y);
-  const int steps = static_cast<int>(std::ceil(std::max(1.0, std::min(length, 1e5) / lineStep)));
-  for (int i = 0; i < steps; ++i) {
-    const auto along = [&](double a, double b, int step) { return a + (b - a) * step / steps; };
-    const Box piece{std::min(along(from.x, to.x, i), along(from.x, to.x, i + 1)),
-                    std::min(along(from.y, to.y, i), along(from.y, to.y, i + 1)),
-                    std::max(along(from.x, to.x, i), along(from.x, to.x, i + 1)),
-                    std::max(along(from.y, to.y, i), along(from.y, to.y, i + 1))};
-    addMark(piece.grownBy(lineHalfWidth));
-  }
+  forEachPiece(from, to, [&](const Box& piece) { marks.add(piece); });
+}
+
+void LabelPlacer::blockLine(const Spot& from, const Spot& to) {
+  forEachPiece(from, to, [&](const Box& piece) { blocked.add(piece); });
 }
 
 std::optional<LabelPlace> LabelPlacer::place(const LabelWish& wish) {
   std::optional<LabelPlace> best;
-  std::size_t fewest = mostMarksCovered + 1;
+  std::size_t fewest = wish.isVital ? std::numeric_limits<std::size_t>::max() : mostMarksCovered + 1;
   forEachPlace(wish, [&](const LabelPlace& candidate) {
     if (!contains(area, candidate.box) || blocked.overlapping(candidate.box) != 0) return true;
     const std::size_t covered = marks.overlapping(candidate.box);

@@ -16,6 +16,10 @@ struct LabelWish {
   double height = 0.0;
   /// Kept free around the anchor in any case.
   double clearance = 0.0;
+  /// It is shown however many marks it covers.
+  bool isVital = false;
+  /// It may stand far off, with a line that leads to it.
+  bool mayBeFar = true;
 };
 
 struct LabelPlace {
@@ -37,6 +41,7 @@ class LabelPlacer {
   void addLine(const Spot& from, const Spot& to);
   /// What no label may cover.
   void block(const Box& box) { blocked.add(box); }
+  void blockLine(const Spot& from, const Spot& to);
 
   /// The place taken, which is then blocked for all later ones.
   std::optional<LabelPlace> place(const LabelWish& wish);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "workbench/picture/marks.h"
 #include "workbench/picture/text_fit.h"
 
 namespace tiepoint::workbench::picture {
@@ -22,7 +23,8 @@ constexpr double axesHeight = 76.0;
 constexpr double axisLength = 22.0;
 /// Below this an axis points at the viewer, and its letter would lie on the others'.
 constexpr double shortestAxis = 0.12;
-constexpr std::size_t leastRows = 4;
+/// So many groups are listed before remarks take their room.
+constexpr std::size_t leastRows = 9;
 
 const TextStyle nameStyle{11.0, false, ink, 0.0};
 const TextStyle numberStyle{11.0, false, softInk, 0.0};
@@ -61,20 +63,6 @@ void paintRow(Canvas& canvas, const Box& column, double y, const NumberWidths& w
   canvas.textEndingAt({right, y}, residual, style);
 }
 
-void paintSwatch(Canvas& canvas, const Spot& middle, std::uint16_t color) {
-  constexpr double reach = 6.0;
-  const Rgb shade = inkColor(color);
-  const auto cross = [&](const Rgb& c, double width) {
-    canvas.line({middle.x - reach, middle.y}, {middle.x + reach, middle.y}, c, width);
-    canvas.line({middle.x, middle.y - reach}, {middle.x, middle.y + reach}, c, width);
-  };
-  if (brightness(shade) >= 0.45) {
-    const auto darker = [](std::uint8_t part) { return static_cast<std::uint8_t>(part * 0.45); };
-    cross({darker(shade.red), darker(shade.green), darker(shade.blue)}, 3.3);
-  }
-  cross(shade, 2.0);
-}
-
 void paintTable(Canvas& canvas, const Box& room, const Content& content) {
   const NumberWidths widths = numberWidths(canvas, content);
   const double nameLeft = room.left + padding + swatchWidth;
@@ -88,7 +76,7 @@ void paintTable(Canvas& canvas, const Box& room, const Content& content) {
   for (std::size_t i = 0; i < choice.shown; ++i) {
     y += rowHeight;
     const GroupEntry& group = content.groups[i];
-    paintSwatch(canvas, {room.left + padding + 6.0, y - 4.0}, group.color);
+    paintSwatch(canvas, {room.left + padding + 6.0, y - 4.0}, inkColor(group.color));
     const TextRuler ruler = [&](const std::string& text) { return canvas.widthOf(text, nameStyle); };
     canvas.text({nameLeft, y}, shortened(group.name, nameWidth, ruler), nameStyle);
     paintRow(canvas, room, y, widths, std::to_string(group.points), group.residual, numberStyle);
@@ -151,7 +139,9 @@ void paintLegend(Canvas& canvas, const Box& column, const Content& content, cons
   canvas.outline(column, rule, 1.0);
   const Box axes{column.left, column.bottom - axesHeight, column.right, column.bottom};
   std::vector<std::string> lines = remarkLines(canvas, content.remarks, column.width() - 2.0 * padding);
-  const double forRemarks = axes.top - column.top - leastRows * rowHeight - 4.0 * padding;
+  const double forTable =
+      2.0 * padding + rowHeight * static_cast<double>(1 + std::min(leastRows, content.groups.size()));
+  const double forRemarks = axes.top - column.top - forTable;
   const auto most = static_cast<std::size_t>(std::max(0.0, std::floor(forRemarks / remarkHeight)));
   const RowChoice choice = rowsThatFit(lines.size(), most);
   lines.resize(choice.shown);

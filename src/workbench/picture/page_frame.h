@@ -1,8 +1,6 @@
 // The lines above and below the drawing: the title, the scale, and how residuals are drawn.
 #pragma once
 
-#include <string>
-
 #include "workbench/picture/canvas.h"
 #include "workbench/picture/picture_content.h"
 
@@ -18,8 +16,7 @@ struct Scales {
   double enlargement = 0.0;
 };
 
-/// `caption` is cut when it is longer than the footer.
-void paintFooter(Canvas& canvas, const Box& footer, const Content& content, const Scales& scales,
-                 const std::string& caption);
+/// A bar of a round length, and an arrow as long as a round residual.
+void paintFooter(Canvas& canvas, const Box& footer, const Content& content, const Scales& scales);
 
 }  // namespace tiepoint::workbench::picture

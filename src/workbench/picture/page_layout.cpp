@@ -18,7 +18,7 @@ constexpr double gap = 10.0;
 constexpr double headerHeight = 36.0;
 constexpr double footerHeight = 46.0;
 constexpr double leastColumn = 150.0;
-constexpr double columnShare = 0.3;
+constexpr double columnShare = 0.34;
 
 double unitOf(const Size& size) {
   const double least = std::min(size.width / leastWidth, size.height / leastHeight);

@@ -8,6 +8,7 @@
 #include "workbench/picture/camera.h"
 #include "workbench/picture/drawing_part.h"
 #include "workbench/picture/legend_column.h"
+#include "workbench/picture/marks.h"
 #include "workbench/picture/page_frame.h"
 #include "workbench/picture/round_number.h"
 #include "workbench/picture/surface.h"
@@ -17,7 +18,7 @@ namespace tiepoint::workbench::picture {
 namespace {
 
 /// Free space around all that is looked at: a marker's arm, and some more for the labels.
-constexpr double viewMargin = 30.0;
+constexpr double viewMargin = 36.0;
 /// The longest arrow, as a share of the drawing's shorter side.
 constexpr double arrowShare = 0.22;
 constexpr double arrowLimit = 130.0;
@@ -78,28 +79,28 @@ Shot shotOf(const Box& area, const Content& content, const std::vector<const OdG
   return shot;
 }
 
-const char* captionOf(Direction direction) {
+const char* directionText(Direction direction) {
   switch (direction) {
     case Direction::front:
-      return "Seen from the front: x to the right, z up.";
+      return "Seen from the front.";
     case Direction::side:
-      return "Seen from the right: y to the right, z up.";
+      return "Seen from the right.";
     case Direction::iso:
-      return "Seen from above at the front right; the bar holds in the plane of the picture.";
+      return "Seen from above at the front right; the scale holds in the plane of the picture.";
     case Direction::fit:
-      return "Seen across the plane in which the points spread the most.";
+      return "Seen where the points spread the most.";
     case Direction::top:
       break;
   }
-  return "Seen from above: x to the right, y up.";
+  return "Seen from above.";
 }
 
-std::string captionWith(Direction direction, const LabelCount& labels) {
-  std::string caption = captionOf(direction);
+Content withRemarks(Content content, const LabelCount& labels, Direction direction) {
   if (labels.placed < labels.all) {
-    caption += fmt::format(" {} of {} labels have no room.", labels.all - labels.placed, labels.all);
+    content.remarks.push_back(fmt::format("No room for {} of {} labels.", labels.all - labels.placed, labels.all));
   }
-  return caption;
+  content.remarks.push_back(directionText(direction));
+  return content;
 }
 
 PageLayout layoutFor(const Canvas& canvas, const Size& size, const Content& content) {
@@ -123,9 +124,8 @@ Picture drawPicture(const Request& request, const Content& content, const std::v
   const LabelCount labels =
       paintDrawing(canvas, layout.drawing, drawn, content, Projection(shot.view, layout.drawing), shot.enlargement);
   canvas.outline(layout.drawing, rule, 1.0);
-  paintLegend(canvas, layout.column, content, shot.view);
-  paintFooter(canvas, layout.footer, content, {drawn.pixelSize(), shot.enlargement},
-              captionWith(request.direction, labels));
+  paintLegend(canvas, layout.column, withRemarks(content, labels, request.direction), shot.view);
+  paintFooter(canvas, layout.footer, content, {drawn.pixelSize(), shot.enlargement});
   picture.texts = canvas.texts();
   picture.bytes = surface.finish();
   return picture;

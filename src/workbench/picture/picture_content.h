@@ -31,7 +31,9 @@ struct Residual {
   OdGePoint3d target;
   OdGePoint3d registered;
   std::uint16_t color = 7;
-  /// Named beside its arrow when it isn't empty: it stands out.
+  /// Of the target. Labels of larger residuals have the first choice of their places.
+  std::string name;
+  /// Told beside its arrow when it isn't empty: it stands out.
   std::string note;
 };
 
