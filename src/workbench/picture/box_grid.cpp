@@ -41,11 +41,12 @@ std::size_t BoxGrid::overlapping(const Box& box) const {
   for (std::size_t row = touched.firstRow; row <= touched.lastRow; ++row) {
     for (std::size_t column = touched.firstColumn; column <= touched.lastColumn; ++column) {
       for (const Box& other : cells[row * columns + column]) {
+        if (!overlap(box, other)) continue;
         // One that lies in several cells counts in the first that both share.
         const Cells its = cellsOf(other);
         const bool isFirst =
             row == std::max(touched.firstRow, its.firstRow) && column == std::max(touched.firstColumn, its.firstColumn);
-        count += isFirst && overlap(box, other) ? 1 : 0;
+        count += isFirst ? 1 : 0;
       }
     }
   }

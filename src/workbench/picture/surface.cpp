@@ -23,6 +23,15 @@ cairo_status_t append(void* bytes, const unsigned char* data, unsigned int lengt
   }
 }
 
+/// The library numbers the sheets of a process, and an SVG names its own.
+void forgetSheetNumber(std::string& svg) {
+  static const std::string begin = "id=\"surface";
+  const std::size_t found = svg.find(begin);
+  if (found == std::string::npos) return;
+  const std::size_t digits = found + begin.size();
+  svg.erase(digits, svg.find('"', digits) - digits);
+}
+
 cairo_surface_t* newSvg(std::string& bytes, const Size& size) {
   cairo_surface_t* sheet = cairo_svg_surface_create_for_stream(append, &bytes, size.width, size.height);
   cairo_svg_surface_set_document_unit(sheet, CAIRO_SVG_UNIT_PX);
@@ -71,6 +80,7 @@ std::string Surface::finish() {
   if (status != CAIRO_STATUS_SUCCESS) {
     throw std::runtime_error(std::string("the picture can't be drawn: ") + cairo_status_to_string(status));
   }
+  if (format == Format::svg) forgetSheetNumber(bytes);
   return std::move(bytes);
 }
 

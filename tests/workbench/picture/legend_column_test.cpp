@@ -1,0 +1,112 @@
+#include "workbench/picture/legend_column.h"
+
+#include <gmock/gmock.h>
+
+#include "workbench/picture/surface.h"
+
+namespace tiepoint::workbench::picture {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+TEST(Legend, ShowsAllRowsThatFit) {
+  EXPECT_EQ(rowsThatFit(8, 8).shown, 8u);
+  EXPECT_EQ(rowsThatFit(8, 8).left, 0u);
+  EXPECT_EQ(rowsThatFit(0, 8).shown, 0u);
+}
+
+TEST(Legend, KeepsTheLastRowForWhatItLeavesOut) {
+  EXPECT_EQ(rowsThatFit(9, 8).shown, 7u);
+  EXPECT_EQ(rowsThatFit(9, 8).left, 2u);
+  EXPECT_EQ(rowsThatFit(9, 0).shown, 0u);
+  EXPECT_EQ(rowsThatFit(9, 0).left, 9u);
+}
+
+Content groups(std::size_t count) {
+  Content content;
+  content.residualHead = "RMS, mm";
+  for (std::size_t i = 0; i < count; ++i) content.groups.push_back({"S" + std::to_string(i), 1, 10 + i, "1.5"});
+  return content;
+}
+
+constexpr Box column{460, 58, 628, 468};
+
+std::vector<PaintedText> paintedLegend(const Content& content, const Box& box = column) {
+  Surface surface(Format::png, {640, 480});
+  Canvas canvas(surface.context(), 1.0);
+  paintLegend(canvas, box, content, View());
+  return canvas.texts();
+}
+
+std::vector<std::string> textsOf(const std::vector<PaintedText>& painted) {
+  std::vector<std::string> texts;
+  for (const PaintedText& text : painted) texts.push_back(text.text);
+  return texts;
+}
+
+TEST(Legend, ListsEachGroupWithItsPointsAndItsResidual) {
+  EXPECT_THAT(textsOf(paintedLegend(groups(2))),
+              ElementsAre("group", "points", "RMS, mm", "S0", "10", "1.5", "S1", "11", "1.5", "x", "y"));
+}
+
+TEST(Legend, HasNoColumnOfResidualsWithoutAny) {
+  Content content;
+  content.groups = {{"S1", 1, 8, ""}};
+  EXPECT_THAT(textsOf(paintedLegend(content)), ElementsAre("group", "points", "S1", "8", "x", "y"));
+}
+
+TEST(Legend, CutsALongListAndSaysHowManyAreLeft) {
+  const auto texts = textsOf(paintedLegend(groups(200)));
+  EXPECT_THAT(texts, Contains("S0"));
+  EXPECT_THAT(texts, Contains("and 184 more"));
+  EXPECT_THAT(texts, Contains("S15"));
+  EXPECT_THAT(texts, Not(Contains("S16")));
+}
+
+TEST(Legend, ListsNineGroupsBeforeRemarksTakeTheirRoom) {
+  Content content = groups(9);
+  for (int i = 0; i < 60; ++i) content.remarks.push_back("Remark.");
+  const auto texts = textsOf(paintedLegend(content));
+  EXPECT_THAT(texts, Contains("S8"));
+  EXPECT_THAT(texts, Contains("Remark."));
+  EXPECT_THAT(texts, Contains("..."));
+}
+
+TEST(Legend, CutsALongName) {
+  Content content = groups(1);
+  content.groups[0].name = "A station with a very long name indeed";
+  EXPECT_THAT(textsOf(paintedLegend(content)), Contains(testing::EndsWith("…")));
+}
+
+TEST(Legend, KeepsAllItsTextsApartAndWithinTheColumn) {
+  for (const std::size_t count : {0u, 1u, 9u, 30u, 5000u}) {
+    Content content = groups(count);
+    if (count > 0) content.groups[0].name = "Станция с очень длинным именем";
+    content.remarks = {"Stands out: T13 in S4, 43.634 mm, 22.8 times the median.",
+                       "Triangles: stations, each at its system's origin.", "Averyveryveryveryveryverylongwordindeed."};
+    const auto painted = paintedLegend(content);
+    for (std::size_t i = 0; i < painted.size(); ++i) {
+      EXPECT_TRUE(contains(column, painted[i].box)) << count << ' ' << painted[i].text;
+      for (std::size_t j = i + 1; j < painted.size(); ++j) {
+        EXPECT_FALSE(overlap(painted[i].box, painted[j].box)) << painted[i].text << " / " << painted[j].text;
+      }
+    }
+  }
+}
+
+TEST(Legend, NamesTheAxesThatShow) {
+  View front;
+  front.setState({{0, -1, 0}, {0, 0, 0}, {0, 0, 1}, 4, 3, 40, 30});
+  Surface surface(Format::png, {640, 480});
+  Canvas canvas(surface.context(), 1.0);
+  paintLegend(canvas, column, {}, front);
+  const auto texts = textsOf(canvas.texts());
+  EXPECT_THAT(texts, Contains("x"));
+  EXPECT_THAT(texts, Contains("z"));
+  EXPECT_THAT(texts, Not(Contains("y")));
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench::picture
