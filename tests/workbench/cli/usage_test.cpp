@@ -22,7 +22,7 @@ class Usage : public SurveyFiles {
 };
 
 TEST_F(Usage, HelpOfEveryCommandLeadsWithExamplesAndTellsTheExitStatuses) {
-  for (const std::string command : {"register", "import", "groups", "clouds", "rpc"}) {
+  for (const std::string command : {"register", "import", "groups", "clouds", "render", "rpc"}) {
     const ProcessResult result = run({command, "--help"});
     EXPECT_EQ(result.status, 0) << command;
     EXPECT_THAT(result.err, IsEmpty());
