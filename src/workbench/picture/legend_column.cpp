@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
 #include "workbench/picture/marks.h"
 #include "workbench/picture/text_fit.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr double padding = 10.0;
 constexpr double rowHeight = 17.0;
 constexpr double remarkHeight = 14.0;
+constexpr double remarkGap = 5.0;
 constexpr double swatchWidth = 20.0;
 constexpr double columnGap = 10.0;
 constexpr double widestName = 150.0;
@@ -84,14 +86,48 @@ void paintTable(Canvas& canvas, const Box& room, const Content& content) {
   if (choice.left > 0) canvas.text({nameLeft, y + rowHeight}, fmt::format("and {} more", choice.left), numberStyle);
 }
 
-std::vector<std::string> remarkLines(const Canvas& canvas, const std::vector<std::string>& remarks, double width) {
+struct RemarkLine {
+  std::string text;
+  /// From the foot of the line before it.
+  double height = remarkHeight;
+};
+
+std::vector<RemarkLine> remarkLines(const Canvas& canvas, const std::vector<std::string>& remarks, double width) {
   const TextRuler ruler = [&](const std::string& text) { return canvas.widthOf(text, remarkStyle); };
-  std::vector<std::string> lines;
+  std::vector<RemarkLine> lines;
   for (const std::string& remark : remarks) {
-    const std::vector<std::string> more = wrapped(remark, width, ruler);
-    lines.insert(lines.end(), more.begin(), more.end());
+    double gap = lines.empty() ? 0.0 : remarkGap;
+    for (const std::string& text : wrapped(remark, width, ruler)) {
+      lines.push_back({text, remarkHeight + gap});
+      gap = 0.0;
+    }
   }
   return lines;
+}
+
+double heightOf(const std::vector<RemarkLine>& lines) {
+  return std::accumulate(lines.begin(), lines.end(), 0.0,
+                         [](double sum, const RemarkLine& line) { return sum + line.height; });
+}
+
+/// Takes away from the end what is too much, and says so.
+void shortenTo(double height, std::vector<RemarkLine>& lines) {
+  if (heightOf(lines) <= height) return;
+  while (!lines.empty() && heightOf(lines) > height - remarkHeight) lines.pop_back();
+  lines.push_back({"..."});
+}
+
+/// Gives where the remarks begin; they end at the foot of the room.
+double paintRemarks(Canvas& canvas, const Box& room, const std::vector<std::string>& remarks) {
+  std::vector<RemarkLine> lines = remarkLines(canvas, remarks, room.width() - 2.0 * padding);
+  shortenTo(room.height(), lines);
+  const double top = room.bottom - heightOf(lines);
+  double y = top;
+  for (const RemarkLine& line : lines) {
+    y += line.height;
+    canvas.text({room.left + padding, y - 4.0}, line.text, remarkStyle);
+  }
+  return top;
 }
 
 struct Axis {
@@ -138,20 +174,10 @@ RowChoice rowsThatFit(std::size_t count, std::size_t room) {
 void paintLegend(Canvas& canvas, const Box& column, const Content& content, const View& view) {
   canvas.outline(column, rule, 1.0);
   const Box axes{column.left, column.bottom - axesHeight, column.right, column.bottom};
-  std::vector<std::string> lines = remarkLines(canvas, content.remarks, column.width() - 2.0 * padding);
   const double forTable =
       2.0 * padding + rowHeight * static_cast<double>(1 + std::min(leastRows, content.groups.size()));
-  const double forRemarks = axes.top - column.top - forTable;
-  const auto most = static_cast<std::size_t>(std::max(0.0, std::floor(forRemarks / remarkHeight)));
-  const RowChoice choice = rowsThatFit(lines.size(), most);
-  lines.resize(choice.shown);
-  if (choice.left > 0) lines.push_back("...");
-  const double remarksTop = axes.top - remarkHeight * static_cast<double>(lines.size());
-  double y = remarksTop;
-  for (const std::string& line : lines) {
-    y += remarkHeight;
-    canvas.text({column.left + padding, y - 4.0}, line, remarkStyle);
-  }
+  const double remarksTop =
+      paintRemarks(canvas, {column.left, column.top + forTable, column.right, axes.top}, content.remarks);
   paintTable(canvas, {column.left, column.top, column.right, remarksTop - 8.0}, content);
   paintAxes(canvas, axes, view);
 }
