@@ -18,15 +18,18 @@ constexpr double rulerSize = 1000.0;
 
 const FcChar8* fcText(const char* text) { return reinterpret_cast<const FcChar8*>(text); }
 
+/// What is installed, for as long as the fonts are looked for.
+using FontConfig = std::unique_ptr<FcConfig, decltype(&FcConfigDestroy)>;
+
 /// The files that hold the style, in the order of their names.
-std::vector<std::string> filesOf(const char* style) {
+std::vector<std::string> filesOf(const char* style, const FontConfig& config) {
   const std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(), FcPatternDestroy);
   FcPatternAddString(pattern.get(), FC_FAMILY, fcText(family));
   FcPatternAddString(pattern.get(), FC_STYLE, fcText(style));
   const std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> wanted(FcObjectSetBuild(FC_FILE, nullptr),
                                                                            FcObjectSetDestroy);
-  const std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> found(FcFontList(nullptr, pattern.get(), wanted.get()),
-                                                                      FcFontSetDestroy);
+  const std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> found(
+      FcFontList(config.get(), pattern.get(), wanted.get()), FcFontSetDestroy);
   std::vector<std::string> files;
   for (int i = 0; found && i < found->nfont; ++i) {
     FcChar8* file = nullptr;
@@ -37,8 +40,8 @@ std::vector<std::string> filesOf(const char* style) {
   return files;
 }
 
-cairo_font_face_t* loadedFace(FT_Library library, const char* style) {
-  for (const std::string& file : filesOf(style)) {
+cairo_font_face_t* loadedFace(FT_Library library, const char* style, const FontConfig& config) {
+  for (const std::string& file : filesOf(style, config)) {
     FT_Face face = nullptr;
     if (FT_New_Face(library, file.c_str(), 0, &face) != 0) continue;
     return cairo_ft_font_face_create_for_ft_face(face, FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
@@ -75,8 +78,9 @@ cairo_font_options_t* plainFontOptions() {
 
 Fonts::Fonts() {
   const FT_Library library = newLibrary();
-  regular = loadedFace(library, "Book");
-  bold = loadedFace(library, "Bold");
+  const FontConfig config(FcInitLoadConfigAndFonts(), FcConfigDestroy);
+  regular = loadedFace(library, "Book", config);
+  bold = loadedFace(library, "Bold", config);
   regularRuler = rulerOf(regular);
   boldRuler = rulerOf(bold);
 }
