@@ -8,6 +8,7 @@
 
 #include "workbench/picture/box.h"
 #include "workbench/picture/fonts.h"
+#include "workbench/picture/painted_text.h"
 #include "workbench/picture/palette.h"
 
 namespace tiepoint::workbench::picture {
@@ -25,11 +26,6 @@ struct TextStyle {
   Rgb color = ink;
   /// How far the paper shines around the letters.
   double halo = 0.0;
-};
-
-struct PaintedText {
-  std::string text;
-  Box box;
 };
 
 class Canvas {

@@ -35,7 +35,8 @@ double redLack(double degrees) {
 }
 
 Rgb hueColor(std::uint16_t index) {
-  const double degrees = (index / 10 - 1) * degreesPerHue;
+  const int hue = index / 10 - 1;
+  const double degrees = hue * degreesPerHue;
   const double highest = 255.0 * strengths[index % 10 / 2];
   const double lowest = index % 2 == 0 ? 0.0 : highest / 2.0;
   const auto part = [&](double turn) {

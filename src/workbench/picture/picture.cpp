@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "workbench/picture/camera.h"
+#include "workbench/picture/canvas.h"
 #include "workbench/picture/drawing_part.h"
 #include "workbench/picture/legend_column.h"
 #include "workbench/picture/marks.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "workbench/picture/canvas.h"
 #include "workbench/picture/page_layout.h"
+#include "workbench/picture/painted_text.h"
 #include "workbench/picture/picture_content.h"
 #include "workbench/picture/picture_request.h"
 
