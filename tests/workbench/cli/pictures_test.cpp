@@ -173,7 +173,7 @@ TEST_F(Pictures, LeaveOutGroupsThatAreNotRegistered) {
   // Red and yellow show as often: the crosses lie where they lay.
   const int red = countOf(pixelsOf(read("two.png")), 255, 0, 0);
   EXPECT_GT(red, 20);
-  EXPECT_NEAR(countOf(pixelsOf(read("three.png")), 255, 0, 0), red, red / 10 + 10);
+  EXPECT_NEAR(countOf(pixelsOf(read("three.png")), 255, 0, 0), red, 0.1 * red + 10.0);
 }
 
 TEST_F(Pictures, OfManyPointsHaveSmallerMarkersUnlessTheProfileSaysHowLarge) {

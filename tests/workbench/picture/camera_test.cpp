@@ -125,6 +125,7 @@ RC_GTEST_PROP(Camera, KeepsAllPlacesOutOfTheMargin, ()) {
   const auto coordinate = [&] { return far + *rc::gen::inRange(-1000, 1001) * 0.01; };
   std::vector<OdGePoint3d> places;
   const int count = *rc::gen::inRange(1, 8);
+  places.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) places.push_back({coordinate(), coordinate(), coordinate()});
   const auto direction =
       *rc::gen::element(Direction::top, Direction::front, Direction::side, Direction::iso, Direction::fit);

@@ -22,6 +22,7 @@ DrawnText textAt(double x, double y, const char* name) {
 
 std::vector<std::string> namesOf(const std::vector<Label>& labels) {
   std::vector<std::string> names;
+  names.reserve(labels.size());
   for (const Label& label : labels) names.push_back(label.text);
   return names;
 }

@@ -42,6 +42,7 @@ std::vector<PaintedText> paintedLegend(const Content& content, const Box& box = 
 
 std::vector<std::string> textsOf(const std::vector<PaintedText>& painted) {
   std::vector<std::string> texts;
+  texts.reserve(painted.size());
   for (const PaintedText& text : painted) texts.push_back(text.text);
   return texts;
 }

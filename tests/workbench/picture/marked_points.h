@@ -17,7 +17,8 @@ struct MarkedPoint {
 };
 
 /// A cross of `reach` pixels to either side for each point, then a label of `height` pixels for each.
-inline TestDrawable::Drawing drawingOf(std::vector<MarkedPoint> points, double reach = 10.0, double height = 10.0) {
+inline TestDrawable::Drawing drawingOf(const std::vector<MarkedPoint>& points, double reach = 10.0,
+                                       double height = 10.0) {
   return [=](OdGiViewportDraw& draw) {
     const auto& view = static_cast<OdGsViewImpl&>(draw);
     const OdGeMatrix3d m = view.worldToDeviceMatrix();

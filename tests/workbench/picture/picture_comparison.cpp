@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
@@ -40,6 +41,9 @@ std::string fileContent(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+/// Of a pixel's four bytes in a sheet.
+std::ptrdiff_t placeOf(int x, int y, int stride) { return std::ptrdiff_t{y} * stride + std::ptrdiff_t{4} * x; }
+
 void writePng(const Pixels& pixels, const std::string& path) {
   const Sheet sheet(cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels.width, pixels.height), cairo_surface_destroy);
   const int stride = cairo_image_surface_get_stride(sheet.get());
@@ -48,7 +52,7 @@ void writePng(const Pixels& pixels, const std::string& path) {
     for (int x = 0; x < pixels.width; ++x) {
       const unsigned char* rgb = &pixels.values[static_cast<std::size_t>(3 * (y * pixels.width + x))];
       const std::uint32_t word = (std::uint32_t{rgb[0]} << 16) | (std::uint32_t{rgb[1]} << 8) | rgb[2];
-      std::copy_n(reinterpret_cast<const unsigned char*>(&word), 4, data + y * stride + 4 * x);
+      std::copy_n(reinterpret_cast<const unsigned char*>(&word), 4, data + placeOf(x, y, stride));
     }
   }
   cairo_surface_mark_dirty(sheet.get());
@@ -67,7 +71,7 @@ Pixels pixelsOf(const std::string& png) {
   for (int y = 0; y < pixels.height; ++y) {
     for (int x = 0; x < pixels.width; ++x) {
       std::uint32_t word = 0;
-      std::copy_n(data + y * stride + 4 * x, 4, reinterpret_cast<unsigned char*>(&word));
+      std::copy_n(data + placeOf(x, y, stride), 4, reinterpret_cast<unsigned char*>(&word));
       for (const int shift : {16, 8, 0}) pixels.values.push_back(static_cast<unsigned char>(word >> shift & 0xFF));
     }
   }

@@ -24,6 +24,7 @@ std::vector<MarkedPoint> manyPoints() {
   std::mt19937 random(7);
   const auto number = [&](double size) { return size * (static_cast<double>(random()) / 4294967296.0); };
   std::vector<MarkedPoint> points;
+  points.reserve(5000);
   for (int i = 0; i < 5000; ++i) {
     points.push_back({{number(200), number(120), number(10)},
                       "P" + std::to_string(i),
@@ -58,6 +59,7 @@ Picture pictureOf(const std::vector<MarkedPoint>& points, const Content& content
 
 std::vector<std::string> textsOf(const Picture& picture) {
   std::vector<std::string> texts;
+  texts.reserve(picture.texts.size());
   for (const PaintedText& text : picture.texts) texts.push_back(text.text);
   return texts;
 }
