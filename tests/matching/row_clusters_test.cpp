@@ -5,6 +5,7 @@
 
 #include <array>
 #include <limits>
+#include <numeric>
 #include <random>
 
 #include "matching/plain_row_clusters.h"
@@ -138,6 +139,39 @@ TEST(RowClustersByTag, JoinManyRowsAtOneSpotAsSoonAsTwoTagsMeetThere) {
 TEST(RowClustersByTag, LinkARowToASpotThatHoldsItsOwnTagAndAnother) {
   const Rows rows{{0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}, {0.5, 0.0, 0.0}, {-0.5, 0.0, 0.0}};
   EXPECT_THAT(clustersByTag(rows, {7, 8, 7, 8}, 0.75), ElementsAre(ElementsAre(0, 1, 2, 3)));
+}
+
+/// As many pairs as no memory could hold.
+constexpr std::size_t crowd = 300000;
+
+std::vector<std::uint64_t> numbersUpTo(std::size_t count) {
+  std::vector<std::uint64_t> numbers(count);
+  std::iota(numbers.begin(), numbers.end(), std::uint64_t{0});
+  return numbers;
+}
+
+TEST(RowClusters, OfACrowdAtOneSpotTakeFewerLinksThanRows) {
+  const Rows rows(crowd, Row{1.0, 2.0, 3.0});
+  EXPECT_THAT(ZOR::reg::linkRows(tableOf(rows), 1.0), SizeIs(crowd - 1));
+  EXPECT_TRUE(clustersOf(rows, 1.0) == RowClusters{numbersUpTo(crowd)});
+  EXPECT_THAT(clustersOf(rows, 0.0), IsEmpty());
+}
+
+TEST(RowClustersByTag, OfACrowdAtOneSpotTakeFewerLinksThanRows) {
+  const Rows rows(crowd, Row{1.0, 2.0, 3.0});
+  Tags tags(crowd, 7);
+  EXPECT_THAT(clustersByTag(rows, tags, 1.0), IsEmpty());
+  tags.back() = 8;
+  EXPECT_THAT(ZOR::reg::linkRowsByTag(tableOf(rows), tags, 1.0), SizeIs(crowd - 1));
+  EXPECT_TRUE(clustersByTag(rows, tags, 1.0) == RowClusters{numbersUpTo(crowd)});
+}
+
+TEST(RowClusters, OfACrowdWithoutNumbersTakeFewerLinksThanRows) {
+  for (const double odd : {notANumber, infinity}) {
+    const Rows rows(crowd, Row{1.0, odd, 3.0});
+    EXPECT_THAT(ZOR::reg::linkRows(tableOf(rows), 1.0), SizeIs(crowd - 1)) << odd;
+  }
+  EXPECT_THAT(ZOR::reg::linkRows(tableOf(Rows(crowd, Row{1.0, 2.0, 3.0})), notANumber), SizeIs(crowd - 1));
 }
 
 TEST(RowClusters, TakeBothZerosAsOneSpot) {
