@@ -46,6 +46,7 @@ SolvedTransforms solvedTransforms(Workbench& workbench, iMultiRegistrator& sessi
     if (moved[i]) solved.toCommon.emplace(groups[i], probes[i].matrix);
   }
   solved.targets = storedTargets(*scratch.database());
+  solved.spread = pointSpreadOf(session);
   // The session lets go of the probes before their drawing goes.
   scratch.giveBack();
   session.getPointClouds(clouds);

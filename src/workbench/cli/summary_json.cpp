@@ -86,6 +86,19 @@ Json jsonStandOut(const Road& road) {
           {"timesMedian", jsonNumber(road.results.standOut->timesMedian)}};
 }
 
+/// Null when not registered.
+Json jsonSpread(const Road& road) {
+  if (road.outcome != Outcome::registered) return {};
+  const PointSpread& spread = road.results.spread;
+  Json histogram = Json::array();
+  for (std::size_t bin = 0; bin < spread.counts.size(); ++bin) {
+    histogram.push_back({{"from", jsonNumber(spread.edges[bin])},
+                         {"to", jsonNumber(spread.edges[bin + 1])},
+                         {"distances", spread.counts[bin]}});
+  }
+  return {{"largest", jsonNumber(spread.largest)}, {"histogram", std::move(histogram)}};
+}
+
 Json jsonTargets(const Road& road) {
   Json targets = Json::array();
   for (const MergedTarget& target : road.targets) {
@@ -145,6 +158,7 @@ std::string summaryJson(const Road& road, const std::vector<std::string>& warnin
   json["discrepancies"] = jsonRms(road.results.discrepancies);
   json["atBase"] = jsonRms(road.results.atBase);
   json["standOut"] = jsonStandOut(road);
+  json["spread"] = jsonSpread(road);
   json["commonPoints"] = jsonTargets(road);
   json["parts"] = jsonParts(road);
   json["links"] = jsonLinks(road);

@@ -8,6 +8,7 @@
 #include "workbench/cli/import_text.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/rigid_motion.h"
+#include "workbench/cli/spread_text.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -266,9 +267,11 @@ std::string registered(const Road& road, const LengthFormat& lengths) {
   std::string text = methodLine(road) + courseText(road, lengths) + "\n" + transformations(road, lengths) + "\n" +
                      discrepancies(road, lengths);
   const std::string out = pointsOut(road);
+  const std::string spread = spreadText(road.results.spread, lengths);
   const std::string advice = hint(road);
   if (!out.empty()) text += "\n" + out;
   text += "\n" + rms(road, lengths);
+  if (!spread.empty()) text += "\n" + spread;
   if (!advice.empty()) text += "\n" + advice;
   return text + written(road);
 }
