@@ -1,6 +1,7 @@
 #include "workbench/cli/driven_session.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "workbench/host/text_encoding.h"
 
@@ -39,6 +40,14 @@ void DrivenSession::setBase(const GroupIdSet& groups) {
   registrator.setBaseGroups(groups, baseGroups, basePoints, inactiveGroups, inactivePoints);
   for (SessionGroup& group : current.groups) group.inBase = baseGroups.count(group.id) != 0;
   for (SessionPoint& point : current.points) point.record.inBase = basePoints.count(point.record.id) != 0;
+  takeInactive(inactivePoints);
+}
+
+void DrivenSession::includeGroups(const GroupIdSet& groups) {
+  GroupIdSet inactiveGroups;
+  RefPointIdSet excludedPoints, inactivePoints;
+  registrator.includeGroups(groups, excludedPoints, inactiveGroups, inactivePoints);
+  takeExcluded(excludedPoints);
   takeInactive(inactivePoints);
 }
 
@@ -91,6 +100,58 @@ void DrivenSession::keepCluster(std::uint64_t number) {
   registrator.keepGroupCluster(number, excludedPoints, inactiveGroups, inactivePoints);
   takeExcluded(excludedPoints);
   takeInactive(inactivePoints);
+}
+
+std::size_t DrivenSession::matchAllByTriangles(double sideTolerance, double minSideDifference) {
+  std::map<RefPointId, std::string> assignedNames;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.matchAllGroupsByTriangles(sideTolerance, minSideDifference, assignedNames, inactiveGroups,
+                                        inactivePoints);
+  takeInactive(inactivePoints);
+  return takeNames(assignedNames);
+}
+
+std::size_t DrivenSession::matchByTriangles(const GroupIdSet& groups, double sideTolerance, double minSideDifference) {
+  std::map<RefPointId, std::string> assignedNames;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.matchGroupsByTriangles(groups, sideTolerance, minSideDifference, assignedNames, inactiveGroups,
+                                     inactivePoints);
+  takeInactive(inactivePoints);
+  return takeNames(assignedNames);
+}
+
+std::size_t DrivenSession::matchByCloseness(double tolerance) {
+  std::map<RefPointId, std::string> assignedNames;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.matchPointsByDistance(tolerance, assignedNames, inactiveGroups, inactivePoints);
+  takeInactive(inactivePoints);
+  return takeNames(assignedNames);
+}
+
+/// The session tells names, not ids. A new name stands behind the older ones, so where two ids have
+/// one name the last is meant. Who joins a name of the user's is the user's.
+std::size_t DrivenSession::takeNames(const std::map<RefPointId, std::string>& assignedNames) {
+  if (assignedNames.empty()) return 0;
+  std::list<NamedId> names;
+  registrator.getCommonPointNames(names);
+  std::unordered_map<std::string, CommonPointId> idOf;
+  for (const NamedId& named : names) idOf[named.name] = named.id;
+  std::unordered_set<CommonPointId> ofUser;
+  for (const SessionPoint& point : current.points) {
+    if (point.record.named && !point.record.autoNamed) ofUser.insert(point.record.commonId);
+  }
+  for (SessionPoint& point : current.points) {
+    const auto assigned = assignedNames.find(point.record.id);
+    if (assigned == assignedNames.end()) continue;
+    point.name = utf8FromName(assigned->second);
+    point.record.commonId = idOf[assigned->second];
+    point.record.named = true;
+    point.record.autoNamed = ofUser.count(point.record.commonId) == 0;
+  }
+  return assignedNames.size();
 }
 
 void DrivenSession::takeInactive(const RefPointIdSet& inactivePoints) {

@@ -1,6 +1,10 @@
 // A registration session, driven as a dialog drives it.
 #pragma once
 
+#include <cstddef>
+#include <map>
+#include <string>
+
 #include "session/i_multi_registrator.h"
 #include "workbench/cli/session_state.h"
 
@@ -14,6 +18,7 @@ class DrivenSession {
   /// Puts all groups of the active drawing in. False when it holds none.
   bool addAllGroups();
   void setBase(const ZOR::reg::GroupIdSet& groups);
+  void includeGroups(const ZOR::reg::GroupIdSet& groups);
   void excludeGroups(const ZOR::reg::GroupIdSet& groups);
   void excludePoints(const ZOR::reg::RefPointIdSet& points);
   /// False for a weight outside 0 to 1.
@@ -28,12 +33,20 @@ class DrivenSession {
   void keepCluster(std::uint64_t number);
   void clearResults() { registrator.clearResults(); }
 
+  /// The matching operations name points and say how many got a name; 0 when nothing was found or
+  /// what was found contradicts itself. Tolerances are lengths in drawing units.
+  std::size_t matchAllByTriangles(double sideTolerance, double minSideDifference);
+  std::size_t matchByTriangles(const ZOR::reg::GroupIdSet& groups, double sideTolerance, double minSideDifference);
+  /// Needs a solve before it.
+  std::size_t matchByCloseness(double tolerance);
+
   ZOR::reg::iMultiRegistrator& operations() { return registrator; }
   const SessionState& state() const { return current; }
 
  private:
   void takeInactive(const ZOR::reg::RefPointIdSet& inactivePoints);
   void takeExcluded(const ZOR::reg::RefPointIdSet& excludedPoints);
+  std::size_t takeNames(const std::map<ZOR::reg::RefPointId, std::string>& assignedNames);
 
   ZOR::reg::iMultiRegistrator& registrator;
   SessionState current;

@@ -32,8 +32,10 @@ struct SolvedTransforms {
   PointSpread spread;
 };
 
-/// Leaves the active drawing as it is. The session's list of clouds is that of the active drawing
+/// Both leave the active drawing as it is. The session's list of clouds is that of the active drawing
 /// afterwards.
+std::map<ZOR::reg::GroupId, OdGeMatrix3d> solvedMotions(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
+                                                        const std::vector<ZOR::reg::GroupId>& groups);
 SolvedTransforms solvedTransforms(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
                                   const std::vector<ZOR::reg::GroupId>& groups);
 

@@ -1,6 +1,7 @@
 #include "workbench/cli/summary_json.h"
 
 #include "workbench/cli/json_parts.h"
+#include "workbench/cli/naming/match_text.h"
 #include "workbench/cli/rigid_motion.h"
 
 namespace tiepoint::workbench::cli {
@@ -17,6 +18,8 @@ const char* outcomeKey(Outcome outcome) {
       return "not-linked";
     case Outcome::baseLost:
       return "base-lost";
+    case Outcome::notNamed:
+      return "not-named";
   }
   return "";
 }
@@ -152,6 +155,7 @@ std::string summaryJson(const Road& road, const std::vector<std::string>& warnin
   json["iterations"] = jsonIterations(road.iterations);
   json["document"] = textOrNull(road.document);
   json["import"] = jsonImport(road.import);
+  json["match"] = road.match ? jsonMatch(road.state, *road.match) : Json();
   json["keptCluster"] = road.keptCluster ? Json(*road.keptCluster) : Json();
   json["groups"] = jsonGroups(road);
   json["points"] = jsonPoints(road);

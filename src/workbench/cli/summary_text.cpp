@@ -6,6 +6,7 @@
 
 #include "workbench/cli/cloud_text.h"
 #include "workbench/cli/import_text.h"
+#include "workbench/cli/naming/match_text.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/spread_text.h"
@@ -278,6 +279,7 @@ std::string registered(const Road& road, const LengthFormat& lengths) {
 
 std::string refused(const Road& road) {
   const std::string out = pointsOut(road);
+  if (road.outcome == Outcome::notNamed) return "Not registered: the points can't be named so that it is certain.\n";
   return (road.outcome == Outcome::baseLost ? baseLost(road) : notLinked(road)) + (out.empty() ? "" : "\n" + out);
 }
 
@@ -286,6 +288,7 @@ std::string refused(const Road& road) {
 std::string summaryText(const Road& road, const LengthFormat& lengths) {
   std::string text = importText(road.import);
   if (!text.empty()) text += "\n";
+  if (road.match) text += matchText(road.state, *road.match, lengths) + "\n";
   return text + (road.outcome == Outcome::registered ? registered(road, lengths) : refused(road));
 }
 

@@ -1,0 +1,32 @@
+// The stations of a session as shapes: where their points lie to one another.
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "workbench/cli/naming/alignments.h"
+#include "workbench/cli/session_state.h"
+
+namespace tiepoint::workbench::cli {
+
+/// A station's points that may be used, those with finite coordinates.
+struct Station {
+  StationShape shape;
+  /// For each point of the shape its place in the state's points.
+  std::vector<std::size_t> places;
+};
+
+using Stations = std::map<ZOR::reg::GroupId, Station>;
+
+/// Of the groups that have a point to use.
+Stations stationsOf(const SessionState& state);
+
+/// The points that two groups have under the same names.
+std::size_t sharedNames(const SessionState& state, ZOR::reg::GroupId first, ZOR::reg::GroupId second);
+
+/// A naming that was solved is no good when a discrepancy is above the limit or isn't a number, or
+/// when a group has two points in use of one name.
+bool isSound(const SessionState& state, double limit);
+double largestDiscrepancy(const SessionState& state);
+
+}  // namespace tiepoint::workbench::cli
