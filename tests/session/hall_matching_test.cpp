@@ -154,7 +154,8 @@ TEST_P(HallMatching, ALittleNoiseIsTaken) {
 }
 
 TEST_P(HallMatching, NamesOfTheUsersAmongThemSpreadToTheOtherStations) {
-  Hall hall(40, random);
+  constexpr RefPointId targets = 40;
+  Hall hall(targets, random);
   Survey survey = surveyOf(hall, allSeenBy(4, hall));
   // Each station has named a few targets itself, the first target twice.
   for (const auto& [station, target] : {std::pair{0U, 0U}, {1U, 0U}, {1U, 7U}, {2U, 20U}, {3U, 39U}}) {
@@ -162,12 +163,12 @@ TEST_P(HallMatching, NamesOfTheUsersAmongThemSpreadToTheOtherStations) {
   }
   Session session(survey.stations);
   const Names names = matchByDefaults(session);
-  EXPECT_EQ(names.size(), 160u - 5u) << "all but those that have a name";
+  EXPECT_EQ(names.size(), 4 * targets - 5) << "all but those that have a name";
   expectTrueNames(names, survey);
-  EXPECT_EQ(names.at(2 * 40), "T0");
-  EXPECT_EQ(names.at(0 * 40 + 7), "T7");
-  EXPECT_EQ(names.at(3 * 40 + 20), "T20");
-  EXPECT_EQ(names.at(0 * 40 + 39), "T39");
+  EXPECT_EQ(names.at(2 * targets), "T0");
+  EXPECT_EQ(names.at(7), "T7");
+  EXPECT_EQ(names.at(3 * targets + 20), "T20");
+  EXPECT_EQ(names.at(39), "T39");
   expectRegistered(session, rounding);
 }
 
