@@ -1,5 +1,6 @@
 #include "workbench/cli/driven_session.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -11,26 +12,46 @@ using namespace ZOR::reg;
 
 DrivenSession::DrivenSession(iMultiRegistrator& registrator_) : registrator(registrator_) {}
 
-bool DrivenSession::addAllGroups() {
+bool DrivenSession::addAllGroups() { return addGroups(readGroups()); }
+
+GroupIdSet DrivenSession::readGroups() {
   std::map<GroupId, std::string> available;
-  if (!registrator.getAvailableGroups(available)) return false;
-  GroupIdSet wanted;
+  GroupIdSet ids;
+  if (!registrator.getAvailableGroups(available)) return ids;
+  const bool isFirst = current.groups.empty();
   for (const auto& [id, name] : available) {
-    wanted.insert(id);
-    current.groups.push_back({id, utf8FromName(name), false});
+    ids.insert(id);
+    if (isFirst) current.groups.push_back({id, utf8FromName(name), false});
   }
+  return ids;
+}
+
+bool DrivenSession::addGroups(const GroupIdSet& groups) {
+  if (current.groups.empty()) readGroups();
   std::list<RefPoint> added;
   GroupIdSet inactiveGroups;
   RefPointIdSet inactivePoints;
-  if (!registrator.addGroups(wanted, added, inactiveGroups, inactivePoints)) return false;
+  if (!registrator.addGroups(groups, added, inactiveGroups, inactivePoints)) return false;
+  takeAdded(added);
+  takeInactive(inactivePoints);
+  return true;
+}
 
+void DrivenSession::takeAdded(const std::list<RefPoint>& added) {
   std::list<NamedId> names;
   registrator.getCommonPointNames(names);
   std::unordered_map<CommonPointId, std::string> nameOf;
   for (const NamedId& named : names) nameOf.emplace(named.id, utf8FromName(named.name));
   for (const RefPoint& point : added) current.points.push_back({point, nameOf[point.commonId]});
+}
+
+void DrivenSession::removeGroups(const GroupIdSet& groups) {
+  RefPointIdSet removedPoints, inactivePoints;
+  GroupIdSet inactiveGroups;
+  registrator.removeGroups(groups, removedPoints, inactiveGroups, inactivePoints);
+  const auto isRemoved = [&](const SessionPoint& point) { return removedPoints.count(point.record.id) != 0; };
+  current.points.erase(std::remove_if(current.points.begin(), current.points.end(), isRemoved), current.points.end());
   takeInactive(inactivePoints);
-  return true;
 }
 
 void DrivenSession::setBase(const GroupIdSet& groups) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <list>
 #include <map>
 #include <string>
 
@@ -17,6 +18,10 @@ class DrivenSession {
 
   /// Puts all groups of the active drawing in. False when it holds none.
   bool addAllGroups();
+  /// Puts some in. False when it holds none of them.
+  bool addGroups(const ZOR::reg::GroupIdSet& groups);
+  /// They can be put in again, and come as they were read.
+  void removeGroups(const ZOR::reg::GroupIdSet& groups);
   void setBase(const ZOR::reg::GroupIdSet& groups);
   void includeGroups(const ZOR::reg::GroupIdSet& groups);
   void excludeGroups(const ZOR::reg::GroupIdSet& groups);
@@ -44,6 +49,9 @@ class DrivenSession {
   const SessionState& state() const { return current; }
 
  private:
+  /// The groups of the drawing that aren't in the session.
+  ZOR::reg::GroupIdSet readGroups();
+  void takeAdded(const std::list<ZOR::reg::RefPoint>& added);
   void takeInactive(const ZOR::reg::RefPointIdSet& inactivePoints);
   void takeExcluded(const ZOR::reg::RefPointIdSet& excludedPoints);
   std::size_t takeNames(const std::map<ZOR::reg::RefPointId, std::string>& assignedNames);

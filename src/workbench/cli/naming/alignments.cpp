@@ -11,8 +11,9 @@ namespace {
 
 /// Passes of fitting onto what was found near: three corners place far points badly.
 constexpr int refinements = 3;
-/// Layouts as regular as a grid lay triangles on one another without end.
-constexpr std::size_t mostTrials = 200000;
+/// Layouts as regular as a grid lay triangles on one another without end. Each trial looks at every
+/// point of the station and every target.
+constexpr std::size_t mostComparisons = 200000000;
 
 Eigen::Isometry3d fit(const Placement& placement, const std::vector<Eigen::Vector3d>& points,
                       const std::vector<Eigen::Vector3d>& targets) {
@@ -62,7 +63,7 @@ class AlignmentSearch {
       forEachEqualPair(seen.shape->triangles, station.triangles, reach,
                        [&](const Triangle& there, const Triangle& here) {
                          tryPair(seen, there, here);
-                         return found.size() < most && trials < mostTrials;
+                         return comparisons < mostComparisons;
                        });
     }
     std::stable_sort(found.begin(), found.end(),
@@ -91,7 +92,7 @@ class AlignmentSearch {
       return std::includes(known.begin(), known.end(), corners.begin(), corners.end());
     };
     if (std::any_of(found.begin(), found.end(), holds)) return;
-    ++trials;
+    comparisons += station.points.size() * field.targets.size();
     Placement placement = corners;
     for (int pass = 0; pass < refinements; ++pass) {
       Placement next = placeNear(fit(placement, station.points, field.targets), station.points, field.targets, reach);
@@ -104,9 +105,15 @@ class AlignmentSearch {
         std::find_if(found.begin(), found.end(), [&](const Placement& known) { return !areRivals(known, placement); });
     if (sameStory == found.end()) {
       found.push_back(std::move(placement));
+      if (found.size() > most) dropSmallest();
     } else if (placement.size() > sameStory->size()) {
       *sameStory = std::move(placement);
     }
+  }
+
+  void dropSmallest() {
+    found.erase(std::min_element(found.begin(), found.end(),
+                                 [](const Placement& a, const Placement& b) { return a.size() < b.size(); }));
   }
 
   const TargetField& field;
@@ -114,7 +121,7 @@ class AlignmentSearch {
   double reach;
   std::size_t atLeast;
   std::size_t most;
-  std::size_t trials = 0;
+  std::size_t comparisons = 0;
   std::vector<Placement> found;
 };
 

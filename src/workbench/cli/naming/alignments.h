@@ -37,8 +37,8 @@ bool areRivals(const Placement& one, const Placement& other);
 
 /// Placements by a rigid motion that lays at least `atLeast` of the station's points (3 or more)
 /// within `reach` of a target each, no two of them rivals of the same story; the most points first.
-/// Every triangle of the station is tried on every triangle of the field that has its sides. Ends
-/// when `most` have been found.
+/// Every triangle of the station is tried on every triangle of the field that has its sides, and the
+/// `most` that explain the most points are kept.
 std::vector<Placement> alignments(const TargetField& field, const StationShape& station, double reach,
                                   std::size_t atLeast, std::size_t most);
 

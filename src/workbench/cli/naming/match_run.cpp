@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <map>
+#include <tuple>
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/naming/naming_search.h"
 #include "workbench/cli/naming/naming_session.h"
 #include "workbench/cli/naming/station_shapes.h"
+#include "workbench/cli/plain_text.h"
 #include "workbench/cli/solved_transforms.h"
 #include "workbench/cli/spinner.h"
 
@@ -79,33 +82,65 @@ void matchCloseness(Workbench& workbench, NamingSession& naming, const RegisterO
   naming.finish();
 }
 
-MatchReason reasonFor(const SessionState& state, const UnplacedStation& station, const NamingLimits& limits) {
-  const std::string& name = state.group(station.group).name;
+std::string namesOf(const SessionState& state, const std::vector<UnplacedStation>& stations) {
+  std::vector<std::string> names;
+  for (const UnplacedStation& station : stations) names.push_back(state.group(station.group).name);
+  return joined(names);
+}
+
+/// Stations that all have the trouble of the first.
+MatchReason reasonFor(const SessionState& state, const std::vector<UnplacedStation>& stations,
+                      const NamingLimits& limits) {
+  const std::string names = namesOf(state, stations);
+  const UnplacedStation& station = stations.front();
   switch (station.trouble) {
     case StationTrouble::tooFewPoints:
-      return {"too-few-points", fmt::format("{} has fewer than 3 points to use", name)};
+      return {"too-few-points", fmt::format("{}: fewer than 3 points to use", names)};
     case StationTrouble::noEqualTriangle:
       return {"no-equal-triangles",
-              fmt::format("{} has no triangle that another station has too, its sides within {:g}", name, limits.side)};
+              fmt::format("{}: no triangle that another station has too, with sides that agree within {:g}", names,
+                          limits.side)};
     case StationTrouble::ambiguous:
-      return {"ambiguous", fmt::format("{0} can be laid onto other stations in several ways that explain {1} of its "
-                                       "points each: the layout is symmetric; name some of these points, measure one "
-                                       "more target, or leave the station out with --exclude {0}",
-                                       name, station.points)};
+      return {"ambiguous",
+              fmt::format("{}: several ways of laying it onto the others explain {} points each, as the layout is "
+                          "symmetric; name some of these points, measure one more target, or leave the station out "
+                          "(--exclude)",
+                          names, station.points)};
     case StationTrouble::threePoints:
-      return {"three-points", fmt::format("{} fits the others by three points alone, and among so many points chance "
-                                          "may do that",
-                                          name)};
+      return {"three-points",
+              fmt::format("{}: only three points fit the others, and chance may do that among so many", names)};
     case StationTrouble::aboveLimit:
-      return {"above-limit", fmt::format("{} fits other stations with discrepancies of {:g} at best, above the limit "
+      return {"above-limit", fmt::format("{}: whatever is named leaves a discrepancy of {:g} at least, above the limit "
                                          "of {:g} (--match-limit)",
-                                         name, station.discrepancy, limits.discrepancy)};
+                                         names, station.discrepancy, limits.discrepancy)};
     case StationTrouble::contradiction:
-      return {"contradiction", fmt::format("{} has triangles that other stations have too, but what they name "
-                                           "contradicts itself at every tolerance up to {:g}",
-                                           name, limits.side)};
+      return {"contradiction", fmt::format("{}: triangles that other stations have too contradict one another at every "
+                                           "tolerance up to {:g}",
+                                           names, limits.side)};
   }
   return {};
+}
+
+/// One reason for all stations that have it.
+std::vector<MatchReason> reasonsFor(const SessionState& state, const NamingPlan& plan, const NamingLimits& limits) {
+  std::map<std::tuple<StationTrouble, std::size_t, double>, std::vector<UnplacedStation>> alike;
+  for (const UnplacedStation& station : plan.unplaced) {
+    alike[{station.trouble, station.points, station.discrepancy}].push_back(station);
+  }
+  std::vector<MatchReason> reasons;
+  for (const auto& [trouble, stations] : alike) reasons.push_back(reasonFor(state, stations, limits));
+  for (const auto& [first, second] : plan.openLoops) {
+    reasons.push_back(
+        {"open-loop", fmt::format("{} and {} share more points than could be named with discrepancies below the limit "
+                                  "of {:g} (--match-limit)",
+                                  state.group(first).name, state.group(second).name, limits.discrepancy)});
+  }
+  return reasons;
+}
+
+bool isAmbiguous(const NamingPlan& plan) {
+  return std::any_of(plan.unplaced.begin(), plan.unplaced.end(),
+                     [](const UnplacedStation& station) { return station.trouble == StationTrouble::ambiguous; });
 }
 
 void repeatPlan(NamingSession& naming, const NamingPlan& plan) {
@@ -131,18 +166,8 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterO
     const Spinner spinner(stderr, "looking for names", options.quiet);
     plan = searchNames(workbench, naming.state(), *report.limits);
   }
-  for (const UnplacedStation& station : plan.unplaced) {
-    report.reasons.push_back(reasonFor(naming.state(), station, *report.limits));
-    report.isRefused = report.isRefused || station.trouble == StationTrouble::ambiguous;
-  }
-  for (const auto& [first, second] : plan.openLoops) {
-    report.reasons.push_back(
-        {"open-loop",
-         fmt::format("{} and {} share more points than could be named with discrepancies below the limit "
-                     "of {:g} (--match-limit)",
-                     naming.state().group(first).name, naming.state().group(second).name, report.limits->discrepancy)});
-  }
-  report.isRefused = report.isRefused || plan.placed.empty();
+  report.reasons = reasonsFor(naming.state(), plan, *report.limits);
+  report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;
   repeatPlan(naming, plan);
   report.steps = plan.steps;

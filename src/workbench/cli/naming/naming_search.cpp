@@ -1,8 +1,10 @@
 #include "workbench/cli/naming/naming_search.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
-#include <set>
+#include <utility>
+#include <vector>
 
 #include "workbench/cli/links.h"
 #include "workbench/cli/naming/certainty.h"
@@ -16,7 +18,11 @@ namespace {
 
 /// Rounds of naming points on one spot after a station was added: a solve brings more points near,
 /// as three corners place far points badly.
-constexpr int mostRounds = 6;
+constexpr int mostRounds = 12;
+/// So many times what two measurements of a target may lie apart, a loop of stations may be open.
+constexpr double widestGap = 20.0;
+/// Close points first: a wide tolerance chains neighbours together.
+constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
 /// A link of three points that contradicts another is as likely when chance makes it no more than so
 /// many times as often.
 constexpr double likelyAsWell = 4.0;
@@ -28,14 +34,21 @@ struct WeakAddition {
   double chance = 0.0;
 };
 
+/// More stations may decide between several ways, but nothing else.
+struct FailedAddition {
+  std::size_t before = 0;
+  bool mayPass = false;
+};
+
 class Growth {
  public:
   Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_)
       : start(start_),
         limits(limits_),
         stations(stationsOf(start_)),
-        pairs(findPairLinks(workbench, start_, stations, limits_)),
-        planned(workbench, start_) {}
+        settings(settingsOf(start_)),
+        pairs(findPairLinks(workbench, settings, start_, stations, limits_)),
+        planned(workbench, settings) {}
 
   NamingPlan run() {
     while (addOne()) continue;
@@ -47,7 +60,7 @@ class Growth {
     for (const auto& [group, station] : stations) {
       if (placed.count(group) == 0) plan.unplaced.push_back(troubleOf(group));
     }
-    for (const PairLink* link : openLinks()) plan.openLoops.emplace_back(link->first, link->second);
+    plan.openLoops = openLoops();
     return plan;
   }
 
@@ -82,35 +95,41 @@ class Growth {
     });
   }
 
-  /// A link that failed is tried again when more stations stand.
   bool add(const GroupIdSet& before, GroupId group, const PairLink* link) {
-    if (failedAt[{group, link}] == before.size()) return false;
+    const auto failed = failedAt.find({group, link});
+    if (failed != failedAt.end() && !(failed->second.mayPass && failed->second.before < before.size())) return false;
     const std::size_t stepsBefore = planned.steps().size();
     GroupIdSet all = before;
     all.insert(group);
-    if (join(before, all, group, link)) {
+    const Joined joined = join(before, all, group, link);
+    if (joined == Joined::yes) {
       placed = all;
       closeLoops();
       return true;
     }
-    failedAt[{group, link}] = before.size();
+    failedAt[{group, link}] = {before.size(), joined == Joined::rivalled};
     planned.backTo(stepsBefore);
     return false;
   }
 
-  bool join(const GroupIdSet& before, const GroupIdSet& all, GroupId group, const PairLink* link) {
+  enum class Joined { yes, no, rivalled };
+
+  Joined join(const GroupIdSet& before, const GroupIdSet& all, GroupId group, const PairLink* link) {
     const std::size_t stepsBefore = planned.steps().size();
-    if (link && !matchTriangles(*link)) return false;
-    if (!planned.solve(all) || !isSoundNow()) return false;
+    if (link && !matchTriangles(*link)) return Joined::no;
+    if (!planned.solve(all) || !isSoundNow()) return Joined::no;
     nameSpotsInRounds(all);
     const NamedField named = fieldOf(planned.state(), stations, before, planned.motions());
     const Station& station = stations.at(group);
     const Placement own = placementOf(planned.state(), station, named);
     const Certainty certainty = certaintyOf(named.field, station.shape, own, limits.reach(), triesFor(before));
-    if (certainty == Certainty::rivalled && own.size() > namesThatLink) ambiguous[group] = own.size();
-    if (certainty != Certainty::certain) return false;
+    if (certainty == Certainty::rivalled && own.size() > namesThatLink) {
+      ambiguous[group] = own.size();
+      return Joined::rivalled;
+    }
+    if (certainty != Certainty::certain) return Joined::no;
     if (own.size() <= namesThatLink) weak.push_back({stepsBefore, before, link ? link->chance : 0.0});
-    return true;
+    return Joined::yes;
   }
 
   /// The first two are the best of all pairs, each of which might have been it by chance; and nothing
@@ -131,14 +150,19 @@ class Growth {
 
   void nameSpotsInRounds(const GroupIdSet& groups) {
     for (int round = 0; round < mostRounds; ++round) {
-      if (!nameSpots(groups, limits.closeness) && !nameSpots(groups, 2.0 * limits.closeness)) return;
+      const auto names = [&](double part) { return nameSpots(groups, part * limits.closeness); };
+      if (std::none_of(closenessParts.begin(), closenessParts.end(), names)) return;
     }
   }
 
   /// Only if the solve that follows is as good.
   bool nameSpots(const GroupIdSet& groups, double tolerance) {
     const std::size_t stepsBefore = planned.steps().size();
-    if (planned.matchByCloseness(tolerance) && planned.solve(groups) && isSoundNow()) return true;
+    if (!planned.matchByCloseness(tolerance)) {
+      planned.dropIdle();
+      return false;
+    }
+    if (planned.solve(groups) && isSoundNow()) return true;
     planned.backTo(stepsBefore);
     return false;
   }
@@ -150,20 +174,30 @@ class Growth {
     std::vector<const PairLink*> open;
     for (const PairLink& link : pairs.links) {
       const bool bothStand = placed.count(link.first) != 0 && placed.count(link.second) != 0;
-      if (bothStand && sharedNames(planned.state(), link.first, link.second) < link.shared) open.push_back(&link);
+      if (!bothStand) continue;
+      if (sharedNames(planned.state(), link.first, link.second).size() < link.shared.size()) open.push_back(&link);
     }
     return open;
   }
 
+  /// Whether its points lie as near as the two ends of a loop; those of a chance link don't.
+  bool nearlyCloses(const PairLink& link, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
+    return farthestApart(start, link.shared, toCommon) <= widestGap * limits.reach();
+  }
+
   void closeLoops() {
-    for (const PairLink* link : openLinks()) {
-      if (!triedLoops.insert({link, placed.size()}).second) continue;
+    const std::vector<const PairLink*> open = openLinks();
+    if (open.empty()) return;
+    std::map<GroupId, OdGeMatrix3d> toCommon = planned.motions();
+    for (const PairLink* link : open) {
+      if (!nearlyCloses(*link, toCommon)) continue;
       const std::size_t stepsBefore = planned.steps().size();
       if (matchTriangles(*link) && planned.solve(placed) && isSoundNow()) {
         nameSpotsInRounds(placed);
       } else {
         planned.backTo(stepsBefore);
       }
+      toCommon = planned.motions();
     }
   }
 
@@ -171,16 +205,28 @@ class Growth {
   /// chance, would put it elsewhere; and all that came after it.
   void dropDoubtful() {
     const std::vector<const PairLink*> open = openLinks();
+    if (open.empty() || weak.empty()) return;
+    const std::map<GroupId, OdGeMatrix3d> toCommon = planned.motions();
     for (const WeakAddition& addition : weak) {
       const auto contradicts = [&](const PairLink* link) {
         const bool crosses = addition.before.count(link->first) != addition.before.count(link->second);
-        return crosses && link->chance <= likelyAsWell * addition.chance;
+        return crosses && link->chance <= likelyAsWell * addition.chance && !nearlyCloses(*link, toCommon);
       };
       if (std::none_of(open.begin(), open.end(), contradicts)) continue;
       planned.backTo(addition.stepsBefore);
       placed = addition.before.size() > 1 ? addition.before : GroupIdSet{};
       return;
     }
+  }
+
+  std::vector<std::pair<GroupId, GroupId>> openLoops() {
+    std::vector<std::pair<GroupId, GroupId>> loops;
+    if (placed.empty()) return loops;
+    const std::map<GroupId, OdGeMatrix3d> toCommon = planned.motions();
+    for (const PairLink* link : openLinks()) {
+      if (nearlyCloses(*link, toCommon)) loops.emplace_back(link->first, link->second);
+    }
+    return loops;
   }
 
   UnplacedStation troubleOf(GroupId group) {
@@ -192,11 +238,11 @@ class Growth {
   const SessionState& start;
   NamingLimits limits;
   Stations stations;
+  SettingsById settings;
   PairLinks pairs;
   PlannedSession planned;
   GroupIdSet placed;
-  std::map<std::pair<GroupId, const PairLink*>, std::size_t> failedAt;
-  std::set<std::pair<const PairLink*, std::size_t>> triedLoops;
+  std::map<std::pair<GroupId, const PairLink*>, FailedAddition> failedAt;
   std::vector<WeakAddition> weak;
   std::map<GroupId, std::size_t> ambiguous;
 };

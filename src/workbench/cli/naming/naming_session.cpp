@@ -8,22 +8,10 @@ using namespace ZOR::reg;
 
 namespace {
 
-/// The same choices as there. One drawing gives every session the same ids.
-DrivenSession& chooseAsIn(const SessionState& like, DrivenSession& session) {
-  session.addAllGroups();
-  RefPointIdSet excluded;
-  std::map<double, RefPointIdSet> weights;
-  auto here = session.state().points.begin();
-  for (const SessionPoint& point : like.points) {
-    if (!point.record.included) excluded.insert(point.record.id);
-    if (point.record.weight < here->record.weight || point.record.weight > here->record.weight) {
-      weights[point.record.weight].insert(point.record.id);
-    }
-    ++here;
-  }
-  if (!excluded.empty()) session.excludePoints(excluded);
-  for (const auto& [weight, points] : weights) session.setWeight(points, weight);
-  return session;
+GroupIdSet groupsOf(const SessionState& state) {
+  GroupIdSet groups;
+  for (const SessionPoint& point : state.points) groups.insert(point.record.groupId);
+  return groups;
 }
 
 GroupIdSet without(const GroupIdSet& all, const GroupIdSet& some) {
@@ -89,7 +77,47 @@ void NamingSession::includeOnly(const GroupIdSet& groups) {
   if (!excluded.empty()) session.excludePoints(excluded);
 }
 
-ScratchSession::ScratchSession(Workbench& workbench, const SessionState& like)
-    : registrator(workbench.newSession()), driven(*registrator), naming(chooseAsIn(like, driven)) {}
+SettingsById settingsOf(const SessionState& state) {
+  SettingsById settings;
+  for (const SessionPoint& point : state.points) {
+    settings[point.record.id] = {point.record.included, point.record.weight};
+  }
+  return settings;
+}
+
+ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& settings_)
+    : registrator(workbench.newSession()), driven(*registrator), settings(settings_) {
+  driven.addAllGroups();
+  groups = groupsOf(driven.state());
+  choose();
+}
+
+ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& settings_, GroupIdSet groups_)
+    : registrator(workbench.newSession()), driven(*registrator), settings(settings_), groups(std::move(groups_)) {
+  driven.addGroups(groups);
+  choose();
+}
+
+void ScratchSession::restart() {
+  driven.clearResults();
+  driven.removeGroups(groups);
+  driven.addGroups(groups);
+  choose();
+}
+
+void ScratchSession::choose() {
+  RefPointIdSet excluded;
+  std::map<double, RefPointIdSet> weights;
+  for (const SessionPoint& point : driven.state().points) {
+    const PointSettings& wanted = settings.at(point.record.id);
+    if (!wanted.included) excluded.insert(point.record.id);
+    if (wanted.weight < point.record.weight || wanted.weight > point.record.weight) {
+      weights[wanted.weight].insert(point.record.id);
+    }
+  }
+  if (!excluded.empty()) driven.excludePoints(excluded);
+  for (const auto& [weight, points] : weights) driven.setWeight(points, weight);
+  naming.emplace(driven);
+}
 
 }  // namespace tiepoint::workbench::cli

@@ -1,6 +1,9 @@
 // A session in which points are being named.
 #pragma once
 
+#include <optional>
+#include <unordered_map>
+
 #include "workbench/cli/driven_session.h"
 #include "workbench/cli/naming/naming_step.h"
 #include "workbench/host/workbench.h"
@@ -36,19 +39,38 @@ class NamingSession {
   ZOR::reg::RefPointIdSet excluded;
 };
 
+/// What the user has chosen of one point.
+struct PointSettings {
+  bool included = true;
+  double weight = 1.0;
+};
+using SettingsById = std::unordered_map<ZOR::reg::RefPointId, PointSettings>;
+
+SettingsById settingsOf(const SessionState& state);
+
 /// A session beside the one that is kept, to try steps in: of the active drawing, with the
 /// exclusions and weights of the other. It changes nothing in the drawing.
 class ScratchSession {
  public:
-  ScratchSession(Workbench& workbench, const SessionState& like);
+  /// With all groups. One drawing gives every session the same ids. `settings` must outlive it.
+  ScratchSession(Workbench& workbench, const SettingsById& settings);
+  /// With some of them.
+  ScratchSession(Workbench& workbench, const SettingsById& settings, ZOR::reg::GroupIdSet groups);
 
-  NamingSession& operator*() { return naming; }
-  NamingSession* operator->() { return &naming; }
+  /// Everything as it was at first, but for the numbers of names to come.
+  void restart();
+
+  NamingSession& operator*() { return *naming; }
+  NamingSession* operator->() { return &*naming; }
 
  private:
+  void choose();
+
   SessionPtr registrator;
   DrivenSession driven;
-  NamingSession naming;
+  const SettingsById& settings;
+  ZOR::reg::GroupIdSet groups;
+  std::optional<NamingSession> naming;
 };
 
 }  // namespace tiepoint::workbench::cli

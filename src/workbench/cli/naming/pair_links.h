@@ -1,6 +1,7 @@
 // Which two stations can be joined by triangles that both have, and how well.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -16,7 +17,8 @@ struct PairLink {
   ZOR::reg::GroupId second = 0;
   /// Which named them; nothing when they shared enough names before.
   std::optional<NamingStep> triangles;
-  std::size_t shared = 0;
+  /// The points that got the same names.
+  PointPairs shared;
   /// Of three shared names: how many such links chance would make between the two.
   double chance = 0.0;
   double largestDiscrepancy = 0.0;
@@ -32,7 +34,7 @@ struct PairLinks {
 
 /// Tries every pair of stations in scratch sessions: with the names that there are, then by
 /// triangles with a tolerance from tight to the limits' widest.
-PairLinks findPairLinks(Workbench& workbench, const SessionState& start, const Stations& stations,
-                        const NamingLimits& limits);
+PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
+                        const Stations& stations, const NamingLimits& limits);
 
 }  // namespace tiepoint::workbench::cli

@@ -6,8 +6,8 @@ namespace tiepoint::workbench::cli {
 
 using namespace ZOR::reg;
 
-PlannedSession::PlannedSession(Workbench& workbench_, const SessionState& start_)
-    : workbench(workbench_), start(start_), scratch(std::make_unique<ScratchSession>(workbench, start)) {}
+PlannedSession::PlannedSession(Workbench& workbench_, const SettingsById& settings_)
+    : workbench(workbench_), settings(settings_), scratch(std::make_unique<ScratchSession>(workbench, settings)) {}
 
 bool PlannedSession::matchByTriangles(const GroupIdSet& groups, double sideTolerance, double minSideDifference) {
   const std::size_t named = (*scratch)->matchByTriangles(groups, sideTolerance, minSideDifference);
@@ -34,7 +34,7 @@ std::map<GroupId, OdGeMatrix3d> PlannedSession::motions() {
 void PlannedSession::backTo(std::size_t count) {
   if (done.size() == count) return;
   done.resize(count);
-  scratch = std::make_unique<ScratchSession>(workbench, start);
+  scratch = std::make_unique<ScratchSession>(workbench, settings);
   for (const NamingStep& step : done) (*scratch)->repeat(step);
 }
 

@@ -10,8 +10,8 @@ namespace tiepoint::workbench::cli {
 
 class PlannedSession {
  public:
-  /// `start` must outlive it.
-  PlannedSession(Workbench& workbench, const SessionState& start);
+  /// `settings` must outlive it.
+  PlannedSession(Workbench& workbench, const SettingsById& settings);
 
   const SessionState& state() { return (*scratch)->state(); }
   const std::vector<NamingStep>& steps() const { return done; }
@@ -25,12 +25,14 @@ class PlannedSession {
   /// Of the last solve.
   std::map<ZOR::reg::GroupId, OdGeMatrix3d> motions();
 
+  /// Drops the last step, which has named nothing.
+  void dropIdle() { done.pop_back(); }
   /// Drops all but the first `count` steps.
   void backTo(std::size_t count);
 
  private:
   Workbench& workbench;
-  const SessionState& start;
+  const SettingsById& settings;
   std::unique_ptr<ScratchSession> scratch;
   std::vector<NamingStep> done;
 };

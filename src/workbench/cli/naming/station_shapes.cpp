@@ -9,10 +9,11 @@ using namespace ZOR::reg;
 
 namespace {
 
-std::set<CommonPointId> namesOf(const SessionState& state, GroupId group) {
-  std::set<CommonPointId> names;
+std::map<CommonPointId, RefPointId> namesOf(const SessionState& state, GroupId group) {
+  std::map<CommonPointId, RefPointId> names;
   for (const SessionPoint& point : state.points) {
-    if (point.record.groupId == group && isEligible(point.record)) names.insert(point.record.commonId);
+    const RefPoint& record = point.record;
+    if (record.groupId == group && isEligible(record)) names.emplace(record.commonId, record.id);
   }
   return names;
 }
@@ -35,6 +36,7 @@ Stations stationsOf(const SessionState& state) {
     Station& station = stations[record.groupId];
     const Eigen::Vector3d position(record.position.x, record.position.y, record.position.z);
     if (!position.allFinite()) continue;
+    station.placeInShape.emplace(record.id, station.places.size());
     station.shape.points.push_back(position);
     station.places.push_back(i);
   }
@@ -43,10 +45,13 @@ Stations stationsOf(const SessionState& state) {
   return stations;
 }
 
-std::size_t sharedNames(const SessionState& state, GroupId first, GroupId second) {
-  const std::set<CommonPointId> names = namesOf(state, first);
-  std::size_t shared = 0;
-  for (const CommonPointId name : namesOf(state, second)) shared += names.count(name);
+PointPairs sharedNames(const SessionState& state, GroupId first, GroupId second) {
+  const std::map<CommonPointId, RefPointId> here = namesOf(state, first);
+  PointPairs shared;
+  for (const auto& [name, there] : namesOf(state, second)) {
+    const auto found = here.find(name);
+    if (found != here.end()) shared.emplace_back(found->second, there);
+  }
   return shared;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "workbench/cli/naming/alignments.h"
@@ -14,6 +15,8 @@ struct Station {
   StationShape shape;
   /// For each point of the shape its place in the state's points.
   std::vector<std::size_t> places;
+  /// The points' places in the shape.
+  std::map<ZOR::reg::RefPointId, std::size_t> placeInShape;
 };
 
 using Stations = std::map<ZOR::reg::GroupId, Station>;
@@ -21,8 +24,10 @@ using Stations = std::map<ZOR::reg::GroupId, Station>;
 /// Of the groups that have a point to use.
 Stations stationsOf(const SessionState& state);
 
-/// The points that two groups have under the same names.
-std::size_t sharedNames(const SessionState& state, ZOR::reg::GroupId first, ZOR::reg::GroupId second);
+using PointPairs = std::vector<std::pair<ZOR::reg::RefPointId, ZOR::reg::RefPointId>>;
+
+/// The points that two groups have under the same names: the first's, the second's.
+PointPairs sharedNames(const SessionState& state, ZOR::reg::GroupId first, ZOR::reg::GroupId second);
 
 /// A naming that was solved is no good when a discrepancy is above the limit or isn't a number, or
 /// when a group has two points in use of one name.

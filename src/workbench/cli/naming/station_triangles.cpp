@@ -56,13 +56,16 @@ void forEachEqualPair(const std::vector<Triangle>& first, const std::vector<Tria
   }
 }
 
-bool haveEqualTriangles(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance) {
-  bool found = false;
-  forEachEqualPair(first, second, tolerance, [&](const Triangle&, const Triangle&) {
-    found = true;
-    return false;
+std::vector<double> equalPairDistances(const std::vector<Triangle>& first, const std::vector<Triangle>& second,
+                                       double tolerance) {
+  std::vector<double> distances;
+  forEachEqualPair(first, second, tolerance, [&](const Triangle& a, const Triangle& b) {
+    const double distance = std::hypot(a.sides[0] - b.sides[0], a.sides[1] - b.sides[1], a.sides[2] - b.sides[2]);
+    if (distance < tolerance) distances.push_back(distance);
+    return true;
   });
-  return found;
+  std::sort(distances.begin(), distances.end());
+  return distances;
 }
 
 }  // namespace tiepoint::workbench::cli

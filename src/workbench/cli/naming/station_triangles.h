@@ -28,6 +28,9 @@ std::vector<Triangle> stationTriangles(const std::vector<Eigen::Vector3d>& point
 void forEachEqualPair(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
                       const std::function<bool(const Triangle&, const Triangle&)>& visit);
 
-bool haveEqualTriangles(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance);
+/// Of each pair of triangles whose sides, seen as points in space, lie less than `tolerance` apart: how
+/// far apart. Ascending.
+std::vector<double> equalPairDistances(const std::vector<Triangle>& first, const std::vector<Triangle>& second,
+                                       double tolerance);
 
 }  // namespace tiepoint::workbench::cli

@@ -30,13 +30,14 @@ std::size_t ambiguousPoints(GroupId group, const SessionState& start, const Stat
 bool hasEqualTriangle(GroupId group, const Stations& stations, double tolerance) {
   const StationShape& shape = stations.at(group).shape;
   return std::any_of(stations.begin(), stations.end(), [&](const auto& other) {
-    return other.first != group && haveEqualTriangles(shape.triangles, other.second.shape.triangles, tolerance);
+    return other.first != group &&
+           !equalPairDistances(shape.triangles, other.second.shape.triangles, tolerance).empty();
   });
 }
 
 bool isInThreePointLink(GroupId group, const PairLinks& pairs) {
   return std::any_of(pairs.links.begin(), pairs.links.end(), [&](const PairLink& link) {
-    return (link.first == group || link.second == group) && link.shared <= namesThatLink;
+    return (link.first == group || link.second == group) && link.shared.size() <= namesThatLink;
   });
 }
 

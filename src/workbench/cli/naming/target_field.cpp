@@ -1,16 +1,18 @@
 #include "workbench/cli/naming/target_field.h"
 
+#include <algorithm>
+#include <unordered_map>
+
 namespace tiepoint::workbench::cli {
 
 using namespace ZOR::reg;
 
 namespace {
 
-Eigen::Vector3d moved(const Eigen::Vector3d& position, const std::map<GroupId, OdGeMatrix3d>& toCommon, GroupId group) {
-  const auto motion = toCommon.find(group);
-  if (motion == toCommon.end()) return position;
-  OdGePoint3d point(position.x(), position.y(), position.z());
-  point.p_transform(motion->second);
+Eigen::Vector3d moved(const RefPoint& record, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
+  OdGePoint3d point = record.position;
+  const auto motion = toCommon.find(record.groupId);
+  if (motion != toCommon.end()) point.p_transform(motion->second);
   return {point.x, point.y, point.z};
 }
 
@@ -28,7 +30,7 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const Gr
       std::size_t target = named.field.targets.size();
       if (record.named) target = named.targetOf.try_emplace(record.commonId, target).first->second;
       if (target == named.field.targets.size()) {
-        named.field.targets.push_back(moved(station.shape.points[i], toCommon, group));
+        named.field.targets.push_back(moved(record, toCommon));
       }
       seen.target.push_back(target);
     }
@@ -45,6 +47,18 @@ Placement placementOf(const SessionState& state, const Station& station, const N
     if (record.named && target != named.targetOf.end()) placement.emplace(i, target->second);
   }
   return placement;
+}
+
+double farthestApart(const SessionState& state, const PointPairs& pairs,
+                     const std::map<GroupId, OdGeMatrix3d>& toCommon) {
+  std::unordered_map<RefPointId, const RefPoint*> byId;
+  for (const SessionPoint& point : state.points) byId.emplace(point.record.id, &point.record);
+  double farthest = 0.0;
+  for (const auto& [first, second] : pairs) {
+    const Eigen::Vector3d here = moved(*byId.at(first), toCommon);
+    farthest = std::max(farthest, (here - moved(*byId.at(second), toCommon)).norm());
+  }
+  return farthest;
 }
 
 }  // namespace tiepoint::workbench::cli

@@ -20,4 +20,8 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const ZO
 /// Where the names put a station's points in the field.
 Placement placementOf(const SessionState& state, const Station& station, const NamedField& named);
 
+/// The largest distance between the points of a pair, in the common system.
+double farthestApart(const SessionState& state, const PointPairs& pairs,
+                     const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon);
+
 }  // namespace tiepoint::workbench::cli
