@@ -49,9 +49,8 @@ std::vector<std::uint64_t> tagsFor(std::int64_t count) {
 }
 
 template <typename Find>
-void run(benchmark::State& state, Find find) {
+void run(benchmark::State& state, double threshold, Find find) {
   const RowTable rows = evenRows(state.range(0));
-  const double threshold = thresholdFor(state.range(0));
   RowClusters clusters;
   for (auto _ : state) {
     find(rows, threshold, clusters);
@@ -59,6 +58,11 @@ void run(benchmark::State& state, Find find) {
   }
   state.counters["clusters"] = static_cast<double>(clusters.size());
   state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+template <typename Find>
+void run(benchmark::State& state, Find find) {
+  run(state, thresholdFor(state.range(0)), find);
 }
 
 void ours(benchmark::State& state) { run(state, ZOR::reg::clusterRows); }
@@ -76,6 +80,17 @@ void plain(benchmark::State& state) {
   });
 }
 
+/// Each row within the threshold of a good part of the others.
+void oursCrowded(benchmark::State& state) { run(state, side / 4, ZOR::reg::clusterRows); }
+
+void plainCrowded(benchmark::State& state) {
+  run(state, side / 4, [](const RowTable& rows, double threshold, RowClusters& clusters) {
+    clusters = tiepoint::testing::clusterRowsPlainly(rows, threshold);
+  });
+}
+
+BENCHMARK(oursCrowded)->Arg(1000)->Arg(30000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(plainCrowded)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ours)->Arg(1000)->Arg(30000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(oursByTag)->Arg(1000)->Arg(30000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(plain)->Arg(1000)->Arg(30000)->Unit(benchmark::kMillisecond);

@@ -24,31 +24,40 @@ NamingState::NamingState(const RefPointList& points) {
   autoBefore = autoNames;
 }
 
+NamingState::Kinds NamingState::kindsOf(const std::list<RefPointId>& members) const {
+  Kinds kinds;
+  for (RefPointId member : members) {
+    if (const auto manual = manualNames.find(member); manual != manualNames.end()) {
+      kinds.bindingNames.insert(manual->second);
+    } else if (const auto automatic = autoNames.find(member); automatic != autoNames.end()) {
+      kinds.labels.insert(automatic->second);
+      kinds.labelled.push_back(member);
+    } else if (unnamedPoints.count(member) != 0) {
+      kinds.unnamed.push_back(member);
+    }
+  }
+  return kinds;
+}
+
 bool NamingState::uniteCorrespondence(const std::list<RefPointId>& members) {
   if (!lieInDifferentGroups(members)) return false;
-  std::set<CommonPointId> bindingNames;
-  Labels labels;
-  std::list<RefPointId> unnamed;
-  for (RefPointId member : members) {
-    if (const auto manual = manualNames.find(member); manual != manualNames.end()) bindingNames.insert(manual->second);
-    if (const auto automatic = autoNames.find(member); automatic != autoNames.end()) labels.insert(automatic->second);
-    if (unnamedPoints.count(member) != 0) unnamed.push_back(member);
-  }
-  if (bindingNames.size() > 1) return false;
-  if (unnamed.empty() && labels.empty()) return true;
+  Kinds kinds = kindsOf(members);
+  if (kinds.bindingNames.size() > 1) return false;
+  if (kinds.unnamed.empty() && kinds.labelled.empty()) return true;
 
-  if (!bindingNames.empty()) {
-    const CommonPointId name = *bindingNames.begin();
-    for (std::uint64_t label : labels) takeOverLabel(label, name);
-    for (RefPointId point : unnamed) giveManualName(point, name);
+  if (!kinds.bindingNames.empty()) {
+    const CommonPointId name = *kinds.bindingNames.begin();
+    for (std::uint64_t label : kinds.labels) takeOverLabel(label, name);
+    for (RefPointId point : kinds.unnamed) giveManualName(point, name);
     return true;
   }
-  if (labels.empty()) {
-    labels.insert(nextLabel());
-    newLabels.insert(*labels.begin());
+  if (kinds.labels.empty()) {
+    kinds.labels.insert(nextLabel());
+    newLabels.insert(*kinds.labels.begin());
   }
-  const std::uint64_t label = *labels.begin();
-  for (RefPointId member : members) giveLabel(member, label);
+  const std::uint64_t label = *kinds.labels.begin();
+  for (RefPointId point : kinds.labelled) giveLabel(point, label);
+  for (RefPointId point : kinds.unnamed) giveLabel(point, label);
   return true;
 }
 

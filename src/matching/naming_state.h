@@ -34,6 +34,8 @@ class NamingState {
   ///
   /// A binding name takes an automatic one over everywhere, with all the points that bear it. Of
   /// several automatic names the smallest stands, for the members alone: other points keep theirs.
+  ///
+  /// A member that isn't among the points counts as one of group 0 and gets no name.
   bool uniteCorrespondence(const std::list<RefPointId>& members);
 
   /// The smallest label from 0 that no automatic name has and that wasn't made in this run. Binding
@@ -46,6 +48,15 @@ class NamingState {
  private:
   using Labels = std::set<std::uint64_t>;
 
+  /// The members of one set by their kind.
+  struct Kinds {
+    std::set<CommonPointId> bindingNames;
+    Labels labels;
+    std::list<RefPointId> labelled;
+    std::list<RefPointId> unnamed;
+  };
+
+  Kinds kindsOf(const std::list<RefPointId>& members) const;
   bool lieInDifferentGroups(const std::list<RefPointId>& members);
   void giveLabel(RefPointId point, std::uint64_t label);
   void giveManualName(RefPointId point, CommonPointId name);

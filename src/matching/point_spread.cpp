@@ -65,10 +65,11 @@ void spreadHistogram(const std::vector<double>& distances, std::vector<std::uint
 
   binCounts.assign(binCount, 0);
   for (double d : distances) {
-    // Rounding may put a distance just below the largest into a bin behind the last.
-    const std::size_t bin =
-        d == high ? binCount - 1 : std::min(binCount - 1, static_cast<std::size_t>((d - low) / width));
-    ++binCounts[bin];
+    const double place = (d - low) / width;
+    // The largest stands in the last bin, and whatever rounding puts behind it, or into none at all
+    // where the width is too small for a number.
+    const bool isBeforeLast = d != high && place < static_cast<double>(binCount - 1);
+    ++binCounts[isBeforeLast ? static_cast<std::size_t>(place) : binCount - 1];
   }
   for (std::size_t i = 0; i <= binCount; ++i) {
     binEdges.push_back(cutTo(static_cast<double>(i) * width + low, 1e6, 1e-6));

@@ -7,6 +7,8 @@
 
 #include "matching/link_forest.h"
 #include "matching/row_columns.h"
+#include "matching/row_distance.h"
+#include "matching/row_tree.h"
 
 namespace ZOR::reg {
 
@@ -21,15 +23,11 @@ constexpr double longestReach = 2e154;
 /// What the rounding of squares, sums and roots may take from a distance, many times over.
 constexpr double reachMargin = 1.0 + 1e-9;
 
+/// So many pairs within reach for each row, and the tree is quicker than the comparison of all of them.
+constexpr std::size_t crowdedPairsPerRow = 64;
+
 /// Rows that differ by more in any column are too far apart for a link, whatever the other columns.
 double reachOf(double threshold) { return std::max(std::min(threshold, longestReach) * reachMargin, shortestReach); }
-
-double distance(const PlacedRow& a, const PlacedRow& b) {
-  const double dx = a.x - b.x;
-  const double dy = a.y - b.y;
-  const double dz = a.z - b.z;
-  return std::sqrt(dx * dx + (dy * dy + dz * dz));
-}
 
 bool hasNotANumber(const PlacedRow& row) { return std::isnan(row.x) || std::isnan(row.y) || std::isnan(row.z); }
 bool isFinite(const PlacedRow& row) { return std::isfinite(row.x) && std::isfinite(row.y) && std::isfinite(row.z); }
@@ -74,6 +72,7 @@ class LinkSearch {
  private:
   void append(const std::vector<PlacedRow>& rows) { placed.insert(placed.end(), rows.begin(), rows.end()); }
   bool tagsDiffer(Place a, Place b) const { return placed[a].tag != placed[b].tag; }
+  bool isCrowded() const { return pairsInReach > crowdedPairsPerRow * firstTwin; }
   void tieIfClose(Place a, Place b);
 
   void tieAcrossTags(const std::vector<Place>& places);
@@ -91,9 +90,11 @@ class LinkSearch {
   double reach;
   RowColumns inColumns;
   std::vector<PlacedRow> placed;
+  Place firstTwin = 0;
   Place firstInfinite = 0;
   Place firstNotANumber = 0;
   LinkForest forest;
+  std::size_t pairsInReach = 0;
 };
 
 LinkSearch::LinkSearch(const SortedRows& sorted, double linkThreshold)
@@ -102,6 +103,7 @@ LinkSearch::LinkSearch(const SortedRows& sorted, double linkThreshold)
       inColumns(sortIntoColumns(sorted.finite, reach)),
       placed(std::move(inColumns.rows)),
       forest(sorted.finite.size() + sorted.infinite.size() + sorted.notANumber.size()) {
+  firstTwin = placed.size();
   for (const TwinRow& twin : inColumns.twins) placed.push_back(twin.row);
   firstInfinite = placed.size();
   append(sorted.infinite);
@@ -115,6 +117,7 @@ std::vector<RowLink> LinkSearch::run() {
   // No distance is below zero, and zero isn't below itself.
   if (threshold > 0 && !forest.allAreTied()) {
     sweepColumns();
+    if (isCrowded()) RowTree(placed, firstTwin).tieCloseRows(threshold, forest);
     tieTwins();
   }
   return linksToLowest();
@@ -140,7 +143,7 @@ std::vector<RowLink> LinkSearch::linksToLowest() {
 
 void LinkSearch::tieIfClose(Place a, Place b) {
   if (!tagsDiffer(a, b) || forest.areTied(a, b)) return;
-  if (!(distance(placed[a], placed[b]) >= threshold)) forest.tie(a, b);
+  if (!(rowDistance(placed[a], placed[b]) >= threshold)) forest.tie(a, b);
 }
 
 /// Among `places` any two of different tags are linked: with two tags that joins all of them.
@@ -193,11 +196,11 @@ void LinkSearch::tieAllInfinite() {
 }
 
 /// Each column against itself and its neighbours with a higher key; against the others those come
-/// when it's their turn.
+/// when it's their turn. Gives up, with what is tied so far, when the rows crowd.
 void LinkSearch::sweepColumns() {
   const std::vector<RowColumn>& columns = inColumns.columns;
   std::size_t ahead = 0;
-  for (std::size_t k = 0; k < columns.size(); ++k) {
+  for (std::size_t k = 0; k < columns.size() && !isCrowded(); ++k) {
     sweepInside(columns[k]);
     const std::uint64_t key = columns[k].key;
     if (k + 1 < columns.size() && columns[k + 1].key == key + 1) sweepBetween(columns[k], columns[k + 1]);
@@ -210,17 +213,21 @@ void LinkSearch::sweepColumns() {
 }
 
 void LinkSearch::sweepInside(const RowColumn& column) {
-  for (Place a = column.begin; a < column.end; ++a) {
-    for (Place b = a + 1; b < column.end && !(placed[b].z - placed[a].z > reach); ++b) tieIfClose(a, b);
+  for (Place a = column.begin; a < column.end && !isCrowded(); ++a) {
+    Place b = a + 1;
+    for (; b < column.end && !(placed[b].z - placed[a].z > reach); ++b) tieIfClose(a, b);
+    pairsInReach += b - a;
   }
 }
 
 void LinkSearch::sweepBetween(const RowColumn& column, const RowColumn& neighbour) {
   Place lowest = neighbour.begin;
-  for (Place a = column.begin; a < column.end; ++a) {
+  for (Place a = column.begin; a < column.end && !isCrowded(); ++a) {
     const double z = placed[a].z;
     while (lowest < neighbour.end && z - placed[lowest].z > reach) ++lowest;
-    for (Place b = lowest; b < neighbour.end && !(placed[b].z - z > reach); ++b) tieIfClose(a, b);
+    Place b = lowest;
+    for (; b < neighbour.end && !(placed[b].z - z > reach); ++b) tieIfClose(a, b);
+    pairsInReach += b - lowest;
   }
 }
 
@@ -233,7 +240,7 @@ void LinkSearch::tieTwins() {
     const Place root = forest.rootOf(place);
     if (root != place) isTied[root] = isTied[place] = true;
   }
-  Place twinPlace = firstInfinite - inColumns.twins.size();
+  Place twinPlace = firstTwin;
   for (const TwinRow& twin : inColumns.twins) {
     if (isTied[twin.original]) forest.tie(twin.original, twinPlace);
     ++twinPlace;

@@ -15,8 +15,9 @@ struct RowLink {
 };
 
 /// Joins exactly the rows that the links between all pairs would join, by fewer links than rows: one
-/// from each row to the lowest row that it hangs together with. Time and memory go with the rows
-/// and with the pairs within the threshold of one another in every column, not with all pairs.
+/// from each row to the lowest row that it hangs together with. Memory goes with the rows; time goes
+/// with the rows and with the pairs within the threshold of one another in every column, or, where
+/// rows crowd, with the rows and the depth of a tree. All pairs are never compared.
 std::vector<RowLink> linkRows(const RowTable& rows, double threshold);
 
 /// The same for links only between rows of different tags; `tags` has one entry a row.

@@ -1,10 +1,14 @@
 #include "matching/match_by_distance.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <cmath>
+#include <limits>
 
+#include "matching/plain_matchers.h"
 #include "matching/points.h"
+#include "solver/arbitrary.h"
 
 namespace {
 
@@ -96,6 +100,50 @@ TEST(MatchByDistance, PointsMeetInTheCommonSystem) {
   transforms[1].translation = {-49, 0, 0};
   EXPECT_EQ(match({unnamedPoint(0, 0, here), unnamedPoint(1, 1, there)}, transforms).newAssignments,
             (Assignments{{0, 0}, {1, 0}}));
+}
+
+TEST(MatchByDistance, APointWithoutAPlaceLiesOnEverySpot) {
+  const double lost = std::nan("");
+  EXPECT_EQ(
+      match({unnamedPoint(0, 0, here), unnamedPoint(1, 1, {lost, 2, 3}), unnamedPoint(2, 2, there)}).newAssignments,
+      (Assignments{{0, 0}, {1, 0}, {2, 0}}));
+}
+
+/// Of a small grid, so that points meet, lie exactly a tolerance apart, or have no place at all.
+OdGePoint3d arbitraryPlace() {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  const auto coordinate = [] {
+    const std::vector<double> odd{std::nan(""), infinity, -infinity, 1e-170, 1e300};
+    return onceIn(60) ? *rc::gen::elementOf(odd) : 0.5 * arbitraryBetween(0, 6);
+  };
+  const double x = coordinate();
+  const double y = coordinate();
+  return {x, y, onceIn(4) ? coordinate() : 0.0};
+}
+
+RefPoint arbitraryPoint(RefPointId id) {
+  RefPoint point = unnamedPoint(id, arbitraryBetween<GroupId>(0, 4), arbitraryPlace());
+  point.commonId = arbitraryBetween<CommonPointId>(0, 6);
+  point.named = !onceIn(3);
+  // An unnamed point may bear the mark of a name that it lost.
+  point.autoNamed = !onceIn(4);
+  return point;
+}
+
+RC_GTEST_PROP(MatchByDistance, DecidesWhatTheComparisonOfAllPairsDecides, ()) {
+  RefPointList points;
+  const auto count = arbitraryBetween<RefPointId>(0, 16);
+  for (RefPointId id = 0; id < count; ++id) points.push_back(arbitraryPoint(id));
+  GroupTransforms transforms = unmovedGroups();
+  transforms[1].rotation = {0, -1, 0, 1, 0, 0, 0, 0, 1};
+  transforms[2].translation = {0.5, 0, -0.5};
+  const std::vector<double> tolerances{0.0, -1.0, std::nan(""), 1e-200, 0.5, 0.6, 1.0, 1e300};
+  const double tolerance = *rc::gen::elementOf(tolerances);
+  const NamingChanges changes = match(points, transforms, tolerance);
+  const NamingChanges plain = matchByDistancePlainly(points, transforms, tolerance);
+  RC_ASSERT(changes.existingAssignments == plain.existingAssignments);
+  RC_ASSERT(changes.newAssignments == plain.newAssignments);
+  RC_CLASSIFY(!plain.isEmpty(), "names something");
 }
 
 }  // namespace

@@ -1,11 +1,16 @@
 #include "matching/match_by_triangles.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <cmath>
+#include <limits>
 
+#include "matching/hall.h"
+#include "matching/plain_matchers.h"
 #include "matching/points.h"
 #include "matching/triangle_table.h"
+#include "solver/arbitrary.h"
 
 namespace {
 
@@ -98,6 +103,74 @@ TEST(MatchByTriangles, GroupsOfOneOrTwoPointsHaveNoTriangle) {
   points.push_back(unnamedPoint(21, 3, rightAngle));
   points.push_back(unnamedPoint(22, 3, threeAway));
   EXPECT_EQ(match(points).newAssignments.size(), 6u);
+}
+
+TEST(MatchByTriangles, TwoEqualTrianglesThatShareASideVoidTheWholeMatchingToo) {
+  RefPointList points = twoEqualTriangles();
+  points.push_back(unnamedPoint(13, 1, {100, 6, 0}));
+  points.push_back(unnamedPoint(14, 1, {100, 10, -3}));
+  EXPECT_TRUE(match(points).isEmpty());
+}
+
+TEST(MatchByTriangles, AContradictionVoidsWhatWentWellBeforeIt) {
+  RefPointList points = twoEqualTriangles();
+  points.front().named = true;
+  points.front().commonId = 77;
+  // Point 11 is the corner of point 0.
+  std::next(points.begin(), 4)->named = true;
+  std::next(points.begin(), 4)->commonId = 78;
+  EXPECT_TRUE(match(points).isEmpty());
+}
+
+bool agreesWithAllPairs(const RefPointList& points, double sideTolerance, double minSideDifference) {
+  const NamingChanges changes = match(points, sideTolerance, minSideDifference);
+  const NamingChanges plain = matchByTrianglesPlainly(points, sideTolerance, minSideDifference);
+  return changes.existingAssignments == plain.existingAssignments && changes.newAssignments == plain.newAssignments;
+}
+
+RefPoint arbitraryKind(RefPointId id, GroupId group, const OdGePoint3d& place) {
+  const auto name = arbitraryBetween<CommonPointId>(0, 9);
+  if (onceIn(8)) return manualPoint(id, group, name, place);
+  return onceIn(4) ? autoPoint(id, group, name, place) : unnamedPoint(id, group, place);
+}
+
+/// Stations that see most of a few targets, every so often with names that contradict.
+RC_GTEST_PROP(MatchByTriangles, DecidesInAHallWhatTheComparisonOfAllPairsDecides, (std::uint64_t seed)) {
+  std::mt19937_64 random(seed);
+  Hall hall(8, random);
+  RefPointList points;
+  const auto stations = arbitraryBetween<GroupId>(1, 5);
+  for (GroupId station = 0; station < stations; ++station) {
+    const std::vector<Hall::Target> targets = hall.someTargets(arbitraryBetween<std::size_t>(2, 8));
+    const std::vector<OdGePoint3d> places = hall.seenByAStation(targets);
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+      RefPoint point = arbitraryKind(points.size(), station, places[i]);
+      // Mostly the name of the target itself.
+      if (point.named && !onceIn(20)) point.commonId = targets[i] + 100;
+      points.push_back(point);
+    }
+  }
+  RC_ASSERT(agreesWithAllPairs(points, 0.001, 0.1));
+  RC_CLASSIFY(!match(points).isEmpty(), "names something");
+}
+
+/// Places of a small grid: equal triangles everywhere, sides exactly a tolerance apart, lost points.
+RC_GTEST_PROP(MatchByTriangles, DecidesOnAGridWhatTheComparisonOfAllPairsDecides, ()) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  const std::vector<double> odd{std::nan(""), infinity, -infinity, 1e-170, 1e300};
+  const int size = arbitraryBetween(3, 40);
+  const auto coordinate = [&] { return onceIn(60) ? *rc::gen::elementOf(odd) : 1.0 * arbitraryBetween(0, size); };
+  RefPointList points;
+  const auto count = arbitraryBetween<RefPointId>(5, 14);
+  for (RefPointId id = 0; id < count; ++id) {
+    const double x = coordinate();
+    const double y = coordinate();
+    points.push_back(arbitraryKind(id, arbitraryBetween<GroupId>(0, 3), {x, y, onceIn(3) ? coordinate() : 0.0}));
+  }
+  const std::vector<double> tolerances{0.0, -1.0, std::nan(""), 1e-200, 0.001, 1.0, 5.0, infinity};
+  const std::vector<double> differences{-1.0, 0.0, 0.1, 1.0, 2.0, std::nan(""), infinity};
+  const double sideTolerance = *rc::gen::elementOf(tolerances);
+  RC_ASSERT(agreesWithAllPairs(points, sideTolerance, *rc::gen::elementOf(differences)));
 }
 
 TEST(TriangleTable, ListsTheTriplesInLexicographicOrder) {

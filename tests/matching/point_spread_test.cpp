@@ -91,6 +91,24 @@ TEST(PointSpreadHistogram, BinsAreOpenAtTheTopButForTheLast) {
   for (std::size_t i = 0; i <= 10; ++i) EXPECT_DOUBLE_EQ(edges[i], static_cast<double>(i));
 }
 
+TEST(PointSpreadHistogram, ARangeTooSmallForABinsWidthIsCountedInTheLastBin) {
+  Counts counts;
+  Values edges;
+  spreadHistogram({0.0, 0.0, std::numeric_limits<double>::denorm_min()}, counts, edges);
+  EXPECT_EQ(counts, (Counts{0, 0, 0, 0, 0, 0, 0, 0, 0, 3}));
+  EXPECT_EQ(edges, Values(11, 0.0));
+}
+
+TEST(PointSpreadHistogram, TheBinsAreCountedByTheirEdgesBeforeTheCut) {
+  Counts counts;
+  Values edges;
+  // The second edge is 0.00000051, which is cut to nothing; 0.0000005 lies below it.
+  spreadHistogram({0.0, 0.0000005, 0.0000051}, counts, edges);
+  EXPECT_EQ(counts, (Counts{2, 0, 0, 0, 0, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(edges[1], 0.0);
+  EXPECT_DOUBLE_EQ(edges[10], 0.000005);
+}
+
 TEST(PointSpreadHistogram, ADistanceThatIsNotFiniteIsAnError) {
   for (double odd : {std::numeric_limits<double>::infinity(), std::nan("")}) {
     Counts counts{1};

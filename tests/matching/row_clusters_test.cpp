@@ -5,6 +5,7 @@
 
 #include <array>
 #include <limits>
+#include <numeric>
 #include <random>
 
 #include "matching/plain_row_clusters.h"
@@ -138,6 +139,72 @@ TEST(RowClustersByTag, JoinManyRowsAtOneSpotAsSoonAsTwoTagsMeetThere) {
 TEST(RowClustersByTag, LinkARowToASpotThatHoldsItsOwnTagAndAnother) {
   const Rows rows{{0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}, {0.5, 0.0, 0.0}, {-0.5, 0.0, 0.0}};
   EXPECT_THAT(clustersByTag(rows, {7, 8, 7, 8}, 0.75), ElementsAre(ElementsAre(0, 1, 2, 3)));
+}
+
+/// Rows spread over a box of the given sides.
+Rows spreadRows(std::size_t count, const Row& sides, double middle, std::mt19937_64& random) {
+  std::uniform_real_distribution<double> place(-0.5, 0.5);
+  Rows rows(count);
+  for (Row& row : rows) {
+    for (std::size_t column = 0; column < 3; ++column) row[column] = middle + sides[column] * place(random);
+  }
+  return rows;
+}
+
+/// As many pairs as no memory could hold.
+constexpr std::size_t crowd = 300000;
+
+std::vector<std::uint64_t> numbersUpTo(std::size_t count) {
+  std::vector<std::uint64_t> numbers(count);
+  std::iota(numbers.begin(), numbers.end(), std::uint64_t{0});
+  return numbers;
+}
+
+TEST(RowClusters, OfACrowdAtOneSpotTakeFewerLinksThanRows) {
+  const Rows rows(crowd, Row{1.0, 2.0, 3.0});
+  EXPECT_THAT(ZOR::reg::linkRows(tableOf(rows), 1.0), SizeIs(crowd - 1));
+  EXPECT_TRUE(clustersOf(rows, 1.0) == RowClusters{numbersUpTo(crowd)});
+  EXPECT_THAT(clustersOf(rows, 0.0), IsEmpty());
+}
+
+TEST(RowClustersByTag, OfACrowdAtOneSpotTakeFewerLinksThanRows) {
+  const Rows rows(crowd, Row{1.0, 2.0, 3.0});
+  Tags tags(crowd, 7);
+  EXPECT_THAT(clustersByTag(rows, tags, 1.0), IsEmpty());
+  tags.back() = 8;
+  EXPECT_THAT(ZOR::reg::linkRowsByTag(tableOf(rows), tags, 1.0), SizeIs(crowd - 1));
+  EXPECT_TRUE(clustersByTag(rows, tags, 1.0) == RowClusters{numbersUpTo(crowd)});
+}
+
+/// All different, and all within the threshold of one another: the comparison of all pairs would take
+/// longer than a test may.
+TEST(RowClusters, JoinACrowdOfDifferentRowsWithoutComparingAllPairs) {
+  constexpr std::size_t million = 1000000;
+  std::mt19937_64 random(3);
+  const Rows rows = spreadRows(million, {1.0, 1.0, 1.0}, 0.0, random);
+  EXPECT_TRUE(clustersOf(rows, 2.0) == RowClusters{numbersUpTo(million)});
+  Tags tags(million, 7);
+  for (std::size_t row = 0; row < million; ++row) tags[row] = rows[row][0] < 0.0 ? 7 : 8;
+  EXPECT_TRUE(clustersByTag(rows, tags, 2.0) == RowClusters{numbersUpTo(million)});
+}
+
+/// One lost row stretches the cells until all others stand in one, without a height to tell them apart.
+TEST(RowClusters, OfAFlatTableWithARowFarAwayAreFoundWithoutComparingAllPairs) {
+  Rows rows;
+  for (int x = 0; x < 1000; ++x) {
+    for (int y = 0; y < 1000; ++y) rows.push_back({x * 1.0, y * 1.0, 0.0});
+  }
+  rows.push_back({1e15, 1e15, 0.0});
+  EXPECT_THAT(clustersOf(rows, 1.0), IsEmpty());
+  EXPECT_THAT(clustersOf(rows, 1.25), ElementsAre(SizeIs(1000000)));
+}
+
+TEST(RowClusters, OfACrowdWithoutNumbersTakeFewerLinksThanRows) {
+  for (const double odd : {notANumber, infinity}) {
+    const Rows rows(crowd, Row{1.0, odd, 3.0});
+    EXPECT_THAT(ZOR::reg::linkRows(tableOf(rows), 1.0), SizeIs(crowd - 1)) << odd;
+  }
+  EXPECT_THAT(ZOR::reg::linkRows(tableOf(Rows(crowd, Row{1.0, 2.0, 3.0})), notANumber), SizeIs(crowd - 1));
 }
 
 TEST(RowClusters, TakeBothZerosAsOneSpot) {
@@ -286,16 +353,6 @@ RC_GTEST_PROP(RowClustersByTag, AgreeWithThePlainScanOnHostileTables, ()) {
   RC_ASSERT(agreesWithPlainScan(rows, tagsFor(rows), *rc::gen::elementOf(thresholds)));
 }
 
-/// Rows spread over a box of the given sides.
-Rows spreadRows(std::size_t count, const Row& sides, double middle, std::mt19937_64& random) {
-  std::uniform_real_distribution<double> place(-0.5, 0.5);
-  Rows rows(count);
-  for (Row& row : rows) {
-    for (std::size_t column = 0; column < 3; ++column) row[column] = middle + sides[column] * place(random);
-  }
-  return rows;
-}
-
 Row someSides() {
   const auto side = rc::gen::elementOf(std::vector<double>{0.0, 0.01, 1.0, 10.0});
   return {*side, *side, *side};
@@ -313,6 +370,21 @@ RC_GTEST_PROP(RowClustersByTag, AgreeWithThePlainScanOnSpreadRows, (std::uint64_
   const Rows rows = spreadRows(250, someSides(), 0.0, random);
   const Tags tags = tagsFor(rows);
   for (const double threshold : {0.001, 0.02, 0.1, 0.3, 1.0}) RC_ASSERT(agreesWithPlainScan(rows, tags, threshold));
+}
+
+/// More pairs within reach than are compared one by one.
+RC_GTEST_PROP(RowClustersByTag, AgreeWithThePlainScanOnCrowdedRows, (std::uint64_t seed)) {
+  std::mt19937_64 random(seed);
+  Rows rows = spreadRows(300, {1.0, 1.0, 1.0}, 0.0, random);
+  // Twins, infinities and lost rows stand beside the crowd.
+  rows[10] = rows[11] = rows[12];
+  if (seed % 2 == 0) rows[20][1] = rows[21][1] = infinity;
+  if (seed % 3 == 0) rows[30][2] = notANumber;
+  const Tags tags = tagsFor(rows);
+  for (const double threshold : {0.35, 0.8, 2.0}) {
+    RC_ASSERT(agreesWithPlainScan(rows, threshold));
+    RC_ASSERT(agreesWithPlainScan(rows, tags, threshold));
+  }
 }
 
 /// The threshold is the distance of two rows, so that the very last digit decides.

@@ -84,6 +84,46 @@ TEST(Matching, NewNamesFillTheGapsInTheNumbering) {
   EXPECT_EQ(session.commonNames(), (Texts{"1:b", "2:c", "3:?", "4:x", "0:auto0", "5:auto5"}));
 }
 
+TEST(Matching, NewIdsAreTheLowestThatNoNameHas) {
+  Session session({{"A", {{"a", 0, 0, 0}, {"b", 3, 0, 0}, {"x", 0, 4, 0}, {"?", 0, 0, 12}}},
+                   {"B", {{"a", 0, 0, 7}, {"b", 3, 0, 7}, {"?", 0, 4, 7}, {"?", 0, 0, 19}}}});
+  Outputs out;
+  GroupId group = 0;
+  // The name x goes with its only point and leaves id 2 free.
+  ASSERT_TRUE(session->renamePoint(2, "?", group, out.inactiveGroups, out.inactivePoints));
+  EXPECT_EQ(session.commonNames(), (Texts{"0:a", "1:b", "3:?"}));
+  EXPECT_EQ(matchAll(session).names, (Names{{2, "auto2"}, {6, "auto2"}, {3, "auto4"}, {7, "auto4"}}));
+  EXPECT_EQ(session.commonNames(), (Texts{"0:a", "1:b", "3:?", "2:auto2", "4:auto4"}));
+}
+
+TEST(Matching, PointsThatGoOverToAnotherAutomaticNameAreReported) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}, {"C", nameless(100)}, {"D", nameless(150)}});
+  Match match;
+  for (const GroupIdSet& pair : {GroupIdSet{0, 1}, GroupIdSet{2, 3}}) {
+    session->matchGroupsByTriangles(pair, 0.001, 0.1, match.names, match.out.inactiveGroups, match.out.inactivePoints);
+  }
+  EXPECT_EQ(match.names, (Names{{8, "auto4"}, {11, "auto4"}, {7, "auto5"}, {10, "auto5"}, {6, "auto6"}, {9, "auto6"}}));
+  Outputs out;
+  GroupId group = 0;
+  ASSERT_TRUE(session->renamePoint(9, "?", group, out.inactiveGroups, out.inactivePoints));
+  EXPECT_EQ(matchAll(session).names,
+            (Names{{8, "auto1"}, {11, "auto1"}, {7, "auto2"}, {10, "auto2"}, {6, "auto3"}, {9, "auto3"}}));
+  // Names that nobody bears any more stay in the table.
+  EXPECT_EQ(session.commonNames(), (Texts{"0:?", "1:auto1", "2:auto2", "3:auto3", "4:auto4", "5:auto5", "6:auto6"}));
+}
+
+TEST(Matching, AUsersNameGivesWayOnASpotWithAnotherNameAndAnUnnamedPoint) {
+  const auto station = [](const char* fourth, double height) {
+    return std::vector<Target>{{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {fourth, 30, 30, height}};
+  };
+  Session session(
+      {{"A", station("d", 0)}, {"B", station("?", 0.05)}, {"C", station("?", 0.06)}, {"D", station("?", 0.3)}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_EQ(matchNear(session, 0.02).names, (Names{{7, "auto5"}, {11, "auto5"}}));
+  EXPECT_EQ(matchNear(session, 0.5).names, (Names{{3, "auto6"}, {7, "auto6"}, {11, "auto6"}, {15, "auto6"}}));
+}
+
 TEST(Matching, AnUnnamedPointThatJoinsAUsersNameIsTheUsers) {
   Session session({{"A", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"d", 30, 30, 0}}},
                    {"B", {{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {"?", 30, 30, 0.01}}}});
@@ -155,6 +195,22 @@ TEST(Matching, TheSpreadIsThatOfTheLastSolution) {
   EXPECT_TRUE(session->getPointSpreadHistogram(counts, edges));
   EXPECT_EQ(counts.size(), 10u);
   EXPECT_EQ(edges.size(), 11u);
+}
+
+TEST(Matching, TheSpreadOfTwoDistancesHasNoHistogram) {
+  // The base has no transformation, so that T1 and T2 of the other two make the only pairs.
+  Session session({{"Base", {{"T1", 0, 0, 0}, {"T2", 8, 0, 0}, {"T3", 0, 9, 0}, {"T4", 9, 9, 0}}},
+                   {"A", {{"T1", 0, 0, 5}, {"T2", 8, 0, 5}, {"T3", 0, 9, 5}}},
+                   {"B", {{"T1", 0, 0, 3}, {"T2", 8, 0, 3}, {"T4", 9, 9, 3}}}});
+  Outputs out;
+  session->setBaseGroups({0}, out.groups, out.points, out.inactiveGroups, out.inactivePoints);
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  std::vector<std::uint64_t> counts{7};
+  std::vector<double> edges{7.0};
+  EXPECT_TRUE(session->getPointSpreadHistogram(counts, edges));
+  EXPECT_EQ(counts, std::vector<std::uint64_t>{});
+  EXPECT_EQ(edges, std::vector<double>{});
 }
 
 }  // namespace

@@ -75,6 +75,23 @@ void addPictureOptions(CLI::App& app, PictureOptions& picture, const char* size,
   addText(app, view, picture.view, "VIEW", "top (default), front, side, iso, or fit: where the points spread the most");
 }
 
+void addLength(CLI::App& app, const std::string& name, std::optional<double>& value, const char* help) {
+  app.add_option(name, value, help)->type_name("LENGTH");
+}
+
+void addMatchOptions(CLI::App& app, RegisterOptions& options) {
+  addText(app, "--match", options.match, "HOW",
+          "name points that have no name: auto (search for names that join all), triangles (one matching by equal "
+          "triangles) or distance (register, then name what fell on one spot)");
+  addLength(app, "--match-limit", options.matchLimit,
+            "auto: the largest discrepancy that a naming may leave; none: 0.02 (20 with --unit mm)");
+  addLength(app, "--side-tolerance", options.sideTolerance,
+            "triangles: how far the sides of equal ones may differ; auto: the widest that it tries");
+  addLength(app, "--min-side-difference", options.minSideDifference,
+            "triangles: how much any two sides of a usable one differ at least");
+  addLength(app, "--tolerance", options.tolerance, "distance: how far apart the points of one spot may lie");
+}
+
 void addRegister(CLI::App& app, RegisterOptions& options) {
   addFileOptions(app, options.files);
   addHostOptions(app, options.host, "the drawing; made when it is missing and files are named");
@@ -82,6 +99,7 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addRepeated(app, "--exclude", options.exclude, "GROUP[:POINT]", "leave out a group or one of its points");
   addRepeated(app, "--weight", options.weight, "GROUP:POINT=W", "weight of a point, 0 to 1; 0 leaves it out");
   addText(app, "--weights", options.weightsFile, "FILE", "weights: a line \"GROUP POINT WEIGHT\" each, # comments");
+  addMatchOptions(app, options);
   addText(app, "--method", options.method, "METHOD", "pairwise (default) or iterative");
   app.add_option("--max-iterations", options.maxIterations, "iterative: the limit; none: the profile's, or 100")
       ->type_name("NUMBER");

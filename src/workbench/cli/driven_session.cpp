@@ -1,6 +1,8 @@
 #include "workbench/cli/driven_session.h"
 
+#include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "workbench/host/text_encoding.h"
 
@@ -10,26 +12,46 @@ using namespace ZOR::reg;
 
 DrivenSession::DrivenSession(iMultiRegistrator& registrator_) : registrator(registrator_) {}
 
-bool DrivenSession::addAllGroups() {
+bool DrivenSession::addAllGroups() { return addGroups(readGroups()); }
+
+GroupIdSet DrivenSession::readGroups() {
   std::map<GroupId, std::string> available;
-  if (!registrator.getAvailableGroups(available)) return false;
-  GroupIdSet wanted;
+  GroupIdSet ids;
+  if (!registrator.getAvailableGroups(available)) return ids;
+  const bool isFirst = current.groups.empty();
   for (const auto& [id, name] : available) {
-    wanted.insert(id);
-    current.groups.push_back({id, utf8FromName(name), false});
+    ids.insert(id);
+    if (isFirst) current.groups.push_back({id, utf8FromName(name), false});
   }
+  return ids;
+}
+
+bool DrivenSession::addGroups(const GroupIdSet& groups) {
+  if (current.groups.empty()) readGroups();
   std::list<RefPoint> added;
   GroupIdSet inactiveGroups;
   RefPointIdSet inactivePoints;
-  if (!registrator.addGroups(wanted, added, inactiveGroups, inactivePoints)) return false;
+  if (!registrator.addGroups(groups, added, inactiveGroups, inactivePoints)) return false;
+  takeAdded(added);
+  takeInactive(inactivePoints);
+  return true;
+}
 
+void DrivenSession::takeAdded(const std::list<RefPoint>& added) {
   std::list<NamedId> names;
   registrator.getCommonPointNames(names);
   std::unordered_map<CommonPointId, std::string> nameOf;
   for (const NamedId& named : names) nameOf.emplace(named.id, utf8FromName(named.name));
   for (const RefPoint& point : added) current.points.push_back({point, nameOf[point.commonId]});
+}
+
+void DrivenSession::removeGroups(const GroupIdSet& groups) {
+  RefPointIdSet removedPoints, inactivePoints;
+  GroupIdSet inactiveGroups;
+  registrator.removeGroups(groups, removedPoints, inactiveGroups, inactivePoints);
+  const auto isRemoved = [&](const SessionPoint& point) { return removedPoints.count(point.record.id) != 0; };
+  current.points.erase(std::remove_if(current.points.begin(), current.points.end(), isRemoved), current.points.end());
   takeInactive(inactivePoints);
-  return true;
 }
 
 void DrivenSession::setBase(const GroupIdSet& groups) {
@@ -39,6 +61,14 @@ void DrivenSession::setBase(const GroupIdSet& groups) {
   registrator.setBaseGroups(groups, baseGroups, basePoints, inactiveGroups, inactivePoints);
   for (SessionGroup& group : current.groups) group.inBase = baseGroups.count(group.id) != 0;
   for (SessionPoint& point : current.points) point.record.inBase = basePoints.count(point.record.id) != 0;
+  takeInactive(inactivePoints);
+}
+
+void DrivenSession::includeGroups(const GroupIdSet& groups) {
+  GroupIdSet inactiveGroups;
+  RefPointIdSet excludedPoints, inactivePoints;
+  registrator.includeGroups(groups, excludedPoints, inactiveGroups, inactivePoints);
+  takeExcluded(excludedPoints);
   takeInactive(inactivePoints);
 }
 
@@ -91,6 +121,58 @@ void DrivenSession::keepCluster(std::uint64_t number) {
   registrator.keepGroupCluster(number, excludedPoints, inactiveGroups, inactivePoints);
   takeExcluded(excludedPoints);
   takeInactive(inactivePoints);
+}
+
+std::size_t DrivenSession::matchAllByTriangles(double sideTolerance, double minSideDifference) {
+  std::map<RefPointId, std::string> assignedNames;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.matchAllGroupsByTriangles(sideTolerance, minSideDifference, assignedNames, inactiveGroups,
+                                        inactivePoints);
+  takeInactive(inactivePoints);
+  return takeNames(assignedNames);
+}
+
+std::size_t DrivenSession::matchByTriangles(const GroupIdSet& groups, double sideTolerance, double minSideDifference) {
+  std::map<RefPointId, std::string> assignedNames;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.matchGroupsByTriangles(groups, sideTolerance, minSideDifference, assignedNames, inactiveGroups,
+                                     inactivePoints);
+  takeInactive(inactivePoints);
+  return takeNames(assignedNames);
+}
+
+std::size_t DrivenSession::matchByCloseness(double tolerance) {
+  std::map<RefPointId, std::string> assignedNames;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  registrator.matchPointsByDistance(tolerance, assignedNames, inactiveGroups, inactivePoints);
+  takeInactive(inactivePoints);
+  return takeNames(assignedNames);
+}
+
+/// The session tells names, not ids. A new name stands behind the older ones, so where two ids have
+/// one name the last is meant. Who joins a name of the user's is the user's.
+std::size_t DrivenSession::takeNames(const std::map<RefPointId, std::string>& assignedNames) {
+  if (assignedNames.empty()) return 0;
+  std::list<NamedId> names;
+  registrator.getCommonPointNames(names);
+  std::unordered_map<std::string, CommonPointId> idOf;
+  for (const NamedId& named : names) idOf[named.name] = named.id;
+  std::unordered_set<CommonPointId> ofUser;
+  for (const SessionPoint& point : current.points) {
+    if (point.record.named && !point.record.autoNamed) ofUser.insert(point.record.commonId);
+  }
+  for (SessionPoint& point : current.points) {
+    const auto assigned = assignedNames.find(point.record.id);
+    if (assigned == assignedNames.end()) continue;
+    point.name = utf8FromName(assigned->second);
+    point.record.commonId = idOf[assigned->second];
+    point.record.named = true;
+    point.record.autoNamed = ofUser.count(point.record.commonId) == 0;
+  }
+  return assignedNames.size();
 }
 
 void DrivenSession::takeInactive(const RefPointIdSet& inactivePoints) {

@@ -1,6 +1,11 @@
 // A registration session, driven as a dialog drives it.
 #pragma once
 
+#include <cstddef>
+#include <list>
+#include <map>
+#include <string>
+
 #include "session/i_multi_registrator.h"
 #include "workbench/cli/session_state.h"
 
@@ -13,7 +18,12 @@ class DrivenSession {
 
   /// Puts all groups of the active drawing in. False when it holds none.
   bool addAllGroups();
+  /// Puts some in. False when it holds none of them.
+  bool addGroups(const ZOR::reg::GroupIdSet& groups);
+  /// They can be put in again, and come as they were read.
+  void removeGroups(const ZOR::reg::GroupIdSet& groups);
   void setBase(const ZOR::reg::GroupIdSet& groups);
+  void includeGroups(const ZOR::reg::GroupIdSet& groups);
   void excludeGroups(const ZOR::reg::GroupIdSet& groups);
   void excludePoints(const ZOR::reg::RefPointIdSet& points);
   /// False for a weight outside 0 to 1.
@@ -28,12 +38,23 @@ class DrivenSession {
   void keepCluster(std::uint64_t number);
   void clearResults() { registrator.clearResults(); }
 
+  /// The matching operations name points and say how many got a name; 0 when nothing was found or
+  /// what was found contradicts itself. Tolerances are lengths in drawing units.
+  std::size_t matchAllByTriangles(double sideTolerance, double minSideDifference);
+  std::size_t matchByTriangles(const ZOR::reg::GroupIdSet& groups, double sideTolerance, double minSideDifference);
+  /// Needs a solve before it.
+  std::size_t matchByCloseness(double tolerance);
+
   ZOR::reg::iMultiRegistrator& operations() { return registrator; }
   const SessionState& state() const { return current; }
 
  private:
+  /// The groups of the drawing that aren't in the session.
+  ZOR::reg::GroupIdSet readGroups();
+  void takeAdded(const std::list<ZOR::reg::RefPoint>& added);
   void takeInactive(const ZOR::reg::RefPointIdSet& inactivePoints);
   void takeExcluded(const ZOR::reg::RefPointIdSet& excludedPoints);
+  std::size_t takeNames(const std::map<ZOR::reg::RefPointId, std::string>& assignedNames);
 
   ZOR::reg::iMultiRegistrator& registrator;
   SessionState current;

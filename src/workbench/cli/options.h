@@ -50,6 +50,13 @@ struct RegisterOptions {
   std::vector<std::string> exclude;
   std::vector<std::string> weight;
   std::string weightsFile;
+  /// "auto", "triangles" or "distance"; empty for none.
+  std::string match;
+  /// Of the matching, drawing units; usual ones when not given.
+  std::optional<double> sideTolerance;
+  std::optional<double> minSideDifference;
+  std::optional<double> tolerance;
+  std::optional<double> matchLimit;
   std::string method = "pairwise";
   /// Of the iterative method; the session's when not given.
   std::optional<std::uint64_t> maxIterations;

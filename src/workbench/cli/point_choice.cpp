@@ -100,24 +100,29 @@ GroupId chosenGroup(const SessionState& state, const std::string& name, const st
   refuse(fmt::format("{} {}: there is no group \"{}\"{}", option, name, name, suggestion(name, groupNames(state))));
 }
 
-PointChoice chosenPoints(const SessionState& state, const std::string& text, const std::string& option) {
+std::optional<PointChoice> findPoints(const SessionState& state, const std::string& text) {
   if (const auto group = groupOfName(state, text)) return wholeGroup(state, *group);
-  std::optional<std::size_t> colonAfterGroup;
   for (std::size_t colon = text.find(':'); colon != std::string::npos; colon = text.find(':', colon + 1)) {
     const auto group = groupOfName(state, text.substr(0, colon));
     if (!group) continue;
     PointChoice choice{*group, false, pointsOfName(state, *group, text.substr(colon + 1))};
     if (!choice.points.empty()) return choice;
-    if (!colonAfterGroup) colonAfterGroup = colon;
   }
-  if (!colonAfterGroup) {
-    const std::string name = text.substr(0, text.find(':'));
-    refuse(fmt::format("{} {}: there is no group \"{}\"{}", option, text, name, suggestion(name, groupNames(state))));
+  return std::nullopt;
+}
+
+PointChoice chosenPoints(const SessionState& state, const std::string& text, const std::string& option) {
+  if (auto choice = findPoints(state, text)) return *choice;
+  for (std::size_t colon = text.find(':'); colon != std::string::npos; colon = text.find(':', colon + 1)) {
+    const std::string group = text.substr(0, colon);
+    const auto id = groupOfName(state, group);
+    if (!id) continue;
+    const std::string point = text.substr(colon + 1);
+    refuse(fmt::format("{} {}: group \"{}\" has no point \"{}\"{}", option, text, group, point,
+                       suggestion(point, pointNames(state, *id))));
   }
-  const std::string group = text.substr(0, *colonAfterGroup);
-  const std::string point = text.substr(*colonAfterGroup + 1);
-  refuse(fmt::format("{} {}: group \"{}\" has no point \"{}\"{}", option, text, group, point,
-                     suggestion(point, pointNames(state, *groupOfName(state, group)))));
+  const std::string name = text.substr(0, text.find(':'));
+  refuse(fmt::format("{} {}: there is no group \"{}\"{}", option, text, name, suggestion(name, groupNames(state))));
 }
 
 WeightChoice parseWeightOption(const std::string& text) {

@@ -1,6 +1,7 @@
 // Groups and points as they are named on the command line and in a file of weights.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,9 @@ struct WeightChoice {
 ZOR::reg::GroupId chosenGroup(const SessionState& state, const std::string& name, const std::string& option);
 
 /// `GROUP` or `GROUP:POINT`. A name may hold a colon itself: a group of the whole name goes first,
-/// then the first colon at which both sides are known. Throws CommandError(usage).
+/// then the first colon at which both sides are known. Nothing when there are no such points.
+std::optional<PointChoice> findPoints(const SessionState& state, const std::string& text);
+/// The same, but throws CommandError(usage) that says what there isn't.
 PointChoice chosenPoints(const SessionState& state, const std::string& text, const std::string& option);
 
 /// `GROUP:POINT=WEIGHT`. The weight stands behind the last equals sign. Throws CommandError(usage)

@@ -139,6 +139,7 @@ Results describeResults(const SessionState& state, const SolvedTransforms& solve
   }
   results.discrepancies = overall.discrepancies.result();
   results.atBase = overall.atBase.result();
+  results.spread = solved.spread;
   findLargest(results);
   return results;
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "workbench/cli/point_spread.h"
 #include "workbench/cli/session_state.h"
 #include "workbench/cli/solved_transforms.h"
 
@@ -52,6 +53,7 @@ struct Results {
   /// The place of the point with the largest discrepancy.
   std::optional<std::size_t> largest;
   std::optional<StandOut> standOut;
+  PointSpread spread;
 };
 
 /// To be called for a state that has been solved.

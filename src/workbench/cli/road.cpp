@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/file_survey.h"
@@ -38,27 +39,65 @@ bool anyPoint(const SessionState& state, Test test) {
   return std::any_of(state.points.begin(), state.points.end(), test);
 }
 
-/// Base, exclusions and weights, in that order.
-void applyChoices(DrivenSession& session, const RegisterOptions& options) {
-  const SessionState& state = session.state();
+void chooseBase(DrivenSession& session, const RegisterOptions& options) {
   GroupIdSet base;
-  for (const std::string& name : options.base) base.insert(chosenGroup(state, name, "--base"));
+  for (const std::string& name : options.base) base.insert(chosenGroup(session.state(), name, "--base"));
   session.setBase(base);
+}
 
-  for (const std::string& text : options.exclude) {
-    const PointChoice choice = chosenPoints(state, text, "--exclude");
-    if (choice.wholeGroup) {
-      session.excludeGroups({choice.group});
-    } else {
-      session.excludePoints(choice.points);
+/// Exclusions and weights, in that order.
+class PointChoices {
+ public:
+  explicit PointChoices(const RegisterOptions& options) : exclude(options.exclude) {
+    if (!options.weightsFile.empty()) weights = readWeightsFile(options.weightsFile);
+    for (const std::string& text : options.weight) weights.push_back(parseWeightOption(text));
+  }
+
+  /// Applies those whose points are known already; a matching may name the others.
+  void applyKnown(DrivenSession& session) {
+    const auto isKnown = [&](const std::string& text) { return findPoints(session.state(), text).has_value(); };
+    PointChoices known;
+    const auto firstKnown = std::stable_partition(exclude.begin(), exclude.end(), std::not_fn(isKnown));
+    known.exclude.assign(firstKnown, exclude.end());
+    exclude.erase(firstKnown, exclude.end());
+    const auto firstKnownWeight = std::stable_partition(
+        weights.begin(), weights.end(), [&](const WeightChoice& choice) { return !isKnown(choice.point); });
+    known.weights.assign(firstKnownWeight, weights.end());
+    weights.erase(firstKnownWeight, weights.end());
+    known.apply(session);
+  }
+
+  /// Throws CommandError(usage) for points that there aren't.
+  void apply(DrivenSession& session) const {
+    for (const std::string& text : exclude) {
+      const PointChoice choice = chosenPoints(session.state(), text, "--exclude");
+      if (choice.wholeGroup) {
+        session.excludeGroups({choice.group});
+      } else {
+        session.excludePoints(choice.points);
+      }
+    }
+    for (const WeightChoice& choice : weights) {
+      session.setWeight(chosenPoints(session.state(), choice.point, "weight").points, choice.weight);
     }
   }
+
+ private:
+  PointChoices() = default;
+  std::vector<std::string> exclude;
   std::vector<WeightChoice> weights;
-  if (!options.weightsFile.empty()) weights = readWeightsFile(options.weightsFile);
-  for (const std::string& text : options.weight) weights.push_back(parseWeightOption(text));
-  for (const WeightChoice& choice : weights) {
-    session.setWeight(chosenPoints(state, choice.point, "weight").points, choice.weight);
+};
+
+/// Base, exclusions, weights and, if asked for, names. The base comes after the names: the
+/// operation that looks for points on one spot sees no base points.
+void applyChoices(Workbench& workbench, DrivenSession& session, const RegisterOptions& options, Road& road) {
+  PointChoices choices(options);
+  if (!options.match.empty()) {
+    choices.applyKnown(session);
+    road.match = matchPoints(workbench, session, options);
   }
+  choices.apply(session);
+  chooseBase(session, options);
 }
 
 /// The groups that still take part although they aren't in the cluster. Several bases are one group
@@ -119,6 +158,15 @@ Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road
   session.clearResults();
   if (baseIsLost(session.state(), options)) return Outcome::baseLost;
   return session.registerPairwise() ? Outcome::registered : Outcome::notLinked;
+}
+
+/// Not at all when the names aren't certain.
+Outcome solveNamed(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
+  if (road.match && road.match->isRefused) return Outcome::notNamed;
+  const Outcome outcome = solve(session, options, road, warnings);
+  if (!road.match || outcome != Outcome::registered) return outcome;
+  checkDiscrepancies(session.state(), *road.match);
+  return road.match->isRefused ? Outcome::notNamed : outcome;
 }
 
 /// A registered survey from which stations are missing looks complete; so it is said.
@@ -227,12 +275,13 @@ void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOpti
   if (!session.addAllGroups()) {
     throw CommandError(ExitStatus::refused, "the drawing holds no reference points; name files to take in");
   }
-  applyChoices(session, options);
+  applyChoices(workbench, session, options, road);
   requireFiniteCoordinates(session.state());
-  road.outcome = solve(session, options, road, warnings);
+  road.outcome = solveNamed(session, options, road, warnings);
   road.state = session.state();
   road.reasons = reasonsOut(road.state);
   road.usesBase = anyPoint(road.state, isActiveBase);
+  if (road.outcome == Outcome::notNamed) return;
   if (road.outcome != Outcome::registered) {
     road.links = describeLinks(road.state, session.clusters());
     return;
@@ -247,6 +296,7 @@ void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOpti
 
 Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warnings) {
   checkMethod(options);
+  checkMatch(options);
   const std::vector<LayoutFiles> runs = importRuns(options.files);
   const Delivery delivery(options);
   openDrawing(workbench, options.host.document, !runs.empty());

@@ -11,6 +11,7 @@
 #include "workbench/cli/import_files.h"
 #include "workbench/cli/iteration_course.h"
 #include "workbench/cli/links.h"
+#include "workbench/cli/naming/match_run.h"
 #include "workbench/cli/options.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/reasons.h"
@@ -25,7 +26,9 @@ enum class Outcome {
   /// The groups don't hang together, or none is left.
   notLinked,
   /// A base was asked for, and none of its points is in use.
-  baseLost
+  baseLost,
+  /// Points without names can't be named so that it is certain.
+  notNamed
 };
 
 /// All that a registration has to tell.
@@ -42,6 +45,8 @@ struct Road {
   /// After the iterative method, unless its report doesn't tell.
   std::optional<IterationCourse> iterations;
   std::optional<std::uint64_t> keptCluster;
+  /// When points were to be named.
+  std::optional<MatchReport> match;
   /// When not registered, or registered iteratively although the groups don't hang together.
   LinkReport links;
   /// When registered.

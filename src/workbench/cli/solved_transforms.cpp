@@ -26,10 +26,8 @@ std::vector<MergedTarget> storedTargets(const OdDbDatabase& database) {
   return targets;
 }
 
-}  // namespace
-
-SolvedTransforms solvedTransforms(Workbench& workbench, iMultiRegistrator& session,
-                                  const std::vector<GroupId>& groups) {
+SolvedTransforms readBack(Workbench& workbench, iMultiRegistrator& session, const std::vector<GroupId>& groups,
+                          bool withTargets) {
   const ScratchDocument scratch(workbench);
   std::vector<bool> moved(groups.size(), false);
   std::list<NamedId> clouds;
@@ -37,7 +35,7 @@ SolvedTransforms solvedTransforms(Workbench& workbench, iMultiRegistrator& sessi
     for (std::size_t i = 0; i < groups.size(); ++i) addProbe(*scratch.database(), i);
     session.getPointClouds(clouds);
     for (std::size_t i = 0; i < groups.size(); ++i) moved[i] = session.applyTransformToCloud(groups[i], i);
-    session.storeCommonPoints(targetsName);
+    if (withTargets) session.storeCommonPoints(targetsName);
   });
 
   SolvedTransforms solved;
@@ -49,6 +47,20 @@ SolvedTransforms solvedTransforms(Workbench& workbench, iMultiRegistrator& sessi
   // The session lets go of the probes before their drawing goes.
   scratch.giveBack();
   session.getPointClouds(clouds);
+  return solved;
+}
+
+}  // namespace
+
+std::map<GroupId, OdGeMatrix3d> solvedMotions(Workbench& workbench, iMultiRegistrator& session,
+                                              const std::vector<GroupId>& groups) {
+  return readBack(workbench, session, groups, false).toCommon;
+}
+
+SolvedTransforms solvedTransforms(Workbench& workbench, iMultiRegistrator& session,
+                                  const std::vector<GroupId>& groups) {
+  SolvedTransforms solved = readBack(workbench, session, groups, true);
+  solved.spread = pointSpreadOf(session);
   return solved;
 }
 

@@ -1,4 +1,5 @@
-// The transformations that a session has found, with all their digits.
+// The transformations that a session has found, with all their digits, and how far they leave points
+// of one name apart.
 //
 // The interface gives them in reports and matrix files, rounded for reading; a cloud takes the whole
 // double. So unmoved clouds of a drawing in memory are moved by them and read back, and so are the
@@ -11,6 +12,7 @@
 
 #include "platform/sdk/od_ge_matrix3d.h"
 #include "session/i_multi_registrator.h"
+#include "workbench/cli/point_spread.h"
 #include "workbench/host/workbench.h"
 
 namespace tiepoint::workbench::cli {
@@ -27,10 +29,13 @@ struct SolvedTransforms {
   /// From each group's system to the common one; none for a base and for a group that took no part.
   std::map<ZOR::reg::GroupId, OdGeMatrix3d> toCommon;
   std::vector<MergedTarget> targets;
+  PointSpread spread;
 };
 
-/// Leaves the active drawing as it is. The session's list of clouds is that of the active drawing
+/// Both leave the active drawing as it is. The session's list of clouds is that of the active drawing
 /// afterwards.
+std::map<ZOR::reg::GroupId, OdGeMatrix3d> solvedMotions(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
+                                                        const std::vector<ZOR::reg::GroupId>& groups);
 SolvedTransforms solvedTransforms(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
                                   const std::vector<ZOR::reg::GroupId>& groups);
 

@@ -1,6 +1,7 @@
 #include "workbench/cli/summary_json.h"
 
 #include "workbench/cli/json_parts.h"
+#include "workbench/cli/naming/match_text.h"
 #include "workbench/cli/rigid_motion.h"
 
 namespace tiepoint::workbench::cli {
@@ -17,6 +18,8 @@ const char* outcomeKey(Outcome outcome) {
       return "not-linked";
     case Outcome::baseLost:
       return "base-lost";
+    case Outcome::notNamed:
+      return "not-named";
   }
   return "";
 }
@@ -86,6 +89,19 @@ Json jsonStandOut(const Road& road) {
           {"timesMedian", jsonNumber(road.results.standOut->timesMedian)}};
 }
 
+/// Null when not registered.
+Json jsonSpread(const Road& road) {
+  if (road.outcome != Outcome::registered) return {};
+  const PointSpread& spread = road.results.spread;
+  Json histogram = Json::array();
+  for (std::size_t bin = 0; bin < spread.counts.size(); ++bin) {
+    histogram.push_back({{"from", jsonNumber(spread.edges[bin])},
+                         {"to", jsonNumber(spread.edges[bin + 1])},
+                         {"distances", spread.counts[bin]}});
+  }
+  return {{"largest", jsonNumber(spread.largest)}, {"histogram", std::move(histogram)}};
+}
+
 Json jsonTargets(const Road& road) {
   Json targets = Json::array();
   for (const MergedTarget& target : road.targets) {
@@ -139,12 +155,14 @@ std::string summaryJson(const Road& road, const std::vector<std::string>& warnin
   json["iterations"] = jsonIterations(road.iterations);
   json["document"] = textOrNull(road.document);
   json["import"] = jsonImport(road.import);
+  json["match"] = road.match ? jsonMatch(road.state, *road.match) : Json();
   json["keptCluster"] = road.keptCluster ? Json(*road.keptCluster) : Json();
   json["groups"] = jsonGroups(road);
   json["points"] = jsonPoints(road);
   json["discrepancies"] = jsonRms(road.results.discrepancies);
   json["atBase"] = jsonRms(road.results.atBase);
   json["standOut"] = jsonStandOut(road);
+  json["spread"] = jsonSpread(road);
   json["commonPoints"] = jsonTargets(road);
   json["parts"] = jsonParts(road);
   json["links"] = jsonLinks(road);

@@ -6,8 +6,10 @@
 
 #include "workbench/cli/cloud_text.h"
 #include "workbench/cli/import_text.h"
+#include "workbench/cli/naming/match_text.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/rigid_motion.h"
+#include "workbench/cli/spread_text.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -267,15 +269,18 @@ std::string registered(const Road& road, const LengthFormat& lengths) {
   std::string text = methodLine(road) + courseText(road, lengths) + "\n" + transformations(road, lengths) + "\n" +
                      discrepancies(road, lengths);
   const std::string out = pointsOut(road);
+  const std::string spread = spreadText(road.results.spread, lengths);
   const std::string advice = hint(road);
   if (!out.empty()) text += "\n" + out;
   text += "\n" + rms(road, lengths);
+  if (!spread.empty()) text += "\n" + spread;
   if (!advice.empty()) text += "\n" + advice;
   return text + written(road);
 }
 
 std::string refused(const Road& road) {
   const std::string out = pointsOut(road);
+  if (road.outcome == Outcome::notNamed) return "Not registered: the points can't be named so that it is certain.\n";
   return (road.outcome == Outcome::baseLost ? baseLost(road) : notLinked(road)) + (out.empty() ? "" : "\n" + out);
 }
 
@@ -284,6 +289,7 @@ std::string refused(const Road& road) {
 std::string summaryText(const Road& road, const LengthFormat& lengths) {
   std::string text = importText(road.import);
   if (!text.empty()) text += "\n";
+  if (road.match) text += matchText(road.state, *road.match, lengths) + "\n";
   return text + (road.outcome == Outcome::registered ? registered(road, lengths) : refused(road));
 }
 

@@ -8,7 +8,7 @@
 
 namespace tiepoint::workbench::cli {
 
-/// Files read, transformations, discrepancies, points that are out and why, RMS, clouds; or what
+/// Files read, transformations, discrepancies, points that are out and why, RMS, spread, clouds; or what
 /// keeps the groups apart. UTF-8, aligned columns, no control characters but line feeds.
 std::string summaryText(const Road& road, const LengthFormat& lengths);
 

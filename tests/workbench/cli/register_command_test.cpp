@@ -36,6 +36,56 @@ TEST_F(RegisterCommand, TheSummaryHoldsTheImportsOwnWords) {
   EXPECT_THAT(result.out, HasSubstr("Registered pairwise: 8 of 8 points in use\n"));
 }
 
+/// A cross about the origin, and one whose arms are 1.0003 mm longer in x and 3.0003 mm in y: what is
+/// left over has no part in any turn or shift.
+constexpr const char* crossLines = "W -10 0 0\nE 10 0 0\nS 0 -20 0\nN 0 20 0\n";
+constexpr const char* widerCrossLines = "W -10.0010003 0 0\nE 10.0010003 0 0\nS 0 -20.0030003 0\nN 0 20.0030003 0\n";
+
+TEST_F(RegisterCommand, TheSpreadIsDrawnInTenBins) {
+  write("cross.txt", crossLines);
+  write("wider.txt", widerCrossLines);
+  const ProcessResult result = run({"register", "--unit", "m", "cross.txt", "wider.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, HasSubstr("\n\nSpread (mm): how far registered points of one name stay apart; at most 3.000\n"
+                                    "   from     to  distances\n"
+                                    "  1.000  1.200          2  ##\n"
+                                    "  1.200  1.400          0\n"
+                                    "  1.400  1.600          0\n"
+                                    "  1.600  1.800          0\n"
+                                    "  1.800  2.000          0\n"
+                                    "  2.000  2.200          0\n"
+                                    "  2.200  2.400          0\n"
+                                    "  2.400  2.600          0\n"
+                                    "  2.600  2.800          0\n"
+                                    "  2.800  3.000          2  ##\n"));
+}
+
+TEST_F(RegisterCommand, TheSpreadStandsInTheJsonInTheFilesUnit) {
+  write("cross.txt", crossLines);
+  write("wider.txt", widerCrossLines);
+  const json spread = runJson({"register", "--unit", "m", "cross.txt", "wider.txt"})["spread"];
+  EXPECT_NEAR(spread["largest"], 0.0030003, 1.1e-7) << "cut, not rounded, to seven decimals";
+  ASSERT_EQ(spread["histogram"].size(), 10u);
+  EXPECT_DOUBLE_EQ(spread["histogram"][0]["from"], 0.001);
+  EXPECT_DOUBLE_EQ(spread["histogram"][0]["to"], 0.0012);
+  EXPECT_EQ(spread["histogram"][0]["distances"], 2);
+  EXPECT_EQ(spread["histogram"][5]["distances"], 0);
+  EXPECT_DOUBLE_EQ(spread["histogram"][9]["to"], 0.003);
+  EXPECT_EQ(spread["histogram"][9]["distances"], 2);
+}
+
+TEST_F(RegisterCommand, WhatIsNotRegisteredHasNoSpread) {
+  EXPECT_TRUE(runJson({"register", "base.txt"}, 1)["spread"].is_null());
+}
+
+TEST_F(RegisterCommand, TheSpreadIsNotDrawnForFewerThanThreeDistances) {
+  const ProcessResult result = run({"register", "--base", "base", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, Not(HasSubstr("Spread")));
+  const json spread = runJson({"register", "--base", "base", "base.txt", "shifted.txt"})["spread"];
+  EXPECT_EQ(spread, json({{"largest", 0.0}, {"histogram", json::array()}}));
+}
+
 TEST_F(RegisterCommand, OutputThatIsNoTerminalHasNoColours) {
   EXPECT_THAT(run({"register", "base.txt", "shifted.txt"}).out, Not(HasSubstr("\x1B")));
 }

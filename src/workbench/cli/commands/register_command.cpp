@@ -9,6 +9,21 @@
 
 namespace tiepoint::workbench::cli {
 
+namespace {
+
+const char* refusal(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::baseLost:
+      return "the base shares fewer than 3 points with the others";
+    case Outcome::notNamed:
+      return "the points can't be named so that it is certain";
+    default:
+      return "the groups don't hang together";
+  }
+}
+
+}  // namespace
+
 ExitStatus runRegister(const RegisterOptions& options) {
   const LengthFormat lengths(options.unit);
   Warnings warnings(options.quiet);
@@ -22,8 +37,7 @@ ExitStatus runRegister(const RegisterOptions& options) {
     writeOut(summaryText(road, lengths));
   }
   if (road.outcome == Outcome::registered) return ExitStatus::done;
-  sayError(road.outcome == Outcome::baseLost ? "not registered: the base shares fewer than 3 points with the others"
-                                             : "not registered: the groups don't hang together");
+  sayError(std::string("not registered: ") + refusal(road.outcome));
   return ExitStatus::refused;
 }
 

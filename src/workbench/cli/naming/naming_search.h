@@ -1,0 +1,32 @@
+// The search for names that join all stations.
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "workbench/cli/naming/naming_limits.h"
+#include "workbench/cli/naming/naming_step.h"
+#include "workbench/cli/naming/station_troubles.h"
+#include "workbench/cli/session_state.h"
+#include "workbench/host/workbench.h"
+
+namespace tiepoint::workbench::cli {
+
+struct NamingPlan {
+  /// What to do in a session like the one that the search was made for; empty when no two stations
+  /// could be joined.
+  std::vector<NamingStep> steps;
+  ZOR::reg::GroupIdSet placed;
+  std::vector<UnplacedStation> unplaced;
+  /// Pairs that share more points than could be named without discrepancies above the limit.
+  std::vector<std::pair<ZOR::reg::GroupId, ZOR::reg::GroupId>> openLoops;
+};
+
+/// Starts from the two stations that agree best and adds one station after another. A station is
+/// added when a solve of all leaves no discrepancy above the limit and it can't be laid onto the
+/// others in a second way that explains as many of its points; after each the points that fell on
+/// one spot are named, and pairs of stations that close a loop. All in scratch sessions of the active drawing; `start`
+/// is the state of the session that the plan is for, before its first solve.
+NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits);
+
+}  // namespace tiepoint::workbench::cli

@@ -1,0 +1,37 @@
+// Why a station couldn't be joined with the others.
+#pragma once
+
+#include "workbench/cli/naming/naming_limits.h"
+#include "workbench/cli/naming/pair_links.h"
+
+namespace tiepoint::workbench::cli {
+
+enum class StationTrouble {
+  /// Fewer than three points to use.
+  tooFewPoints,
+  /// No triangle that another station has too.
+  noEqualTriangle,
+  /// It can be laid onto the others in several ways that explain as many points.
+  ambiguous,
+  /// It fits by three points alone, and chance may do that.
+  threePoints,
+  /// Whatever was named left discrepancies above the limit.
+  aboveLimit,
+  /// Equal triangles contradict one another at every tolerance.
+  contradiction
+};
+
+struct UnplacedStation {
+  ZOR::reg::GroupId group = 0;
+  StationTrouble trouble = StationTrouble::noEqualTriangle;
+  /// Ambiguous: how many points each way explains.
+  std::size_t points = 0;
+  /// Above the limit: the smallest of the largest discrepancies, drawing units.
+  double discrepancy = 0.0;
+};
+
+/// What the shapes of the stations and the trials of their pairs show.
+UnplacedStation troubleOf(ZOR::reg::GroupId group, const SessionState& start, const Stations& stations,
+                          const PairLinks& pairs, const NamingLimits& limits);
+
+}  // namespace tiepoint::workbench::cli
