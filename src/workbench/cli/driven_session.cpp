@@ -1,6 +1,7 @@
 #include "workbench/cli/driven_session.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -52,6 +53,11 @@ void DrivenSession::removeGroups(const GroupIdSet& groups) {
   const auto isRemoved = [&](const SessionPoint& point) { return removedPoints.count(point.record.id) != 0; };
   current.points.erase(std::remove_if(current.points.begin(), current.points.end(), isRemoved), current.points.end());
   takeInactive(inactivePoints);
+}
+
+void DrivenSession::restoreMarkers() {
+  // A removal makes the markers anew, even one of a group that no session has.
+  removeGroups({std::numeric_limits<GroupId>::max()});
 }
 
 void DrivenSession::setBase(const GroupIdSet& groups) {

@@ -36,7 +36,11 @@ class DrivenSession {
   ZOR::reg::GroupClusters clusters();
   /// Excludes the groups of all other clusters. The clusters are forgotten by the next solve.
   void keepCluster(std::uint64_t number);
+  /// Takes the markers away too when there are no results yet; `restoreMarkers` brings them back.
   void clearResults() { registrator.clearResults(); }
+  /// Shows every point of the session where it was measured. To be called before a solve, which moves
+  /// the markers that it finds.
+  void restoreMarkers();
 
   /// The matching operations name points and say how many got a name; 0 when nothing was found or
   /// what was found contradicts itself. Tolerances are lengths in drawing units.

@@ -146,6 +146,7 @@ Outcome solveIteratively(DrivenSession& session, const RegisterOptions& options,
 }
 
 Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
+  session.restoreMarkers();
   if (baseIsLost(session.state(), options)) return Outcome::baseLost;
   if (road.isIterative) return solveIteratively(session, options, road, warnings);
   if (session.registerPairwise()) {
@@ -156,6 +157,7 @@ Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road
   keepCluster(session, *options.keepCluster, warnings);
   road.keptCluster = options.keepCluster;
   session.clearResults();
+  session.restoreMarkers();
   if (baseIsLost(session.state(), options)) return Outcome::baseLost;
   return session.registerPairwise() ? Outcome::registered : Outcome::notLinked;
 }

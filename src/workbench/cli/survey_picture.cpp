@@ -153,6 +153,7 @@ void addResiduals(picture::Content& content, const Road& road, const ShownGroups
     const SessionPoint& point = road.state.points[i];
     const auto target = targets.find(point.name);
     if (!isSeen(result.discrepancy, lengths) || !result.registered || target == targets.end()) continue;
+    if (!shown.isShown(point.record.groupId)) continue;
     const bool standsOut = road.results.standOut && road.results.standOut->point == i;
     content.residuals.push_back(
         {target->second, *result.registered, shown.color(point.record.groupId), printable(point.name),

@@ -36,13 +36,25 @@ class Pictures : public SurveyFiles {
   }
 };
 
-/// How many pixels have exactly this colour.
-int countOf(const Pixels& pixels, int red, int green, int blue) {
+/// How many pixels fulfil the test, left of where the legend may begin.
+template <class Test>
+int countOf(const Pixels& pixels, Test test) {
+  constexpr int legendAtTheEarliest = 400;
   int count = 0;
   for (std::size_t i = 0; i < pixels.values.size(); i += 3) {
-    count += pixels.values[i] == red && pixels.values[i + 1] == green && pixels.values[i + 2] == blue ? 1 : 0;
+    if (static_cast<int>(i / 3) % pixels.width >= legendAtTheEarliest) continue;
+    count += test(&pixels.values[i]) ? 1 : 0;
   }
   return count;
+}
+
+int redPixels(const Pixels& pixels) {
+  return countOf(pixels, [](const unsigned char* rgb) { return rgb[0] > 200 && rgb[1] < 70 && rgb[2] < 70; });
+}
+
+/// Of crosses in red and yellow, whichever lie upon the others.
+int warmPixels(const Pixels& pixels) {
+  return countOf(pixels, [](const unsigned char* rgb) { return rgb[0] > 200 && rgb[2] < 120; });
 }
 
 TEST_F(Pictures, AreDrawnInEachFormatInTheSizeThatIsAskedFor) {
@@ -63,8 +75,8 @@ TEST_F(Pictures, AreDrawnInEachFormatInTheSizeThatIsAskedFor) {
 TEST_F(Pictures, ShowAGroupInTheColourThatTheModuleGivesIt) {
   makeDrawing();
   ASSERT_EQ(render({"-o", "p.png", "--size", "640x480"}).status, 0);
-  // Three crosses of 20 x 20 pixels and the one of the legend, all in pure red.
-  EXPECT_GT(countOf(pixelsOf(read("p.png")), 255, 0, 0), 60);
+  // Crosses of 20 x 20 pixels, whose lines are a little wider than one.
+  EXPECT_GT(redPixels(pixelsOf(read("p.png"))), 40);
 }
 
 TEST_F(Pictures, OfOneInputAreTheSameByteByByte) {
@@ -170,10 +182,30 @@ TEST_F(Pictures, LeaveOutGroupsThatAreNotRegistered) {
                  "--picture", "three.png", "--picture-size", "640x480"})
                 .status,
             0);
-  // Red and yellow show as often: the crosses lie where they lay.
-  const int red = countOf(pixelsOf(read("two.png")), 255, 0, 0);
-  EXPECT_GT(red, 20);
-  EXPECT_NEAR(countOf(pixelsOf(read("three.png")), 255, 0, 0), red, 0.1 * red + 10.0);
+  const int expected = warmPixels(pixelsOf(read("two.png")));
+  EXPECT_GT(expected, 100);
+  EXPECT_EQ(warmPixels(pixelsOf(read("three.png"))), expected);
+}
+
+TEST_F(Pictures, ShowTheClusterThatIsKept) {
+  write("other.txt", "Q1 0 0 0\nQ2 1 0 0\nQ3 0 1 0\n");
+  write("another.txt", "Q1 5 0 0\nQ2 6 0 0\nQ3 5 1 0\n");
+  ASSERT_EQ(run({"register", "--quiet", "--keep-cluster", "0", "base.txt", "shifted.txt", "other.txt", "another.txt",
+                 "--picture", "p.png", "--picture-size", "640x480"})
+                .status,
+            0);
+  EXPECT_GT(warmPixels(pixelsOf(read("p.png"))), 100);
+}
+
+TEST_F(Pictures, ShowPointsThatWereNamedByMatching) {
+  // Their places alone, so that the names have to be found.
+  write("nameless.txt", "100 200 300\n113 200 300\n100 217 300\n100 200 323\n");
+  write("named.txt", "P1 0 0 0\nP2 13 0 0\nP3 0 17 0\nP4 0 0 23\n");
+  ASSERT_EQ(run({"register", "--quiet", "--match", "auto", "--base", "named", "named.txt", "--xyz", "nameless.txt",
+                 "--picture", "p.png", "--picture-size", "640x480"})
+                .status,
+            0);
+  EXPECT_GT(warmPixels(pixelsOf(read("p.png"))), 100);
 }
 
 TEST_F(Pictures, OfManyPointsHaveSmallerMarkersUnlessTheProfileSaysHowLarge) {
@@ -187,7 +219,7 @@ TEST_F(Pictures, OfManyPointsHaveSmallerMarkersUnlessTheProfileSaysHowLarge) {
   const std::string profileBefore = read("profile.json");
   ASSERT_EQ(render({"-o", "small.png", "--size", "640x480"}).status, 0);
   ASSERT_EQ(render({"-o", "large.png", "--size", "640x480", "--profile", "profile.json"}).status, 0);
-  EXPECT_GT(countOf(pixelsOf(read("large.png")), 255, 0, 0), 2 * countOf(pixelsOf(read("small.png")), 255, 0, 0));
+  EXPECT_GT(redPixels(pixelsOf(read("large.png"))), 2 * redPixels(pixelsOf(read("small.png"))));
   EXPECT_EQ(read("profile.json"), profileBefore);
 }
 
