@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <boost/locale/utf.hpp>
+#include <sstream>
 
 namespace tiepoint::workbench::cli {
 
@@ -33,6 +34,25 @@ std::string joined(const std::vector<std::string>& items, std::size_t most) {
   std::string text;
   for (std::size_t i = 0; i < items.size() && i < most; ++i) text += (i == 0 ? "" : ", ") + items[i];
   return items.size() > most ? fmt::format("{} and {} more", text, items.size() - most) : text;
+}
+
+std::string wrapped(const std::string& utf8, std::size_t width, std::size_t indent) {
+  std::string text;
+  std::size_t column = 0;
+  std::istringstream words(utf8);
+  for (std::string word; words >> word;) {
+    const std::size_t length = columnsOf(word);
+    if (column > 0 && column + 1 + length > width) {
+      text += "\n" + std::string(indent, ' ');
+      column = indent;
+    } else if (column > 0) {
+      text += " ";
+      ++column;
+    }
+    text += word;
+    column += length;
+  }
+  return text;
 }
 
 std::vector<std::size_t> TextTable::widths() const {

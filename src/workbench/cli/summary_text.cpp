@@ -93,9 +93,14 @@ std::string transformations(const Road& road, const LengthFormat& lengths) {
 
 // --- Discrepancies.
 
+/// What is left of rounding in a survey without noise is no discrepancy to speak of.
+bool printsAsZero(const Results& results, std::size_t point, const LengthFormat& lengths) {
+  return lengths.residual(*results.points[point].discrepancy) == lengths.residual(0.0);
+}
+
 std::string markOf(const Results& results, std::size_t point, const LengthFormat& lengths) {
   if (!results.largest || *results.largest != point) return "";
-  if (lengths.residual(*results.points[point].discrepancy) == lengths.residual(0.0)) return "";
+  if (printsAsZero(results, point, lengths)) return "";
   if (!results.standOut) return "<- largest";
   return fmt::format("<- largest, {:.1f} times the median", results.standOut->timesMedian);
 }
@@ -124,8 +129,8 @@ std::string discrepancies(const Road& road, const LengthFormat& lengths) {
                      atBase ? "; at base: to the base's own measurement" : "", table.text());
 }
 
-std::string hint(const Road& road) {
-  if (!road.results.standOut) return "";
+std::string hint(const Road& road, const LengthFormat& lengths) {
+  if (!road.results.standOut || printsAsZero(road.results, road.results.standOut->point, lengths)) return "";
   const SessionPoint& point = road.state.points[road.results.standOut->point];
   const std::string group = printable(road.state.group(point.record.groupId).name);
   const std::string name = printable(point.name);
@@ -182,7 +187,9 @@ std::string pointsOut(const Road& road) {
   if (count == 0) return "";
   TextTable table({left, left, left});
   for (const auto& [key, points] : names) {
-    table.add({printable(road.state.group(key.first).name), reasonText(key.second), joined(points)});
+    const bool haveNames = key.second != Reason::unnamed;
+    table.add({printable(road.state.group(key.first).name), reasonText(key.second),
+               haveNames ? joined(points) : plural(points.size(), "point")});
   }
   return fmt::format("Out: {} of {}\n{}", count, plural(road.state.points.size(), "point"), table.text());
 }
@@ -270,7 +277,7 @@ std::string registered(const Road& road, const LengthFormat& lengths) {
                      discrepancies(road, lengths);
   const std::string out = pointsOut(road);
   const std::string spread = spreadText(road.results.spread, lengths);
-  const std::string advice = hint(road);
+  const std::string advice = hint(road, lengths);
   if (!out.empty()) text += "\n" + out;
   text += "\n" + rms(road, lengths);
   if (!spread.empty()) text += "\n" + spread;

@@ -3,6 +3,8 @@
 
 #include <Eigen/Dense>
 #include <fstream>
+#include <map>
+#include <set>
 
 #include "workbench/cli/survey_files.h"
 
@@ -140,6 +142,67 @@ TEST(PlantHall, ItsGeneratorMakesTheSameBytesAgain) {
   for (const char* file : {"nxyz/S1.txt", "nxyz/S5.txt", "nxyzw/S8.txt", "clouds/S2.xyz", "truth.json"}) {
     EXPECT_EQ(readBytes(folder.file(file)), readBytes(hall + "/" + file)) << file;
   }
+}
+
+// --- Surveys without names.
+
+std::vector<std::string> unnamedHallRun() {
+  std::vector<std::string> arguments{"register", "--json", "--match", "auto", "--base", "S1", "--xyz"};
+  for (int i = 1; i <= 6; ++i) arguments.push_back(examples + "/unnamed_hall/S" + std::to_string(i) + ".txt");
+  return arguments;
+}
+
+TEST(UnnamedHall, TheSearchNamesEachSharedTargetAlikeInEveryStationAndNoOther) {
+  std::ifstream file(examples + "/unnamed_hall/truth.json");
+  const json truth = json::parse(file);
+  const json result = parsed(unnamedHallRun());
+  std::map<std::string, std::vector<std::string>> names;
+  for (const json& point : result["points"]) names[point["group"]].push_back(point["name"]);
+  std::map<int, std::vector<std::string>> ofTarget;
+  for (const auto& [station, made] : truth["stations"].items()) {
+    ASSERT_EQ(names[station].size(), made["targets"].size());
+    for (std::size_t i = 0; i < names[station].size(); ++i) ofTarget[made["targets"][i]].push_back(names[station][i]);
+  }
+  std::set<std::string> used;
+  for (const auto& [target, own] : ofTarget) {
+    if (own.size() == 1) {
+      EXPECT_EQ(own[0], "?") << "target " << target << " was seen once";
+      continue;
+    }
+    EXPECT_NE(own[0], "?") << "target " << target;
+    for (const std::string& name : own) EXPECT_EQ(name, own[0]) << "target " << target;
+    EXPECT_TRUE(used.insert(own[0]).second) << own[0] << " names two targets";
+  }
+}
+
+TEST(UnnamedHall, TheDiscrepanciesAreWhatTheNoiseExplains) {
+  const json result = parsed(unnamedHallRun());
+  EXPECT_LT(result["discrepancies"]["rms"].get<double>(), 0.004);
+  EXPECT_LT(result["discrepancies"]["largest"].get<double>(), 0.02);
+}
+
+TEST(UnnamedHall, OneMatchingByTrianglesNamesNothing) {
+  std::vector<std::string> arguments = unnamedHallRun();
+  arguments[3] = "triangles";
+  arguments.insert(arguments.begin() + 4, {"--side-tolerance", "0.01"});
+  const ProcessResult result = runTiepoint(arguments);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(json::parse(result.out)["match"]["reasons"][0]["key"], "contradiction");
+}
+
+TEST(Courtyard, ASymmetricLayoutIsRefusedByTrianglesAndByTheSearch) {
+  const auto reason = [](const std::vector<std::string>& how) {
+    std::vector<std::string> arguments{"register", "--json"};
+    arguments.insert(arguments.end(), how.begin(), how.end());
+    arguments.insert(arguments.end(), {"--xyz", examples + "/courtyard/east.txt", examples + "/courtyard/west.txt"});
+    const ProcessResult result = runTiepoint(arguments);
+    EXPECT_EQ(result.status, 1);
+    const json report = json::parse(result.out)["match"];
+    EXPECT_EQ(report["named"], 0);
+    return report["reasons"][0]["key"].get<std::string>();
+  };
+  EXPECT_EQ(reason({"--match", "triangles", "--side-tolerance", "0.02"}), "contradiction");
+  EXPECT_EQ(reason({"--match", "auto"}), "ambiguous");
 }
 
 }  // namespace

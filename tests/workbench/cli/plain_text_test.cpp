@@ -22,6 +22,13 @@ TEST(Joined, WhatIsLeftOutIsCounted) {
   EXPECT_EQ(joined({}), "");
 }
 
+TEST(Wrapped, BreaksAtBlanksAndIndentsAllButTheFirstLine) {
+  EXPECT_EQ(wrapped("one two three", 80, 2), "one two three");
+  EXPECT_EQ(wrapped("one two three", 8, 2), "one two\n  three");
+  EXPECT_EQ(wrapped("Цех Цех", 7, 0), "Цех Цех") << "characters count, not bytes";
+  EXPECT_EQ(wrapped("unbreakable", 4, 2), "unbreakable");
+}
+
 TEST(TextTable, ColumnsLineUpByCharactersAndLinesEndWithoutBlanks) {
   TextTable table({TextTable::Side::left, TextTable::Side::right, TextTable::Side::left});
   table.add({"group", "n", "note"});

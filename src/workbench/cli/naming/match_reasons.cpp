@@ -124,10 +124,11 @@ std::optional<MatchReason> conflictOf(const std::vector<PlacedPoint>& placed, do
     for (auto b = std::next(a); b != placed.end() && b->place.x() - a->place.x() < tolerance; ++b) {
       if (!isManual(b->point->record) || b->point->record.commonId == a->point->record.commonId) continue;
       if (!((a->place - b->place).norm() < tolerance)) continue;
+      const bool inOrder = a->point->record.id < b->point->record.id;
       return MatchReason{"conflict",
                          fmt::format("the points {} and {} lie within {:g} of one another, but their names "
                                      "come from the files and differ; one such spot voids the whole matching",
-                                     a->point->name, b->point->name, tolerance)};
+                                     (inOrder ? a : b)->point->name, (inOrder ? b : a)->point->name, tolerance)};
     }
   }
   return std::nullopt;

@@ -75,7 +75,7 @@ std::string matchText(const SessionState& state, const MatchReport& report, cons
     text += fmt::format("; no discrepancy may be above {:g} {}", report.limits->discrepancy, lengths.positionUnit());
   }
   text += "\n" + stepTable(state, report);
-  for (const MatchReason& reason : report.reasons) text += "  - " + printable(reason.text) + "\n";
+  for (const MatchReason& reason : report.reasons) text += "  " + wrapped("- " + printable(reason.text), 98, 4) + "\n";
   return text;
 }
 

@@ -1,0 +1,368 @@
+// Points without names, named from the command line.
+#include <gmock/gmock.h>
+
+#include <map>
+#include <random>
+#include <set>
+
+#include "matching/hall.h"
+#include "workbench/cli/survey_files.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using tiepoint::testing::Hall;
+
+/// x y z lines; what a scanner writes has tenths of a millimetre.
+std::string xyzLines(const std::vector<OdGePoint3d>& points) {
+  std::string lines;
+  for (const OdGePoint3d& p : points) {
+    char line[96];
+    std::snprintf(line, sizeof line, "%.4f %.4f %.4f\n", p.x, p.y, p.z);
+    lines += line;
+  }
+  return lines;
+}
+
+std::vector<std::string> namesOf(const json& result, const std::string& group) {
+  std::vector<std::string> names;
+  for (const json& point : result["points"]) {
+    if (point["group"] == group) names.push_back(point["name"]);
+  }
+  return names;
+}
+
+class MatchingCommand : public SurveyFiles {
+ protected:
+  std::mt19937_64 random{11};
+
+  /// Two stations that see the same targets, and one target each for itself.
+  void writePair(double noise) {
+    Hall hall(10, random);
+    write("A.txt", xyzLines(hall.seenByAStation({0, 1, 2, 3, 4, 5, 6, 7, 8}, noise)));
+    write("B.txt", xyzLines(hall.seenByAStation({9, 7, 6, 5, 4, 3, 2, 1, 0}, noise)));
+  }
+
+  const std::string rectangle = "0 0 0\n10 0 0\n10 6 0\n0 6 0\n";
+  const std::string turnedRectangle = "0 0 5\n0 10 5\n-6 10 5\n-6 0 5\n";
+};
+
+// --- By triangles.
+
+TEST_F(MatchingCommand, TrianglesNameWhatTwoStationsShare) {
+  writePair(0.0);
+  const json result = runJson({"register", "--match", "triangles", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["match"]["named"], 16);
+  EXPECT_EQ(result["match"]["unnamed"], 2);
+  const auto a = namesOf(result, "A"), b = namesOf(result, "B");
+  EXPECT_EQ(a[8], "?");
+  EXPECT_EQ(b[0], "?");
+  for (std::size_t target = 0; target < 8; ++target) EXPECT_EQ(a[target], b[8 - target]);
+}
+
+TEST_F(MatchingCommand, TrianglesAreComparedWithinTheSessionsTolerancesUnlessOthersAreGiven) {
+  writePair(0.0);
+  const json usual = runJson({"register", "--match", "triangles", "--xyz", "A.txt", "B.txt"})["match"]["steps"][0];
+  EXPECT_EQ(usual["kind"], "triangles");
+  EXPECT_EQ(usual["groups"], json({"A", "B"}));
+  EXPECT_EQ(usual["tolerance"], 0.001);
+  EXPECT_EQ(usual["minSideDifference"], 0.1);
+  EXPECT_EQ(usual["named"], 16);
+  const json given = runJson({"register", "--match", "triangles", "--side-tolerance", "0.002", "--min-side-difference",
+                              "0.25", "--xyz", "A.txt", "B.txt"})["match"]["steps"][0];
+  EXPECT_EQ(given["tolerance"], 0.002);
+  EXPECT_EQ(given["minSideDifference"], 0.25);
+}
+
+TEST_F(MatchingCommand, TrianglesThatContradictOneAnotherNameNothingAndTheSummarySaysWhy) {
+  write("A.txt", rectangle);
+  write("B.txt", turnedRectangle);
+  const ProcessResult result = run({"register", "--match", "triangles", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.out, HasSubstr("Naming (triangles): 0 points have automatic names, 8 have none\n"
+                                    "  step  what                     within  sides differ by  named\n"
+                                    "     1  equal triangles of A, B   0.001              0.1      0\n"
+                                    "  - equal triangles contradict one another: a triangle of A has the sides of "
+                                    "several in B, and one\n    contradiction voids the whole matching;"));
+}
+
+TEST_F(MatchingCommand, AnExcludedGroupIsLeftAlone) {
+  writePair(0.0);
+  write("C.txt", read("B.txt"));
+  const json result =
+      runJson({"register", "--match", "triangles", "--exclude", "C", "--xyz", "A.txt", "B.txt", "C.txt"});
+  EXPECT_EQ(result["match"]["steps"][0]["groups"], json({"A", "B"}));
+  EXPECT_EQ(result["match"]["named"], 16);
+}
+
+TEST_F(MatchingCommand, APointCanBeExcludedByTheNameThatItGets) {
+  writePair(0.0);
+  const json result = runJson({"register", "--match", "triangles", "--exclude", "A:auto3", "--weight", "B:auto2=0.5",
+                               "--xyz", "A.txt", "B.txt"});
+  std::map<std::pair<std::string, std::string>, json> points;
+  for (const json& point : result["points"]) points[{point["group"], point["name"]}] = point;
+  EXPECT_EQ((points[{"A", "auto3"}]["reason"]), "excluded");
+  EXPECT_EQ((points[{"B", "auto2"}]["weight"]), 0.5);
+}
+
+TEST_F(MatchingCommand, APointThatGetsNoSuchNameCantBeExcluded) {
+  writePair(0.0);
+  const ProcessResult result =
+      run({"register", "--match", "triangles", "--exclude", "A:auto99", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(result.err, HasSubstr("--exclude A:auto99: group \"A\" has no point \"auto99\""));
+}
+
+// --- By closeness.
+
+TEST_F(MatchingCommand, ClosenessNamesWhatTheNamedPointsPutOnOneSpot) {
+  write("base.txt", std::string(baseLines) + "? 3 4 5\n");
+  write("shifted.txt", std::string(shiftedLines) + "? 103.05 204 305\n");
+  const json result = runJson({"register", "--match", "distance", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result["match"]["steps"][0]["kind"], "closeness");
+  EXPECT_EQ(result["match"]["steps"][0]["tolerance"], 0.1);
+  EXPECT_EQ(result["match"]["named"], 2);
+  EXPECT_EQ(namesOf(result, "base").back(), namesOf(result, "shifted").back());
+  EXPECT_THAT(namesOf(result, "base").back(), testing::StartsWith("auto"));
+}
+
+TEST_F(MatchingCommand, ClosenessNamesPointsOfABaseToo) {
+  write("base.txt", std::string(baseLines) + "? 3 4 5\n");
+  write("shifted.txt", std::string(shiftedLines) + "P9 103 204 305\n");
+  const json result = runJson({"register", "--match", "distance", "--base", "base", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result["method"], "pairwise with base");
+  EXPECT_EQ(namesOf(result, "base").back(), "P9");
+}
+
+TEST_F(MatchingCommand, PointsAsFarApartAsTheToleranceArentOnOneSpot) {
+  write("base.txt", std::string(baseLines) + "? 3 4 5\n");
+  write("shifted.txt", std::string(shiftedLines) + "? 103.5 204 305\n");
+  const ProcessResult result =
+      run({"register", "--match", "distance", "--tolerance", "0.25", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, HasSubstr("  - no point without a name lies within 0.25 of another\n"));
+}
+
+TEST_F(MatchingCommand, TwoNamesOnOneSpotVoidTheWholeMatchingByCloseness) {
+  write("base.txt", std::string(baseLines) + "Q1 3 4 5\n? 7 7 7\n");
+  write("shifted.txt", std::string(shiftedLines) + "Q2 103 204 305\n? 107 207 307\n");
+  const ProcessResult result = run({"register", "--match", "distance", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out,
+              HasSubstr("  - the points Q1 and Q2 lie within 0.1 of one another, but their names come from"));
+}
+
+TEST_F(MatchingCommand, ClosenessWithoutNamesSaysWhatItNeeds) {
+  writePair(0.0);
+  const ProcessResult result = run({"register", "--match", "distance", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.out, HasSubstr("  - no group is registered yet: closeness needs names that join some groups\n"));
+}
+
+// --- The search.
+
+TEST_F(MatchingCommand, AutoNamesAndRegistersANoisyPairAndTellsItsSteps) {
+  writePair(0.002);
+  const json result = runJson({"register", "--match", "auto", "--base", "A", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["match"]["mode"], "auto");
+  EXPECT_EQ(result["match"]["limit"], 0.02);
+  EXPECT_EQ(result["match"]["named"], 16);
+  EXPECT_EQ(result["match"]["steps"][0]["kind"], "triangles");
+  EXPECT_EQ(result["match"]["steps"][1]["kind"], "solve");
+  EXPECT_EQ(result["match"]["reasons"], json::array());
+  const auto a = namesOf(result, "A"), b = namesOf(result, "B");
+  for (std::size_t target = 0; target < 8; ++target) EXPECT_EQ(a[target], b[8 - target]);
+}
+
+TEST_F(MatchingCommand, AutoRefusesASymmetricLayoutAndKeepsItsHandsOff) {
+  write("A.txt", rectangle);
+  write("B.txt", turnedRectangle);
+  write("A.xyz", "1 2 3\n");
+  const ProcessResult result = run({"register", "--match", "auto", "--document", "d.tiepoint", "--cloud", "A=A.xyz",
+                                    "--apply", "--common-points", "targets.txt", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.out, HasSubstr("Naming (auto): 0 points have automatic names, 8 have none; no discrepancy may be "
+                                    "above 0.02 drawing units\n"
+                                    "  - A, B: several ways of laying it onto the others explain 4 points each, as the "
+                                    "layout is\n    symmetric;"));
+  EXPECT_THAT(result.out, HasSubstr("\nNot registered: the points can't be named so that it is certain.\n"));
+  EXPECT_EQ(result.err, "tiepoint: not registered: the points can't be named so that it is certain\n");
+  EXPECT_FALSE(exists("targets.txt"));
+  EXPECT_EQ(runJson({"clouds", "--document", "d.tiepoint"})["clouds"], json::array());
+}
+
+TEST_F(MatchingCommand, AutoLetsFurtherPointsDecideASymmetricLayout) {
+  write("A.txt", rectangle + "30 9 4\n");
+  write("B.txt", turnedRectangle + "-9 30 9\n");
+  const json result = runJson({"register", "--match", "auto", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(namesOf(result, "A"), namesOf(result, "B"));
+}
+
+TEST_F(MatchingCommand, AutoAcceptsNoNamingWithDiscrepanciesAboveTheLimit) {
+  writePair(0.002);
+  const ProcessResult result =
+      run({"register", "--match", "auto", "--match-limit", "0.00001", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.out, HasSubstr("no discrepancy may be above 1e-05 drawing units"));
+  EXPECT_THAT(result.out, HasSubstr("\nNot registered: the points can't be named so that it is certain.\n"));
+}
+
+TEST_F(MatchingCommand, AutoTakesItsLengthsInMillimetresWhereThatIsTheUnit) {
+  Hall hall(8, random);
+  std::vector<OdGePoint3d> a = hall.seenByAStation(hall.allTargets(), 0.002);
+  std::vector<OdGePoint3d> b = hall.seenByAStation(hall.allTargets(), 0.002);
+  for (auto* points : {&a, &b}) {
+    for (OdGePoint3d& p : *points) p = {1000.0 * p.x, 1000.0 * p.y, 1000.0 * p.z};
+  }
+  write("A.txt", xyzLines(a));
+  write("B.txt", xyzLines(b));
+  const json result = runJson({"register", "--match", "auto", "--unit", "mm", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["match"]["limit"], 20.0);
+  EXPECT_EQ(result["match"]["named"], 16);
+}
+
+TEST_F(MatchingCommand, AutoKeepsTheNamesThatTheFilesGive) {
+  Hall hall(9, random);
+  const std::vector<OdGePoint3d> a = hall.seenByAStation(hall.allTargets(), 0.002);
+  std::string named;
+  for (std::size_t i = 0; i < a.size(); ++i) named += (i < 4 ? "T" + std::to_string(i) : "?") + " " + xyzLines({a[i]});
+  write("A.txt", named);
+  write("B.txt", xyzLines(hall.seenByAStation(hall.allTargets(), 0.002)));
+  const json result = runJson({"register", "--match", "auto", "--nxyz", "A.txt", "--xyz", "B.txt"});
+  const auto names = namesOf(result, "B");
+  EXPECT_THAT(std::vector<std::string>(names.begin(), names.begin() + 4), ElementsAre("T0", "T1", "T2", "T3"));
+  EXPECT_EQ(names, namesOf(result, "A"));
+}
+
+TEST_F(MatchingCommand, AutoLeavesOutAStationThatSharesNothingAndSaysSo) {
+  writePair(0.002);
+  Hall other(6, random);
+  write("C.txt", xyzLines(other.seenByAStation(other.allTargets(), 0.002)));
+  const ProcessResult result = run({"register", "--match", "auto", "--xyz", "A.txt", "B.txt", "C.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "tiepoint: warning: C isn't registered; see the points that are out\n");
+  EXPECT_THAT(result.out,
+              HasSubstr("  - C: no triangle that another station has too, with sides that agree within 0.02\n"));
+}
+
+TEST_F(MatchingCommand, AutoHasNothingToDoWhereEveryPointHasAName) {
+  const json result = runJson({"register", "--match", "auto", "base.txt", "shifted.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["match"]["reasons"][0]["key"], "nothing-unnamed");
+}
+
+TEST_F(MatchingCommand, AutoRegistersIterativelyToo) {
+  writePair(0.002);
+  const json result = runJson({"register", "--match", "auto", "--method", "iterative", "--max-iterations", "1000",
+                               "--convergence", "1e-9", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["match"]["named"], 16);
+}
+
+// --- Options that don't go together.
+
+TEST_F(MatchingCommand, OptionsOfAnotherWayOfMatchingAreRefused) {
+  const auto refusal = [&](std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "register");
+    arguments.insert(arguments.end(), {"base.txt", "shifted.txt"});
+    const ProcessResult result = run(arguments);
+    EXPECT_EQ(result.status, 2);
+    return result.err;
+  };
+  EXPECT_EQ(refusal({"--match", "magic"}),
+            "tiepoint: --match magic: no such way; choose auto, triangles or distance\n");
+  EXPECT_EQ(refusal({"--side-tolerance", "0.1"}), "tiepoint: --side-tolerance goes with --match triangles or auto\n");
+  EXPECT_EQ(refusal({"--match", "distance", "--min-side-difference", "0.1"}),
+            "tiepoint: --min-side-difference goes with --match triangles or auto\n");
+  EXPECT_EQ(refusal({"--match", "triangles", "--tolerance", "0.1"}),
+            "tiepoint: --tolerance goes with --match distance or auto\n");
+  EXPECT_EQ(refusal({"--match", "triangles", "--match-limit", "0.1"}),
+            "tiepoint: --match-limit goes with --match auto\n");
+  EXPECT_EQ(refusal({"--match", "auto", "--match-limit", "0"}),
+            "tiepoint: --match-limit 0: a length above 0, in drawing units\n");
+  EXPECT_EQ(refusal({"--match", "triangles", "--min-side-difference", "-1"}),
+            "tiepoint: --min-side-difference -1: a length of at least 0, in drawing units\n");
+  EXPECT_EQ(refusal({"--match", "triangles", "--side-tolerance", "nan"}),
+            "tiepoint: --side-tolerance nan: a length above 0, in drawing units\n");
+}
+
+// --- Random halls.
+
+/// Ten stations one after another, 12 to 30 targets each; half of the targets are those of the
+/// station before. What each saw, in the order of its file.
+std::vector<std::vector<Hall::Target>> chainOfStations(std::mt19937_64& random, std::size_t& targetCount) {
+  std::vector<std::size_t> sizes(10);
+  for (std::size_t& size : sizes) size = std::uniform_int_distribution<std::size_t>(12, 30)(random);
+  std::vector<std::vector<Hall::Target>> seen;
+  std::vector<Hall::Target> shared;
+  for (std::size_t i = 0; i < sizes.size(); ++i) {
+    std::vector<Hall::Target> own = shared;
+    while (own.size() < sizes[i]) own.push_back(targetCount++);
+    std::shuffle(own.begin(), own.end(), random);
+    seen.push_back(own);
+    shared = own;
+    if (i + 1 < sizes.size()) shared.resize(std::min(sizes[i], sizes[i + 1]) / 2);
+  }
+  return seen;
+}
+
+struct NamingQuality {
+  /// Every target that several stations saw has one name, in all of them.
+  bool isFull = true;
+  /// Two targets have one name.
+  bool isWrong = false;
+};
+
+NamingQuality judge(const json& result, const std::vector<std::vector<Hall::Target>>& seen) {
+  std::map<Hall::Target, std::set<std::string>> names;
+  std::map<std::string, std::set<Hall::Target>> targets;
+  std::map<Hall::Target, std::size_t> counts;
+  for (std::size_t i = 0; i < seen.size(); ++i) {
+    const auto own = namesOf(result, "S" + std::to_string(i));
+    for (std::size_t k = 0; k < own.size(); ++k) {
+      ++counts[seen[i][k]];
+      names[seen[i][k]].insert(own[k]);
+      if (own[k] != "?") targets[own[k]].insert(seen[i][k]);
+    }
+  }
+  NamingQuality quality;
+  for (const auto& [target, own] : names) {
+    const bool isLone = counts[target] == 1;
+    if (!isLone && (own.size() > 1 || own.count("?") != 0)) quality.isFull = false;
+  }
+  for (const auto& [name, own] : targets) quality.isWrong = quality.isWrong || own.size() > 1;
+  return quality;
+}
+
+TEST_F(MatchingCommand, AutoNamesNoisyHallsFullyAndNoneWrongly) {
+  int full = 0, wrong = 0;
+  for (unsigned start = 1; start <= MANY_HALLS; ++start) {
+    std::mt19937_64 engine(start);
+    std::size_t targetCount = 0;
+    const auto seen = chainOfStations(engine, targetCount);
+    Hall hall(targetCount, engine);
+    std::vector<std::string> arguments{"register", "--json", "--quiet", "--match", "auto", "--xyz"};
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+      const std::string file = "S" + std::to_string(i) + ".txt";
+      write(file, xyzLines(hall.seenByAStation(seen[i], 0.002)));
+      arguments.push_back(file);
+    }
+    const ProcessResult result = run(arguments);
+    ASSERT_LE(result.status, 1) << result.err;
+    const NamingQuality quality = judge(json::parse(result.out), seen);
+    full += result.status == 0 && quality.isFull ? 1 : 0;
+    wrong += quality.isWrong ? 1 : 0;
+    EXPECT_FALSE(quality.isWrong) << "hall " << start;
+  }
+  EXPECT_GE(full, MANY_HALLS * 95 / 100);
+  EXPECT_EQ(wrong, 0);
+  RecordProperty("full", full);
+}
+
+}  // namespace

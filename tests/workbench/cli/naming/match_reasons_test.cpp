@@ -1,0 +1,113 @@
+#include "workbench/cli/naming/match_reasons.h"
+
+#include <gtest/gtest.h>
+
+#include "workbench/cli/session_states.h"
+
+namespace tiepoint::workbench::cli {
+namespace {
+
+const std::vector<OdGePoint3d> scalene{{0, 0, 0}, {10, 0, 0}, {3, 7, 0}};
+
+StateBuilder& addStation(StateBuilder& builder, const std::string& name, const std::vector<OdGePoint3d>& points,
+                         const std::string& pointName = "?") {
+  builder.group(name);
+  for (const OdGePoint3d& point : points) builder.point(pointName, point);
+  return builder;
+}
+
+MatchReason triangles(const StateBuilder& builder, double tolerance = 0.001, double minSideDifference = 0.1) {
+  ZOR::reg::GroupIdSet groups;
+  for (const SessionGroup& group : builder.state.groups) groups.insert(group.id);
+  return whyNoTriangles(builder.state, groups, tolerance, minSideDifference);
+}
+
+TEST(WhyNoTriangles, FewerThanSixPoints) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene);
+  addStation(survey, "B", {{0, 0, 0}, {1, 0, 0}});
+  EXPECT_EQ(triangles(survey).key, "too-few-points");
+  EXPECT_EQ(triangles(survey).text, "there are 5 points; 6 at least are needed");
+}
+
+TEST(WhyNoTriangles, OneGroup) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene);
+  addStation(survey, "A2", {});
+  for (int i = 0; i < 3; ++i) survey.state.points.push_back(survey.state.points[0]);
+  EXPECT_EQ(triangles(survey).key, "one-group");
+}
+
+TEST(WhyNoTriangles, EveryPointHasAName) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene, "T1");
+  addStation(survey, "B", scalene, "T1");
+  EXPECT_EQ(triangles(survey).key, "nothing-unnamed");
+}
+
+TEST(WhyNoTriangles, NoTwoGroupsHaveATriangleWhoseSidesDifferEnough) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene);
+  addStation(survey, "B", {{0, 0, 0}, {10, 0, 0}, {5, 7, 0}});
+  EXPECT_EQ(triangles(survey).key, "no-usable-triangle");
+  EXPECT_EQ(triangles(survey, 0.001, 0.05).text,
+            "fewer than two groups have a triangle whose sides all differ by more than 0.05");
+}
+
+TEST(WhyNoTriangles, NoTwoGroupsHaveEqualOnes) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene);
+  addStation(survey, "B", {{0, 0, 0}, {10, 0, 0}, {3, 7.5, 0}});
+  EXPECT_EQ(triangles(survey, 0.01).key, "no-equal-triangles");
+  EXPECT_EQ(triangles(survey, 0.01).text, "no two groups have triangles whose sides agree within 0.01");
+}
+
+TEST(WhyNoTriangles, AContradictionNamesTheGroupsInWhichTheLayoutRepeats) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene);
+  addStation(survey, "B", {{0, 0, 0}, {10, 0, 0}, {3, 7, 0}, {3, -7, 0}});
+  const MatchReason reason = triangles(survey);
+  EXPECT_EQ(reason.key, "contradiction");
+  EXPECT_EQ(reason.text,
+            "equal triangles contradict one another: a triangle of A has the sides of several in B, and one "
+            "contradiction voids the whole matching; the layout repeats itself, or 0.001 is too wide or too narrow a "
+            "tolerance");
+}
+
+MatchReason closeness(const StateBuilder& builder, double tolerance) {
+  std::map<ZOR::reg::GroupId, OdGeMatrix3d> toCommon;
+  for (const SessionGroup& group : builder.state.groups) toCommon.emplace(group.id, OdGeMatrix3d());
+  return whyNothingClose(builder.state, toCommon, tolerance);
+}
+
+TEST(WhyNothingClose, NoGroupIsRegistered) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene);
+  EXPECT_EQ(whyNothingClose(survey.state, {}, 0.1).key, "not-solved");
+}
+
+TEST(WhyNothingClose, EveryPointHasANameOfTheFiles) {
+  StateBuilder survey;
+  survey.group("A").point("T1").group("B").point("T1");
+  EXPECT_EQ(closeness(survey, 0.1).key, "nothing-unnamed");
+}
+
+TEST(WhyNothingClose, TwoNamesOfTheFilesOnOneSpotVoidAll) {
+  StateBuilder survey;
+  survey.group("A").point("T1", {1, 0, 0}).point("?", {50, 0, 0}).group("B").point("T2", {1.05, 0, 0});
+  EXPECT_EQ(closeness(survey, 0.1).key, "conflict");
+  EXPECT_EQ(closeness(survey, 0.1).text,
+            "the points T1 and T2 lie within 0.1 of one another, but their names come from the files and differ; one "
+            "such spot voids the whole matching");
+  EXPECT_EQ(closeness(survey, 0.04).key, "nothing-close");
+}
+
+TEST(WhyNothingClose, AnAutomaticNameIsNoConflict) {
+  StateBuilder survey;
+  survey.group("A").point("T1", {1, 0, 0}).group("B").point("auto0", {1.05, 0, 0});
+  survey.last().autoNamed = true;
+  EXPECT_EQ(closeness(survey, 0.1).key, "nothing-close");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench::cli
