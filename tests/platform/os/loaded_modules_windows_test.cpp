@@ -1,4 +1,6 @@
 // What Windows' own calls bring: names in any case, with an ending or without, and paths with a drive.
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -66,16 +68,20 @@ TEST(ModuleFileNameWindows, OfTheMainExecutableIsItsFullPathWithItsDrive) {
 
 TEST(ModuleFileNameWindows, IsWholeBeyondTheLengthOfOldPaths) {
   const TemporaryFolder folder;
-  const fs::path deep = folder.path() / std::wstring(120, L'a') / std::wstring(120, L'b');
-  // Behind the prefix that switches the limit of 260 characters off.
-  const fs::path unlimited = L"\\\\?\\" + deep.wstring();
-  fs::create_directories(unlimited);
-  fs::copy_file(LOOKUP_HOST_FILE, unlimited / L"lookup_deep.dll");
+  // The prefix switches the limit of 260 characters off.
+  const std::wstring first = L"\\\\?\\" + (folder.path() / std::wstring(120, L'a')).wstring();
+  const std::wstring second = first + L"\\" + std::wstring(120, L'b');
+  const std::wstring copy = second + L"\\lookup_deep.dll";
+  ASSERT_TRUE(CreateDirectoryW(first.c_str(), nullptr));
+  ASSERT_TRUE(CreateDirectoryW(second.c_str(), nullptr));
+  ASSERT_TRUE(CopyFileW(fs::u8path(nativePath(LOOKUP_HOST_FILE)).c_str(), copy.c_str(), FALSE));
   {
-    const LoadedLibrary library((unlimited / L"lookup_deep.dll").u8string());
+    const LoadedLibrary library(fs::path(copy).u8string());
     const std::wstring path = moduleFileName(library.handle());
     EXPECT_GT(path.size(), 260u);
     EXPECT_EQ(path.substr(path.rfind(L'\\') + 1), L"lookup_deep.dll");
   }
-  fs::remove_all(unlimited);
+  DeleteFileW(copy.c_str());
+  RemoveDirectoryW(second.c_str());
+  RemoveDirectoryW(first.c_str());
 }
