@@ -44,16 +44,19 @@ function(tiepoint_beside_its_libraries name)
   endif()
 endfunction()
 
-# tiepoint_test(name SOURCES ... [LIBRARIES ...])
+# tiepoint_test(name [SYSTEM_CODE_PAGE] SOURCES ... [LIBRARIES ...])
 #
-# A test program of GoogleTest; every case becomes a test of CTest.
+# A test program of GoogleTest; every case becomes a test of CTest. Its narrow text is UTF-8, and with
+# SYSTEM_CODE_PAGE what the system makes of it.
 function(tiepoint_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(arg "SYSTEM_CODE_PAGE" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main rapidcheck)
   tiepoint_set_warnings(${name})
-  tiepoint_utf8_program(${name})
+  if(NOT arg_SYSTEM_CODE_PAGE)
+    tiepoint_utf8_program(${name})
+  endif()
   # The names of values come from the tests; what GoogleTest prints of a value may hold an address.
   gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
