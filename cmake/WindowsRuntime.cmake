@@ -3,6 +3,11 @@
 # Boost.Filesystem draws the names of temporary files from the system's source of random numbers.
 set_property(TARGET Boost::filesystem APPEND PROPERTY INTERFACE_LINK_LIBRARIES bcrypt)
 
+# <windows.h> must not take the names min and max; mingw-w64 sees to it by itself.
+if(MSVC)
+  add_compile_definitions(NOMINMAX)
+endif()
+
 # The compiler's own libraries stand beside the binaries. They are shared: an exception that is
 # thrown in one binary and caught in another needs one runtime for both.
 set(tiepointCompilerRuntime)
