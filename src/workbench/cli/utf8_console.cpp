@@ -6,21 +6,26 @@
 
 namespace tiepoint::workbench::cli {
 
-#ifdef _WIN32
+namespace {
 
-Utf8Console::Utf8Console() : codePageBefore(GetConsoleOutputCP()) {
-  if (codePageBefore != 0) SetConsoleOutputCP(CP_UTF8);
+#ifdef _WIN32
+constexpr unsigned utf8 = CP_UTF8;
+unsigned consoleCodePage() { return GetConsoleOutputCP(); }
+void setConsoleCodePage(unsigned codePage) { SetConsoleOutputCP(codePage); }
+#else
+constexpr unsigned utf8 = 0;
+unsigned consoleCodePage() { return utf8; }
+void setConsoleCodePage(unsigned) {}
+#endif
+
+}  // namespace
+
+Utf8Console::Utf8Console() : codePageBefore(consoleCodePage()) {
+  if (codePageBefore != 0) setConsoleCodePage(utf8);
 }
 
 Utf8Console::~Utf8Console() {
-  if (codePageBefore != 0) SetConsoleOutputCP(codePageBefore);
+  if (codePageBefore != 0) setConsoleCodePage(codePageBefore);
 }
-
-#else
-
-Utf8Console::Utf8Console() = default;
-Utf8Console::~Utf8Console() = default;
-
-#endif
 
 }  // namespace tiepoint::workbench::cli

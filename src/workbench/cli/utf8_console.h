@@ -13,7 +13,7 @@ class Utf8Console {
   Utf8Console& operator=(const Utf8Console&) = delete;
 
  private:
-  /// 0 for no console.
+  /// 0 for no console that has to be told.
   unsigned codePageBefore = 0;
 };
 
