@@ -68,13 +68,7 @@ class ChildProcess {
   void closeOutput() { closeOnce(output); }
 
   /// The exit status.
-  int wait() {
-    WaitForSingleObject(child, INFINITE);
-    DWORD status = 0;
-    GetExitCodeProcess(child, &status);
-    closeOnce(child);
-    return static_cast<int>(status);
-  }
+  int wait() { return tiepoint::testing::exitStatus(std::exchange(child, nullptr)); }
   /// What it has written on standard error so far.
   std::string errors() const { return withoutReturns(readBytes(folder.file("errors"))); }
 
@@ -94,13 +88,8 @@ class ChildProcess {
 
   void start(const std::vector<std::string>& command, STARTUPINFOW& streams) {
     const std::filesystem::path file = std::filesystem::absolute(std::filesystem::u8path(command[0])).make_preferred();
-    std::wstring line = tiepoint::testing::commandLine(file, {command.begin() + 1, command.end()});
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &streams, &process)) {
-      throw std::runtime_error("the program can't be started");
-    }
-    CloseHandle(process.hThread);
-    child = process.hProcess;
+    child = tiepoint::testing::startProcess(file, {command.begin() + 1, command.end()}, {}, streams);
+    if (!child) throw std::runtime_error("the program can't be started");
   }
 
   bool readMore() {
