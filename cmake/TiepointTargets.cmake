@@ -21,17 +21,51 @@ function(tiepoint_component name)
   add_library(tiepoint::${name} ALIAS tiepoint_${name})
 endfunction()
 
-# tiepoint_test(name SOURCES ... [LIBRARIES ...])
+# tiepoint_utf8_program(name)
 #
-# A test program of GoogleTest; every case becomes a test of CTest.
+# Narrow text that this program exchanges with the system (arguments, paths) is UTF-8. It is so
+# already but on Windows, where the program's manifest says so.
+function(tiepoint_utf8_program name)
+  if(MSVC)
+    target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/windows/utf8.manifest)
+  elseif(WIN32)
+    target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/windows/utf8.rc)
+  endif()
+endfunction()
+
+# tiepoint_beside_its_libraries(name)
+#
+# For a program that is built into a folder of its own. Windows looks for libraries beside the
+# program; elsewhere the program knows where they are.
+function(tiepoint_beside_its_libraries name)
+  if(WIN32)
+    add_custom_command(TARGET ${name} POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_if_different
+      $<TARGET_RUNTIME_DLLS:${name}> ${tiepointCompilerRuntime} $<TARGET_FILE_DIR:${name}> COMMAND_EXPAND_LISTS)
+  endif()
+endfunction()
+
+# tiepoint_test(name [SYSTEM_CODE_PAGE] SOURCES ... [LIBRARIES ...])
+#
+# A test program of GoogleTest; every case becomes a test of CTest, or the whole program one where it
+# is built for another system. Its narrow text is UTF-8, and with
+# SYSTEM_CODE_PAGE what the system makes of it.
 function(tiepoint_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(arg "SYSTEM_CODE_PAGE" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main rapidcheck)
   tiepoint_set_warnings(${name})
-  # The names of values come from the tests; what GoogleTest prints of a value may hold an address.
-  gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+  if(NOT arg_SYSTEM_CODE_PAGE)
+    tiepoint_utf8_program(${name})
+  endif()
+  if(CMAKE_CROSSCOMPILING)
+    # Starting a program costs more there than most cases do.
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+  else()
+    # The names of values come from the tests; what GoogleTest prints of a value may hold an address.
+    gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+  endif()
 endfunction()
 
 # tiepoint_bench(name SOURCES ... [LIBRARIES ...])

@@ -29,6 +29,16 @@ sourceFiles() {
   fi
 }
 
+asRoot() {
+  if [[ $(id -u) == 0 ]]; then
+    "$@"
+  elif [[ -t 0 ]]; then
+    sudo "$@"
+  else
+    sudo -n "$@"
+  fi
+}
+
 # As many compile jobs as there are cores, but no more than the memory has room for: a file that
 # instantiates a parser or an SVD takes well over half a gigabyte.
 buildJobs() {

@@ -1,6 +1,6 @@
 // The text file of merged targets.
-#include <boost/filesystem/fstream.hpp>
 #include <boost/filesystem/path.hpp>
+#include <fstream>
 #include <iomanip>
 #include <locale>
 
@@ -27,7 +27,7 @@ bool MultiRegistrator::saveCommonPointsFile(std::string name, std::string folder
   const boost::filesystem::path folderPath(folder);
   if (!isFolder(folderPath) || !boost::filesystem::windows_name(name)) return false;
 
-  boost::filesystem::ofstream out(folderPath / textFileName(name));
+  auto out = openForWriting<std::ofstream>(folderPath / textFileName(name));
   if (!out) return false;
   out.imbue(std::locale::classic());
   out << std::fixed;

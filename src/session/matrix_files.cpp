@@ -1,6 +1,6 @@
 // Matrix files of the groups' transformations.
-#include <boost/filesystem/fstream.hpp>
 #include <boost/filesystem/path.hpp>
+#include <fstream>
 
 #include "session/multi_registrator.h"
 #include "session/name_tables.h"
@@ -23,7 +23,7 @@ bool MultiRegistrator::saveGroupMatrices(GroupIdSet groups, std::string folder, 
     if (!boost::filesystem::windows_name(name)) continue;
     const auto transform = groupTransforms.find(group);
     if (transform == groupTransforms.end()) continue;
-    boost::filesystem::ofstream out(folderPath / textFileName(name));
+    auto out = openForWriting<std::ofstream>(folderPath / textFileName(name));
     std::string text;
     if (out && matrixFormats.formatMatrixById(transform->second, format, text)) out << text;
   }

@@ -1,10 +1,12 @@
 // The HTML reports of a session.
-#include <boost/filesystem/fstream.hpp>
+#include <boost/filesystem/path.hpp>
 #include <codecvt>
+#include <fstream>
 #include <locale>
 
 #include "files/html_reports.h"
 #include "session/multi_registrator.h"
+#include "session/output_files.h"
 
 namespace ZOR::reg {
 
@@ -41,7 +43,7 @@ void MultiRegistrator::getReportFormats(std::map<std::uint64_t, std::string>& fo
 
 bool MultiRegistrator::saveReport(std::string path, std::uint64_t format) {
   if (format != htmlFormat) return false;
-  boost::filesystem::wofstream out{boost::filesystem::path(path)};
+  auto out = openForWriting<std::wofstream>(boost::filesystem::path(path));
   out.imbue(std::locale(std::locale::classic(), new std::codecvt_utf8<wchar_t, 0x10ffff, std::codecvt_mode(0)>));
   if (out) out << reportText;
   out.close();

@@ -4,6 +4,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include <filesystem>
 #else
 #include <dlfcn.h>
 #endif
@@ -12,13 +14,22 @@ namespace tiepoint::testing {
 
 #ifdef _WIN32
 
+namespace {
+
+std::wstring widePath(const std::string& path) { return std::filesystem::u8path(path).make_preferred().wstring(); }
+
+}  // namespace
+
 os::ModuleHandle loadLibrary(const std::string& path) {
-  const HMODULE library = LoadLibraryA(path.c_str());
+  // What the library depends on stands beside it.
+  const HMODULE library = LoadLibraryExW(widePath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   if (!library) std::fprintf(stderr, "%s: error %lu\n", path.c_str(), GetLastError());
   return library;
 }
 
 void unloadLibrary(os::ModuleHandle library) { FreeLibrary(static_cast<HMODULE>(library)); }
+
+bool isLoaded(const std::string& path) { return GetModuleHandleW(widePath(path).c_str()) != nullptr; }
 
 #else
 
@@ -29,6 +40,12 @@ os::ModuleHandle loadLibrary(const std::string& path) {
 }
 
 void unloadLibrary(os::ModuleHandle library) { dlclose(library); }
+
+bool isLoaded(const std::string& path) {
+  void* const library = dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+  if (library) dlclose(library);
+  return library != nullptr;
+}
 
 #endif
 

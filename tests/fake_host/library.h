@@ -7,8 +7,11 @@
 
 namespace tiepoint::testing {
 
-/// Null when the file can't be loaded; the system's reason then stands on standard error.
+/// The path is UTF-8. Null when the file can't be loaded; the system's reason then stands on standard error.
 os::ModuleHandle loadLibrary(const std::string& path);
 void unloadLibrary(os::ModuleHandle library);
+
+/// Whether the file at that full path is loaded, as the system's loader itself says it.
+bool isLoaded(const std::string& path);
 
 }  // namespace tiepoint::testing

@@ -59,6 +59,10 @@ setup build bench || fail "a second group is added"
 grep -qx 'apt-get install -y -q --no-install-recommends libbenchmark-dev libnanoflann-dev' "$sandbox/calls" ||
   fail "only what is missing is installed"
 
+setup windows || fail "what the build for Windows needs is added"
+grep -q '^apt-get install .* wine64' "$sandbox/calls" || fail "wine is installed for the tests"
+if grep -q ' libeigen3-dev' "$sandbox/calls"; then fail "what is there isn't installed again"; fi
+
 sed -i '/^libsqlite3-dev$/d' "$sandbox/installed"
 UPDATE_STATUS=100 setup build || fail "lists that can't be renewed are no failure by themselves"
 grep -qxF libsqlite3-dev "$sandbox/installed" || fail "the installation is tried with the old lists"

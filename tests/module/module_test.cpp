@@ -13,6 +13,7 @@
 #include "platform/sdk/od_alloc.h"
 #include "platform/sdk/od_rx_module.h"
 #include "session/i_multi_registrator.h"
+#include "support/platform.h"
 
 namespace tiepoint::testing {
 namespace {
@@ -138,7 +139,7 @@ TEST_F(Module, StartsAndStopsWithoutDoingAnything) {
 TEST_F(Module, TellsThePathOfItsFile) {
   OdModuleHandle handle = library;
   createObject(handle);
-  const std::string expected = MODULE_FILE;
+  const std::string expected = nativePath(MODULE_FILE);
   ASSERT_LT(expected.size(), 260U);
   EXPECT_EQ(object->moduleFileName().wideText(), std::wstring(expected.begin(), expected.end()));
 }

@@ -2,6 +2,7 @@
 
 #include <boost/filesystem/operations.hpp>
 
+#include "support/platform.h"
 #include "support/session_builder.h"
 #include "support/temporary_folder.h"
 
@@ -32,11 +33,10 @@ class CommonPointsFile : public ::testing::Test {
 TEST_F(CommonPointsFile, HasOneLineForEachMergedTarget) {
   solve();
   ASSERT_TRUE(session->saveCommonPointsFile("merged", folder.narrow()));
-  EXPECT_EQ(folder.textOf("merged.txt"),
-            "T1 1.000000 2.500000 1.500000 1.00\n"
-            "\xD2\x5F 11.000000 3.500000 1.500000 1.00\n"
-            "T3 1.000000 7.123457 2.000000 1.00\n"
-            "lone 3.000000 -4.000000 5.000000 0.25\n");
+  EXPECT_EQ(folder.textOf("merged.txt"), inTextMode("T1 1.000000 2.500000 1.500000 1.00\n"
+                                                    "\xD2\x5F 11.000000 3.500000 1.500000 1.00\n"
+                                                    "T3 1.000000 7.123457 2.000000 1.00\n"
+                                                    "lone 3.000000 -4.000000 5.000000 0.25\n"));
 }
 
 TEST_F(CommonPointsFile, ReplacesWhatIsThere) {

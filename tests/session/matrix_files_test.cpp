@@ -2,6 +2,7 @@
 
 #include <boost/filesystem/operations.hpp>
 
+#include "support/platform.h"
 #include "support/session_builder.h"
 #include "support/temporary_folder.h"
 
@@ -37,7 +38,8 @@ TEST_F(MatrixFiles, OneFileForEachGroupWithATransformation) {
   solve();
   EXPECT_TRUE(session->saveAllMatrices(folder.narrow(), 1));
   EXPECT_EQ(folder.fileNames(), (std::set<std::string>{"B.txt", "C.txt"}));
-  EXPECT_EQ(folder.textOf("B.txt").substr(0, 22), "VERSION\t=\t1\nMATRIX\t=\n ");
+  const std::string start = inTextMode("VERSION\t=\t1\nMATRIX\t=\n ");
+  EXPECT_EQ(folder.textOf("B.txt").substr(0, start.size()), start);
 }
 
 TEST_F(MatrixFiles, BothFormatsGiveTheSameFileName) {
@@ -45,7 +47,8 @@ TEST_F(MatrixFiles, BothFormatsGiveTheSameFileName) {
   EXPECT_TRUE(session->saveGroupMatrices({1}, folder.narrow(), 1));
   EXPECT_TRUE(session->saveGroupMatrices({1}, folder.narrow(), 0));
   EXPECT_EQ(folder.fileNames(), std::set<std::string>{"B.txt"});
-  EXPECT_NE(folder.textOf("B.txt").find("SHIFT_X:\t-5.000000\n"), std::string::npos) << folder.textOf("B.txt");
+  EXPECT_NE(folder.textOf("B.txt").find(inTextMode("SHIFT_X:\t-5.000000\n")), std::string::npos)
+      << folder.textOf("B.txt");
 }
 
 TEST_F(MatrixFiles, ABadFormatSetOrFolderIsRefused) {

@@ -34,8 +34,12 @@ bool countAndAdmit() {
 bool isPowerOfTwo(std::size_t value) { return value != 0 && (value & (value - 1)) == 0; }
 
 #ifdef _WIN32
-// The C library of Windows keeps aligned blocks apart: free doesn't take them.
-void* heapAligned(std::size_t size, std::size_t alignment) { return _aligned_malloc(size, alignment); }
+// The C library of Windows keeps aligned blocks apart: free doesn't take them. It puts a pointer and
+// the rounding in front of each, and not every version of it sees that their sum overflows.
+void* heapAligned(std::size_t size, std::size_t alignment) {
+  if (size > std::numeric_limits<std::size_t>::max() - alignment - 2 * sizeof(void*)) return nullptr;
+  return _aligned_malloc(size, alignment);
+}
 void freeHeapAligned(void* memory) { _aligned_free(memory); }
 #else
 void* heapAligned(std::size_t size, std::size_t alignment) {

@@ -165,6 +165,8 @@ class CommandLine {
     app.footer(exitStatusHelp);
     app.set_version_flag("--version", "tiepoint " TIEPOINT_VERSION, "print the version");
     app.set_help_flag("--help,-h", "print this help");
+    // A word that begins with a slash is a path on every platform.
+    app.allow_windows_style_options(false);
     addRegister(add("register", registerHelp, registerOptions, runRegister), registerOptions);
     addImport(add("import", importHelp, importOptions, runImport), importOptions);
     addGroups(add("groups", groupsHelp, groupsOptions, runGroups), groupsOptions);

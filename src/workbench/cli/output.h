@@ -10,6 +10,12 @@ namespace tiepoint::workbench::cli {
 /// no result is lost unnoticed; a reader that has gone away wanted no more and is no error.
 void writeOut(const std::string& text);
 
+/// To be called before a write whose failure is to be explained.
+void forgetWriteErrors();
+
+/// Whether the last write has failed because nobody reads on the other side any more.
+bool hasReaderGone();
+
 /// Writes "tiepoint: " and one line to standard error.
 void sayError(const std::string& line);
 

@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::size_t firstBufferLength = 256;
 /// A message that doesn't fit into this many characters is given up: vswprintf doesn't tell "too
-/// long" from other errors everywhere, so growth needs an end.
+/// long" from other errors everywhere, so growth needs an end. Some tell it by the length that the
+/// message would have.
 constexpr std::size_t lastBufferLength = std::size_t{1} << 24;
 
 /// The end of flags, width and precision of the conversion that starts at `at`.
@@ -29,7 +30,7 @@ bool formatWide(const std::wstring& format, std::va_list arguments, std::wstring
     errno = 0;
     const int written = std::vswprintf(text.data(), length, format.c_str(), again);
     va_end(again);
-    if (written >= 0) {
+    if (written >= 0 && static_cast<std::size_t>(written) < length) {
       text.resize(static_cast<std::size_t>(written));
       return true;
     }

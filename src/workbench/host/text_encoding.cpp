@@ -39,6 +39,8 @@ void forEachCharacter(const std::wstring& wide, Use use) {
   for (auto at = wide.begin(); at != wide.end();) {
     const auto start = at;
     const code_point c = Wide::decode(at, wide.end());
+    // What is wrong is one unit: the decoder of UTF-16 has read the next one too.
+    if (isWrong(c)) at = start + 1;
     use(isWrong(c) ? replacementCharacter : c, std::wstring(start, at));
   }
 }

@@ -37,7 +37,9 @@ bool isRefusedAs(const CZorVariant& variant) {
 class DecimalCommaLocale {
  public:
   DecimalCommaLocale() {
-    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8")) return;
+    for (const char* name : {"de_DE.UTF-8", "German_Germany"}) {
+      if (std::setlocale(LC_NUMERIC, name)) return;
+    }
 #ifndef _WIN32
     folder = std::filesystem::path(testing::TempDir()) / "zor_variant_test_locales";
     std::filesystem::create_directories(folder);

@@ -1,3 +1,5 @@
 // What lookup_user links.
-extern "C" int lookupDependencyValue();
+#include "fake_host/exported.h"
+
+FAKE_HOST_EXPORT int lookupDependencyValue();
 int lookupDependencyValue() { return 43; }

@@ -1,3 +1,5 @@
 // A library with one export.
-extern "C" int lookupHostValue();
+#include "fake_host/exported.h"
+
+FAKE_HOST_EXPORT int lookupHostValue();
 int lookupHostValue() { return 41; }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/sdk/od_alloc.h"
+#include "support/platform.h"
 
 // Some compilers leave the sized forms out of <new> unless they are asked for them.
 #ifndef __cpp_sized_deallocation
@@ -122,6 +123,7 @@ TEST_F(AllocationOperators, TheStandardContainersOfThisProgramUseThem) {
 }
 
 TEST_F(AllocationOperators, TheStandardLibrarysOwnCodeUsesThem) {
+  if (tiepoint::testing::onWindows) GTEST_SKIP() << "a replaced operator doesn't reach into another binary there";
   std::string text;
   EXPECT_EQ(allocationsOf([&] { text.assign(100, 'x'); }), 1u);
   EXPECT_EQ(text[99], 'x');

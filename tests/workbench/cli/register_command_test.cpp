@@ -194,7 +194,7 @@ TEST_F(RegisterCommand, QuietSaysNothingWhenAllIsWell) {
 TEST_F(RegisterCommand, CommonPointsGoToTheNamedFileWithOrWithoutItsEnding) {
   EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "common.txt"}).status, 0);
   EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "other"}).status, 0);
-  EXPECT_EQ(read("common.txt"),
+  EXPECT_EQ(readText("common.txt"),
             "P1 0.000000 0.000000 0.000000 1.00\nP2 10.000000 0.000000 0.000000 1.00\n"
             "P3 0.000000 10.000000 0.000000 1.00\nP4 0.000000 0.000000 10.000000 1.00\n");
   EXPECT_EQ(read("other.txt"), read("common.txt"));
@@ -294,7 +294,7 @@ TEST_F(RegisterClouds, WhatFailsAtTheEndLeavesTheDrawingAsItWas) {
   write("out/shifted.xyz", "mine");
   const ProcessResult result = run(with({"base.txt", "shifted.txt", "--store", "merged"}));
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err, "tiepoint: out/shifted.xyz: the file exists; --force replaces it\n");
+  EXPECT_EQ(result.err, "tiepoint: " + pathIn("out", "shifted.xyz") + ": the file exists; --force replaces it\n");
   EXPECT_EQ(runJson({"clouds", "--document", "d"})["clouds"].size(), 0u);
   EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 2u);
 }

@@ -6,12 +6,15 @@
 #include <new>
 #include <string>
 
+#include "support/platform.h"
 #include "workbench/host/loaded_library.h"
 #include "workbench/host/workbench.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
 namespace {
+
+using tiepoint::testing::nativePath;
 
 std::string refusalOf(const std::string& module) {
   try {
@@ -47,14 +50,14 @@ TEST(LoadedModule, IsRefusedWhenItIsNoLibrary) {
 
 TEST(LoadedModule, IsRefusedWhenItLacksAnExport) {
   EXPECT_EQ(refusalOf(FAKE_MODULE_WITHOUT_SESSION),
-            "cannot use the module " FAKE_MODULE_WITHOUT_SESSION
-            ": it isn't a registration module: it has no export _ZN3ZOR3reg19GetMultiRegistratorEv");
+            "cannot use the module " + nativePath(FAKE_MODULE_WITHOUT_SESSION) +
+                ": it isn't a registration module: it has no export _ZN3ZOR3reg19GetMultiRegistratorEv");
 }
 
 TEST(LoadedModule, IsRefusedWhenItIsMadeForAnotherVersion) {
   EXPECT_EQ(refusalOf(FAKE_MODULE_OF_ANOTHER_VERSION),
-            "cannot use the module " FAKE_MODULE_OF_ANOTHER_VERSION
-            ": it is made for version 21.9.0.0 of the drawing SDK; 21.8.0.0 is needed");
+            "cannot use the module " + nativePath(FAKE_MODULE_OF_ANOTHER_VERSION) +
+                ": it is made for version 21.9.0.0 of the drawing SDK; 21.8.0.0 is needed");
 }
 
 TEST(LoadedModule, LeavesNoWorkbenchBehindWhenItIsRefused) {
@@ -66,7 +69,7 @@ TEST(LoadedModule, IsNamedByItsAbsolutePath) {
   const std::filesystem::path module(FAKE_MODULE);
   const std::filesystem::path relative = std::filesystem::relative(module);
   const Workbench workbench({{}, relative.u8string()});
-  EXPECT_EQ(workbench.modulePath(), FAKE_MODULE);
+  EXPECT_EQ(workbench.modulePath(), nativePath(FAKE_MODULE));
 }
 
 TEST(LoadedModule, LoadsFromAPathOutsideAscii) {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "support/platform.h"
+
 namespace tiepoint::workbench {
 namespace {
 
@@ -60,6 +62,7 @@ TEST(MessageLine, KeepsAnEmptyMessage) {
 }
 
 TEST(MessageLine, ShowsTheFormatWhereAnArgumentHasNoText) {
+  if (tiepoint::testing::onWindows) GTEST_SKIP() << "every byte has a wide character there";
   MessageLine line;
   line.print(L"<%hs>", "\xFF");
   EXPECT_THAT(line.take(), ElementsAre(L"<%hs>"));

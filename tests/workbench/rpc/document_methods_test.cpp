@@ -2,11 +2,14 @@
 
 #include <string>
 
+#include "support/platform.h"
 #include "workbench/rpc/rpc_fixture.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
 namespace {
+
+using tiepoint::testing::pathInJson;
 
 using ::testing::Contains;
 
@@ -16,11 +19,11 @@ class DocumentMethods : public RpcTest {
   DocumentMethods() { workbench.closeDocument(1); }
 
   std::string open(const std::string& name) {
-    return result("document.open", R"({"path":")" + folder.file(name) + "\"}");
+    return result("document.open", R"({"path":")" + pathInJson(folder.file(name)) + "\"}");
   }
   std::string entry(int number, const std::string& name, bool active) {
-    return R"({"document":)" + std::to_string(number) + R"(,"path":")" + folder.file(name) + R"(","active":)" +
-           (active ? "true}" : "false}");
+    return R"({"document":)" + std::to_string(number) + R"(,"path":")" + pathInJson(folder.file(name)) +
+           R"(","active":)" + (active ? "true}" : "false}");
   }
 
   TemporaryFolder folder;
@@ -86,14 +89,14 @@ TEST_F(DocumentMethods, RefuseWhatIsNoNumber) {
 
 TEST_F(DocumentMethods, OpenRefusesADrawingThatIsOpen) {
   open("a.tpd");
-  EXPECT_EQ(refusal("document.open", R"({"path":")" + folder.file("a.tpd") + "\"}"),
+  EXPECT_EQ(refusal("document.open", R"({"path":")" + pathInJson(folder.file("a.tpd")) + "\"}"),
             R"({"code":-32000,"data":{"type":"OdError"}})");
   EXPECT_EQ(result("document.list"), R"({"documents":[)" + entry(2, "a.tpd", true) + "]}");
 }
 
 TEST_F(DocumentMethods, OpenRefusesAFileThatIsNoDrawing) {
   writeBytes(folder.file("notes.txt"), "not a drawing\n");
-  EXPECT_EQ(refusal("document.open", R"({"path":")" + folder.file("notes.txt") + "\"}"),
+  EXPECT_EQ(refusal("document.open", R"({"path":")" + pathInJson(folder.file("notes.txt")) + "\"}"),
             R"({"code":-32000,"data":{"type":"OdError"}})");
   EXPECT_EQ(readBytes(folder.file("notes.txt")), "not a drawing\n");
 }

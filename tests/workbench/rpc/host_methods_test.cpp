@@ -2,21 +2,27 @@
 
 #include <string>
 
+#include "support/platform.h"
 #include "workbench/rpc/rpc_fixture.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
 namespace {
 
+using tiepoint::testing::nativePath;
+using tiepoint::testing::pathInJson;
+
 using HostMethods = RpcTest;
 
 TEST_F(HostMethods, TellOfTheModuleAndItsCommands) {
-  EXPECT_EQ(result("host.info"), R"({"apiVersion":[21,8,0,0],"module":")" FAKE_MODULE R"(","commands":[)"
-                                 "{\"group\":\"FAKE\",\"globalName\":\"FAKE_DIALOG\",\"localName\":"
-                                 "\"\xD0\x94\xD0\x98\xD0\x90\xD0\x9B\xD0\x9E\xD0\x93\",\"flags\":4},"
-                                 R"({"group":"FAKE","globalName":"FAKE_THROW","localName":"FAKE_THROW","flags":0},)"
-                                 R"({"group":"FAKE","globalName":"FAKE_SILENT","localName":"FAKE_SILENT","flags":-1}],)"
-                                 R"("version":")" PROJECT_VERSION_TEXT "\"}");
+  EXPECT_EQ(result("host.info"),
+            R"({"apiVersion":[21,8,0,0],"module":")" + pathInJson(nativePath(FAKE_MODULE)) +
+                R"(","commands":[)"
+                "{\"group\":\"FAKE\",\"globalName\":\"FAKE_DIALOG\",\"localName\":"
+                "\"\xD0\x94\xD0\x98\xD0\x90\xD0\x9B\xD0\x9E\xD0\x93\",\"flags\":4},"
+                R"({"group":"FAKE","globalName":"FAKE_THROW","localName":"FAKE_THROW","flags":0},)"
+                R"({"group":"FAKE","globalName":"FAKE_SILENT","localName":"FAKE_SILENT","flags":-1}],)"
+                R"("version":")" PROJECT_VERSION_TEXT "\"}");
 }
 
 // --- Commands.

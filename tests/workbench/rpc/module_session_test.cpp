@@ -4,12 +4,16 @@
 #include <string>
 #include <vector>
 
+#include "support/platform.h"
 #include "workbench/rpc/json_parser.h"
 #include "workbench/rpc/rpc_fixture.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
 namespace {
+
+using tiepoint::testing::nativePath;
+using tiepoint::testing::pathInJson;
 
 using ::testing::DoubleNear;
 using ::testing::EndsWith;
@@ -41,7 +45,8 @@ class ModuleSession : public RpcTestOn {
   /// The response to an import of files of the folder.
   std::string import(const std::string& layout, const std::vector<std::string>& names) {
     std::string paths;
-    for (const std::string& name : names) paths += (paths.empty() ? "\"" : ",\"") + folder.file(name) + "\"";
+    for (const std::string& name : names)
+      paths += (paths.empty() ? "\"" : ",\"") + pathInJson(folder.file(name)) + "\"";
     return result("command.run",
                   R"({"name":"TSL_REG_IMPORT_REFS","layout":")" + layout + R"(","paths":[)" + paths + "]}");
   }
@@ -52,9 +57,10 @@ class ModuleSession : public RpcTestOn {
 TEST_F(ModuleSession, RegistersItsCommand) {
   EXPECT_EQ(
       result("host.info"),
-      R"({"apiVersion":[21,8,0,0],"module":")" TSL_REGISTRATION R"(","commands":[{"group":"CLOUD_REGISTRATION",)"
-      R"("globalName":"TSL_REG_IMPORT_REFS","localName":"TSL_REG_IMPORT_REFS","flags":4}],"version":")" PROJECT_VERSION_TEXT
-      "\"}");
+      R"({"apiVersion":[21,8,0,0],"module":")" + pathInJson(nativePath(TSL_REGISTRATION)) +
+          R"(","commands":[{"group":"CLOUD_REGISTRATION",)"
+          R"("globalName":"TSL_REG_IMPORT_REFS","localName":"TSL_REG_IMPORT_REFS","flags":4}],"version":")" PROJECT_VERSION_TEXT
+          "\"}");
 }
 
 // --- The import.

@@ -4,7 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "support/platform.h"
+#ifdef _WIN32
+#include "workbench/rpc/child_process_windows.h"
+#else
 #include "workbench/rpc/child_process.h"
+#endif
 #include "workbench/temporary_folder.h"
 
 namespace {
@@ -12,6 +17,8 @@ namespace {
 using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
+using tiepoint::testing::nativePath;
+using tiepoint::testing::pathInJson;
 
 /// `tiepoint rpc` with further arguments.
 class RpcProcess : public ChildProcess {
@@ -83,8 +90,8 @@ TEST(RpcProcess, OpensTheDocumentThatItIsGivenBeforeTheFirstRequest) {
   const TemporaryFolder folder;
   RpcProcess process({"--document", folder.file("hall.tpd")});
   EXPECT_EQ(process.call("session.begin"), ok(R"({"session":1})"));
-  EXPECT_EQ(process.call("document.list"),
-            ok(R"({"documents":[{"document":1,"path":")" + folder.file("hall.tpd") + R"(","active":true}]})"));
+  EXPECT_EQ(process.call("document.list"), ok(R"({"documents":[{"document":1,"path":")" +
+                                              pathInJson(folder.file("hall.tpd")) + R"(","active":true}]})"));
   EXPECT_THAT(folder.names(), Contains("hall.tpd"));
   EXPECT_EQ(process.end(), 0);
 }
@@ -92,13 +99,13 @@ TEST(RpcProcess, OpensTheDocumentThatItIsGivenBeforeTheFirstRequest) {
 TEST(RpcProcess, FindsTheModuleBesideItself) {
   RpcProcess process;
   EXPECT_THAT(process.call("host.info"),
-              StartsWith(R"({"jsonrpc":"2.0","id":1,"result":{"apiVersion":[21,8,0,0],"module":")" TSL_REGISTRATION
-                         R"(","commands":[{"group":"CLOUD_REGISTRATION",)"));
+              StartsWith(R"({"jsonrpc":"2.0","id":1,"result":{"apiVersion":[21,8,0,0],"module":")" +
+                         pathInJson(nativePath(TSL_REGISTRATION)) + R"(","commands":[{"group":"CLOUD_REGISTRATION",)"));
 }
 
 TEST(RpcProcess, TakesAnotherModule) {
   RpcProcess process({"--module", FAKE_MODULE});
-  EXPECT_THAT(process.call("host.info"), HasSubstr(R"("module":")" FAKE_MODULE R"(")"));
+  EXPECT_THAT(process.call("host.info"), HasSubstr(R"("module":")" + pathInJson(nativePath(FAKE_MODULE)) + R"(")"));
 }
 
 TEST(RpcProcess, EndsWithALineOnStandardErrorWhenTheModuleIsMissing) {
@@ -106,7 +113,7 @@ TEST(RpcProcess, EndsWithALineOnStandardErrorWhenTheModuleIsMissing) {
   process.closeInput();
   EXPECT_EQ(process.receiveAll(), "");
   EXPECT_GT(process.wait(), 0);
-  EXPECT_THAT(process.errors(), HasSubstr("/nowhere/module.so"));
+  EXPECT_THAT(process.errors(), HasSubstr(nativePath("/nowhere/module.so")));
 }
 
 TEST(RpcProcess, KeepsTheProfileInItsFile) {
@@ -126,8 +133,8 @@ TEST(RpcProcess, LeavesADrawingThatTheNextOneFindsAsItWas) {
   {
     RpcProcess process({"--document", folder.file("hall.tpd")});
     EXPECT_EQ(
-        process.call("command.run",
-                     R"({"name":"TSL_REG_IMPORT_REFS","layout":"NXYZ","paths":[")" + folder.file("a.txt") + "\"]}"),
+        process.call("command.run", R"({"name":"TSL_REG_IMPORT_REFS","layout":"NXYZ","paths":[")" +
+                                        pathInJson(folder.file("a.txt")) + "\"]}"),
         ok(R"({"messages":["Found 1 files","Command complite. 1 groups of reference points loaded in document"]})"));
     process.call("session.begin");
     EXPECT_EQ(process.end(), 0);
@@ -143,7 +150,7 @@ TEST(RpcProcess, RefusesADrawingThatAnotherProcessHasOpen) {
   RpcProcess first({"--document", folder.file("hall.tpd")});
   ASSERT_EQ(first.call("view.redraws"), ok(R"({"count":0})"));
   RpcProcess second;
-  const std::string answer = second.call("document.open", R"({"path":")" + folder.file("hall.tpd") + "\"}");
+  const std::string answer = second.call("document.open", R"({"path":")" + pathInJson(folder.file("hall.tpd")) + "\"}");
   EXPECT_THAT(answer, StartsWith(R"({"jsonrpc":"2.0","id":1,"error":{"code":-32000,)"));
   EXPECT_THAT(answer, HasSubstr(R"("data":{"type":"OdError"})"));
   EXPECT_EQ(second.call("document.list"), ok(R"({"documents":[]})"));

@@ -1,8 +1,8 @@
 #include "workbench/cli/commands/rpc_command.h"
 
-#include <cerrno>
 #include <iostream>
 
+#include "workbench/cli/output.h"
 #include "workbench/cli/start_workbench.h"
 #include "workbench/host/workbench.h"
 #include "workbench/rpc/rpc_server.h"
@@ -14,10 +14,10 @@ ExitStatus runRpc(const RpcOptions& options) {
   Workbench& workbench = *host;
   if (!options.host.document.empty()) workbench.openDocument(options.host.document);
   RpcServer server(workbench);
-  errno = 0;
+  forgetWriteErrors();
   server.serve(std::cin, std::cout);
   // A reader that has gone away wanted no more answers; anything else has lost some.
-  if (!std::cout && errno != EPIPE) {
+  if (!std::cout && !hasReaderGone()) {
     throw CommandError(ExitStatus::file, "standard output can't be written; the last answers are lost");
   }
   return ExitStatus::done;
