@@ -54,13 +54,26 @@ class Terminal : public testing::Test {
     if (stream) std::fclose(stream);
     if (keeper >= 0) close(keeper);
   }
-  std::string seen() const {
-    std::string text(4096, '\0');
-    const ssize_t length = ::read(keeper, text.data(), text.size());
-    text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+  /// What has come so far.
+  std::string seen() {
+    char bytes[4096];
+    for (ssize_t length = 0; (length = ::read(keeper, bytes, sizeof bytes)) > 0;) {
+      text.append(bytes, static_cast<std::size_t>(length));
+    }
+    return text;
+  }
+  /// The same once it ends so. What is written comes when the system gets round to it.
+  std::string seenUntil(const std::string& end) {
+    const auto patience = std::chrono::steady_clock::now() + 20s;
+    const auto isThere = [&] {
+      seen();
+      return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+    };
+    while (!isThere() && std::chrono::steady_clock::now() < patience) std::this_thread::sleep_for(10ms);
     return text;
   }
 
+  std::string text;
   int keeper = -1;
   std::FILE* stream = nullptr;
 };
@@ -68,11 +81,10 @@ class Terminal : public testing::Test {
 TEST_F(Terminal, ShowsTheSpinnerAndAnEmptyLineAfterIt) {
   {
     const Spinner spinner(stream, "turning", false);
-    std::this_thread::sleep_for(longEnough);
+    EXPECT_THAT(seenUntil("turning, 0 s"), StartsWith("\r| turning, 0 s"));
   }
-  const std::string text = seen();
-  EXPECT_THAT(text, StartsWith("\r| turning, 0 s"));
-  EXPECT_THAT(text, EndsWith("\r              \r"));
+  const std::string emptyLine = "\r              \r";
+  EXPECT_THAT(seenUntil(emptyLine), EndsWith(emptyLine));
 }
 
 TEST_F(Terminal, StaysEmptyWhenToldToBeQuiet) {
