@@ -81,7 +81,7 @@ class Terminal : public testing::Test {
 TEST_F(Terminal, ShowsTheSpinnerAndAnEmptyLineAfterIt) {
   {
     const Spinner spinner(stream, "turning", false);
-    EXPECT_THAT(seenUntil("turning, 0 s"), StartsWith("\r| turning, 0 s"));
+    EXPECT_THAT(seenUntil(" s"), StartsWith("\r| turning, "));
   }
   const std::string emptyLine = "\r              \r";
   EXPECT_THAT(seenUntil(emptyLine), EndsWith(emptyLine));
