@@ -26,6 +26,9 @@ constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
 /// A link of three points that contradicts another is as likely when chance makes it no more than so
 /// many times as often.
 constexpr double likelyAsWell = 4.0;
+/// A whole survey is to go wrong by chance so many times less often than one fit is let pass: what is
+/// joined to a station that stands wrongly looks well.
+constexpr double triesOfOne = 20.0;
 
 /// A station that hangs on three points alone, and what stood before it.
 struct WeakAddition {
@@ -132,10 +135,11 @@ class Growth {
     return Joined::yes;
   }
 
-  /// The first two are the best of all pairs, each of which might have been it by chance; and nothing
-  /// bears them out yet.
+  /// Of the pairs that could carry the set on the best is tried first, and each might have been it by
+  /// chance; at the start any two stations could.
   double triesFor(const GroupIdSet& before) const {
-    return before.size() > 1 ? 1.0 : 20.0 * static_cast<double>(stations.size() * (stations.size() - 1));
+    const auto all = static_cast<double>(stations.size()), standing = static_cast<double>(before.size());
+    return triesOfOne * (before.size() > 1 ? standing * (all - standing) : all * (all - 1.0));
   }
 
   bool matchTriangles(const PairLink& link) {
