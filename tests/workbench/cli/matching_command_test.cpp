@@ -251,6 +251,34 @@ TEST_F(MatchingCommand, AutoLeavesOutAStationThatSharesNothingAndSaysSo) {
               HasSubstr("  - C: no triangle that another station has too, with sides that agree within 0.02\n"));
 }
 
+TEST_F(MatchingCommand, AutoTellsOfATargetThatAStationListsTwice) {
+  writePair(0.002);
+  const std::string lines = read("A.txt");
+  write("A.txt", lines + lines.substr(0, lines.find('\n') + 1));
+  const ProcessResult result = run({"register", "--match", "auto", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.out, HasSubstr("  - A: two points lie within 0.02 of one another, and triangles with the one"));
+}
+
+TEST_F(MatchingCommand, AutoSaysNothingOfTwinsWhereAllStationsStand) {
+  write("A.txt", "0 0 0\n30 0 1\n9 24 2\n3 7 5\n40 31 1\n50 3 2\n50.015 3 2\n");
+  write("B.txt", "0 0 0\n30 0 1\n9 24 2\n3 7 5\n40 31 1\n");
+  const json result = runJson({"register", "--match", "auto", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["match"]["reasons"], json::array());
+}
+
+TEST_F(MatchingCommand, AutoTellsOfCoordinatesThatArentFinite) {
+  writePair(0.002);
+  write("A.txt", read("A.txt") + "nan 1 2\n");
+  const json result = runJson({"register", "--match", "auto", "--xyz", "A.txt", "B.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(result["match"]["reasons"][0]["key"], "not-finite");
+  EXPECT_EQ(result["match"]["reasons"][0]["text"],
+            "A: points with coordinates that aren't finite numbers; while they are there, no point is named because it "
+            "lies on the spot of another");
+}
+
 TEST_F(MatchingCommand, AutoHasNothingToDoWhereEveryPointHasAName) {
   const json result = runJson({"register", "--match", "auto", "base.txt", "shifted.txt"});
   EXPECT_EQ(result["outcome"], "registered");

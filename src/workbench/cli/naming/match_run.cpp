@@ -11,6 +11,7 @@
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/naming/naming_search.h"
 #include "workbench/cli/naming/naming_session.h"
+#include "workbench/cli/naming/point_reasons.h"
 #include "workbench/cli/naming/station_shapes.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/solved_transforms.h"
@@ -138,6 +139,15 @@ std::vector<MatchReason> reasonsFor(const SessionState& state, const NamingPlan&
   return reasons;
 }
 
+/// Twins matter only where they may have kept a station out.
+void addPointReasons(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
+  const auto add = [&](const std::vector<MatchReason>& reasons) {
+    report.reasons.insert(report.reasons.end(), reasons.begin(), reasons.end());
+  };
+  add(notFiniteReasons(state));
+  if (!plan.unplaced.empty()) add(twinReasons(state, stationsOf(state), report.limits->side));
+}
+
 bool isAmbiguous(const NamingPlan& plan) {
   return std::any_of(plan.unplaced.begin(), plan.unplaced.end(),
                      [](const UnplacedStation& station) { return station.trouble == StationTrouble::ambiguous; });
@@ -167,6 +177,7 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterO
     plan = searchNames(workbench, naming.state(), *report.limits);
   }
   report.reasons = reasonsFor(naming.state(), plan, *report.limits);
+  addPointReasons(naming.state(), plan, report);
   report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;
   repeatPlan(naming, plan);

@@ -1,0 +1,59 @@
+#include "workbench/cli/naming/point_reasons.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "workbench/cli/plain_text.h"
+
+namespace tiepoint::workbench::cli {
+
+using namespace ZOR::reg;
+
+namespace {
+
+bool isFinite(const OdGePoint3d& point) {
+  return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
+}
+
+bool hasTwins(const std::vector<Eigen::Vector3d>& points, double side) {
+  for (auto one = points.begin(); one != points.end(); ++one) {
+    const auto isNear = [&](const Eigen::Vector3d& other) { return (*one - other).norm() < side; };
+    if (std::any_of(std::next(one), points.end(), isNear)) return true;
+  }
+  return false;
+}
+
+std::string namesOf(const SessionState& state, const GroupIdSet& groups) {
+  std::vector<std::string> names;
+  for (const GroupId group : groups) names.push_back(state.group(group).name);
+  return joined(names);
+}
+
+}  // namespace
+
+std::vector<MatchReason> notFiniteReasons(const SessionState& state) {
+  GroupIdSet groups;
+  for (const SessionPoint& point : state.points) {
+    if (!isFinite(point.record.position)) groups.insert(point.record.groupId);
+  }
+  if (groups.empty()) return {};
+  return {{"not-finite", fmt::format("{}: points with coordinates that aren't finite numbers; while they are there, no "
+                                     "point is named because it lies on the spot of another",
+                                     namesOf(state, groups))}};
+}
+
+std::vector<MatchReason> twinReasons(const SessionState& state, const Stations& stations, double side) {
+  GroupIdSet groups;
+  for (const auto& [group, station] : stations) {
+    if (hasTwins(station.shape.points, side)) groups.insert(group);
+  }
+  if (groups.empty()) return {};
+  return {{"twin-points", fmt::format("{}: two points lie within {:g} of one another, and triangles with the one can't "
+                                      "be told from triangles with the other; keep one of the two",
+                                      namesOf(state, groups), side)}};
+}
+
+}  // namespace tiepoint::workbench::cli

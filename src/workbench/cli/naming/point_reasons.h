@@ -1,0 +1,19 @@
+// What in the points themselves hinders a search for names.
+#pragma once
+
+#include <vector>
+
+#include "workbench/cli/naming/match_reasons.h"
+#include "workbench/cli/naming/station_shapes.h"
+
+namespace tiepoint::workbench::cli {
+
+/// Groups with a coordinate that isn't a finite number: such a point lies on every spot, so that no
+/// spot can be told from another.
+std::vector<MatchReason> notFiniteReasons(const SessionState& state);
+
+/// Stations with two points nearer to one another than `side`, the widest tolerance for the sides of
+/// equal triangles.
+std::vector<MatchReason> twinReasons(const SessionState& state, const Stations& stations, double side);
+
+}  // namespace tiepoint::workbench::cli
