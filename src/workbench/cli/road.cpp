@@ -162,13 +162,22 @@ Outcome solve(DrivenSession& session, const RegisterOptions& options, Road& road
   return session.registerPairwise() ? Outcome::registered : Outcome::notLinked;
 }
 
+/// It looks like any other in the results.
+void warnOfWeakLinks(const MatchReport& match, Warnings& warnings) {
+  for (const MatchReason& reason : match.reasons) {
+    if (reason.key == "weak-link") warnings.add(reason.text);
+  }
+}
+
 /// Not at all when the names aren't certain.
 Outcome solveNamed(DrivenSession& session, const RegisterOptions& options, Road& road, Warnings& warnings) {
   if (road.match && road.match->isRefused) return Outcome::notNamed;
   const Outcome outcome = solve(session, options, road, warnings);
   if (!road.match || outcome != Outcome::registered) return outcome;
   checkDiscrepancies(session.state(), *road.match);
-  return road.match->isRefused ? Outcome::notNamed : outcome;
+  if (road.match->isRefused) return Outcome::notNamed;
+  warnOfWeakLinks(*road.match, warnings);
+  return outcome;
 }
 
 /// A registered survey from which stations are missing looks complete; so it is said.

@@ -10,11 +10,13 @@ namespace tiepoint::workbench::cli {
 namespace {
 
 /// So many chance fits of three points are put up with for one that is right.
-constexpr double toleratedChance = 0.02;
+constexpr double toleratedChance = 0.01;
 /// Ways of laying a station that are looked at.
 constexpr std::size_t mostWays = 16;
-/// Fewer than one pair seen isn't none.
-constexpr double leastSeen = 0.5;
+/// So many pairs of triangles make a density.
+constexpr std::size_t enoughSeen = 16;
+/// The widest bound in which they are looked for is so many times doubled.
+constexpr int mostDoublings = 6;
 constexpr double pi = 3.14159265358979323846;
 
 /// Three points within the full reach of a target each are found by chance among any few dozen.
@@ -43,10 +45,8 @@ bool holds(const Placement& placement, const StationShape& station) {
                      [&](const Triangle& triangle) { return isPlaced(triangle, placement); });
 }
 
-}  // namespace
-
-double expectedByChance(const TargetField& field, const StationShape& station, const Placement& own, double reach) {
-  const double wide = 2.0 * reach;
+/// Equal triangles, each side to `wide`, without those whose corners are all placed.
+std::size_t othersWithin(const TargetField& field, const StationShape& station, const Placement& own, double wide) {
   std::size_t seen = 0;
   for (const TargetField::Seen& other : field.stations) {
     forEachEqualPair(other.shape->triangles, station.triangles, wide, [&](const Triangle&, const Triangle& here) {
@@ -54,9 +54,24 @@ double expectedByChance(const TargetField& field, const StationShape& station, c
       return true;
     });
   }
-  // A ball of the difference's radius inside the cube that was counted in.
-  const double part = std::pow(sideDifference(field, station, own) / wide, 3) * pi / 6.0;
-  return std::max(static_cast<double>(seen), leastSeen) * std::min(part, 1.0);
+  return seen;
+}
+
+/// A ball of the difference's radius in the cube that was counted in.
+double partOfCube(double difference, double wide) { return std::min(std::pow(difference / wide, 3) * pi / 6.0, 1.0); }
+
+}  // namespace
+
+double expectedByChance(const TargetField& field, const StationShape& station, const Placement& own, double reach) {
+  const double difference = sideDifference(field, station, own);
+  double expected = 0.0;
+  double wide = reach;
+  for (int doubling = 0; doubling < mostDoublings && expected <= 0.0; ++doubling) {
+    wide *= 2.0;
+    const std::size_t seen = othersWithin(field, station, own, wide);
+    if (seen >= enoughSeen) expected = static_cast<double>(seen) * partOfCube(difference, wide);
+  }
+  return expected > 0.0 ? expected : static_cast<double>(enoughSeen) * partOfCube(difference, wide);
 }
 
 Certainty certaintyOf(const TargetField& field, const StationShape& station, const Placement& own, double reach,

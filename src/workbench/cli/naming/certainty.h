@@ -26,8 +26,9 @@ std::size_t pointsOfSeveralWays(const TargetField& field, const StationShape& st
                                 std::size_t atLeast);
 
 /// How many triangles of the station fit a triangle of the field by chance as well as the three
-/// points of `own` do. Estimated from those that fit within a far wider bound, which fall with the
-/// cube of the distance, since three sides must agree.
+/// points of `own` do. Estimated from those that fit within a bound so wide that it holds enough of
+/// them: they fall with the cube of the distance, since three sides must agree. Where even the widest
+/// holds too few, more can't be expected than if it held enough.
 double expectedByChance(const TargetField& field, const StationShape& station, const Placement& own, double reach);
 
 }  // namespace tiepoint::workbench::cli

@@ -27,6 +27,7 @@ namespace {
 /// a good scanner's targets. Metres.
 constexpr double usualLimit = 0.02;
 constexpr double usualMinSideDifference = 0.1;
+constexpr double noteworthyRisk = 1e-4;
 
 double metre(const RegisterOptions& options) { return options.unit == "mm" ? 1000.0 : 1.0; }
 
@@ -139,6 +140,17 @@ std::vector<MatchReason> reasonsFor(const SessionState& state, const NamingPlan&
   return reasons;
 }
 
+/// Three points don't check one another; where chance was small it isn't worth a word.
+void addRisks(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
+  for (const auto& [group, risk] : plan.risks) {
+    if (risk < noteworthyRisk) continue;
+    report.reasons.push_back(
+        {"weak-link", fmt::format("{}: joined by three points alone, as chance would do in one of {:.0f} surveys like "
+                                  "this; one more shared target would make it certain",
+                                  state.group(group).name, 1.0 / risk)});
+  }
+}
+
 /// Twins matter only where they may have kept a station out.
 void addPointReasons(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
   const auto add = [&](const std::vector<MatchReason>& reasons) {
@@ -180,6 +192,7 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterO
   addPointReasons(naming.state(), plan, report);
   report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;
+  addRisks(naming.state(), plan, report);
   repeatPlan(naming, plan);
   report.steps = plan.steps;
 }

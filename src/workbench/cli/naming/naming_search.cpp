@@ -27,15 +27,15 @@ constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
 /// A link of three points that contradicts another is as likely when chance makes it no more than so
 /// many times as often.
 constexpr double likelyAsWell = 4.0;
-/// A whole survey is to go wrong by chance so many times less often than one fit is let pass: what is
-/// joined to a station that stands wrongly looks well.
-constexpr double triesOfOne = 20.0;
-
 /// A station that hangs on three points alone, and what stood before it.
 struct WeakAddition {
+  GroupId group = 0;
   std::size_t stepsBefore = 0;
   GroupIdSet before;
+  /// Of its link.
   double chance = 0.0;
+  /// That some link of chance would have been taken like this one.
+  double risk = 0.0;
 };
 
 /// More stations may decide between several ways, but nothing else.
@@ -65,6 +65,9 @@ class Growth {
       if (placed.count(group) == 0) plan.unplaced.push_back(troubleOf(group));
     }
     plan.openLoops = openLoops();
+    for (const WeakAddition& addition : weak) {
+      if (placed.count(addition.group) != 0) plan.risks[addition.group] = addition.risk;
+    }
     return plan;
   }
 
@@ -126,21 +129,25 @@ class Growth {
     const NamedField named = fieldOf(planned.state(), stations, before, planned.motions());
     const Station& station = stations.at(group);
     const Placement own = placementOf(planned.state(), station, named);
-    const Certainty certainty = certaintyOf(named.field, station.shape, own, limits.reach(), triesFor(before));
+    const double tries = triesFor(before);
+    const Certainty certainty = certaintyOf(named.field, station.shape, own, limits.reach(), tries);
     if (certainty == Certainty::rivalled && own.size() > namesThatLink) {
       ambiguous[group] = own.size();
       return Joined::rivalled;
     }
     if (certainty != Certainty::certain) return Joined::no;
-    if (own.size() <= namesThatLink) weak.push_back({stepsBefore, before, link ? link->chance : 0.0});
+    if (own.size() <= namesThatLink) {
+      const double risk = tries * expectedByChance(named.field, station.shape, own, limits.reach());
+      weak.push_back({group, stepsBefore, before, link ? link->chance : 0.0, risk});
+    }
     return Joined::yes;
   }
 
-  /// Of the pairs that could carry the set on the best is tried first, and each might have been it by
-  /// chance; at the start any two stations could.
+  /// Of the links that could carry the set on the best is tried first, and each might have been it by
+  /// chance; at the start that of any two stations could. The field holds all stations that stand.
   double triesFor(const GroupIdSet& before) const {
     const auto all = static_cast<double>(stations.size()), standing = static_cast<double>(before.size());
-    return triesOfOne * (before.size() > 1 ? standing * (all - standing) : all * (all - 1.0));
+    return standing > 1.0 ? all - standing : all * (all - 1.0) / 2.0;
   }
 
   bool matchTriangles(const PairLink& link) {

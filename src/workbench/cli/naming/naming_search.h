@@ -1,6 +1,7 @@
 // The search for names that join all stations.
 #pragma once
 
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct NamingPlan {
   std::vector<UnplacedStation> unplaced;
   /// Pairs that share more points than could be named without discrepancies above the limit.
   std::vector<std::pair<ZOR::reg::GroupId, ZOR::reg::GroupId>> openLoops;
+  /// For stations that were added by three points alone: in which part of surveys chance would have
+  /// added one so.
+  std::map<ZOR::reg::GroupId, double> risks;
 };
 
 /// Starts from the two stations that agree best and adds one station after another. A station is

@@ -60,7 +60,7 @@ TEST(Certainty, ThreePointsAreBelievedLessTheMoreTriesThereWere) {
   for (Eigen::Vector3d& point : three) point *= 1.0003;
   const Points there(irregular.begin(), irregular.begin() + 3);
   EXPECT_EQ(certainty(there, three, 3), Certainty::certain);
-  EXPECT_EQ(certainty(there, three, 3, 1e5), Certainty::maybeChance);
+  EXPECT_EQ(certainty(there, three, 3, 1e7), Certainty::maybeChance);
 }
 
 TEST(PointsOfSeveralWays, TellHowManyEachExplainsOrNothing) {
@@ -79,6 +79,22 @@ TEST(ExpectedByChance, GrowsWithTheCubeOfHowFarTheSidesDiffer) {
     return expectedByChance(fieldOf(shape), shapeOf(here), inOrder(3), reach);
   };
   EXPECT_NEAR(expected(2e-4) / expected(1e-4), 8.0, 1e-6);
+}
+
+/// One pair in a narrow bound says little; the density is that of sixteen.
+TEST(ExpectedByChance, IsTakenFromABoundThatHoldsEnoughOthers) {
+  const Points three(irregular.begin(), irregular.begin() + 3);
+  Points stretched = three;
+  for (Eigen::Vector3d& point : stretched) point *= 1.0003;
+  const auto expected = [&](std::size_t others) {
+    const StationShape there = shapeOf(joined(three, somewhere(others, 1)));
+    return expectedByChance(fieldOf(there), shapeOf(joined(stretched, somewhere(others, 2))), inOrder(3), reach);
+  };
+  // Triangles grow with the cube of the points, so pairs of them with the sixth power: some 64 times.
+  EXPECT_GT(expected(24) / expected(12), 20.0);
+  EXPECT_LT(expected(24) / expected(12), 200.0);
+  // Nobody counted sixteen of them around: a bound, far below one in a million.
+  EXPECT_LT(expected(0), 1e-6);
 }
 
 }  // namespace
