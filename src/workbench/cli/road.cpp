@@ -6,14 +6,15 @@
 #include <functional>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/file_survey.h"
 #include "workbench/cli/geometry_warnings.h"
 #include "workbench/cli/iterative_run.h"
+#include "workbench/cli/output_targets.h"
 #include "workbench/cli/picture_options.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/point_choice.h"
 #include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/road_checks.h"
+#include "workbench/cli/staging_folder.h"
 #include "workbench/cli/survey_picture.h"
 #include "workbench/host/text_encoding.h"
 
@@ -201,12 +202,16 @@ void describe(Workbench& workbench, DrivenSession& session, Road& road) {
   road.targets = std::move(solved.targets);
 }
 
-void writeCommonPoints(DrivenSession& session, const CommonPointsTarget& target, Road& road) {
-  const bool written = session.operations().saveCommonPointsFile(target.name, target.folder);
-  if (!written || surveyFile(target.path).lines != road.targets.size()) {
+void writeCommonPoints(DrivenSession& session, const RegisterOptions& options, const CommonPointsTarget& target,
+                       Road& road) {
+  const StagingFolder staging;
+  const bool isWritten = session.operations().saveCommonPointsFile(target.name, staging.path());
+  const std::string content = staging.content(target.fileName);
+  if (!isWritten || static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n')) != road.targets.size()) {
     throw CommandError(ExitStatus::file, fmt::format("{}: the common points can't be written{}", target.path,
-                                                     written ? " to their end; is the disk full?" : ""));
+                                                     isWritten ? " to their end; is the disk full?" : ""));
   }
+  putFile(options, {"--common-points", target.path}, content);
   road.commonPointsFile = target.path;
 }
 
@@ -228,7 +233,7 @@ class Delivery {
         clouds(cloudsToAdd(options_.clouds, "--cloud")),
         files(options_),
         wantedPicture(pictureRequest(options_.picture, registerPictureNames)) {
-    if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options.commonPoints, options.force);
+    if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options);
     if (!options.moved.empty() && !options.apply) {
       throw CommandError(ExitStatus::usage, "--moved writes moved clouds, so it needs --apply");
     }
@@ -254,9 +259,12 @@ class Delivery {
     if (options.apply) applyMoves(*database, session.operations(), road.clouds, options.force);
     for (CloudReport& cloud : road.clouds) {
       if (!options.apply) cloud.move = CloudMove::notAsked;
+      if (!options.moved.empty() && !cloud.source.empty()) {
+        requireNotRead(options, {"--moved", copyPath(cloud, options.moved)});
+      }
     }
     if (!options.store.empty()) storeTargets(session, options.store, road);
-    if (commonPoints) writeCommonPoints(session, *commonPoints, road);
+    if (commonPoints) writeCommonPoints(session, options, *commonPoints, road);
     if (!options.moved.empty()) writeCopies(road.clouds, options.moved, options.force);
     road.files = files.write(session.operations(), road.state, road.results);
     if (wantedPicture) {

@@ -214,6 +214,12 @@ TEST_F(RegisterCommand, NothingIsOverwrittenSilently) {
   EXPECT_THAT(read("common.txt"), HasSubstr("P1 "));
 }
 
+TEST_F(RegisterCommand, CommonPointsNeverReplaceWhatTheCommandReads) {
+  EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "shifted.txt", "--force"}).err,
+            "tiepoint: --common-points shifted.txt: shifted.txt: this command reads it; choose another place\n");
+  EXPECT_EQ(read("shifted.txt"), shiftedLines);
+}
+
 TEST_F(RegisterCommand, AFolderThatIsntThereIsNamed) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--common-points", "out/common.txt"});
   EXPECT_EQ(result.status, 3);
@@ -297,6 +303,17 @@ TEST_F(RegisterClouds, WhatFailsAtTheEndLeavesTheDrawingAsItWas) {
   EXPECT_EQ(result.err, "tiepoint: " + pathIn("out", "shifted.xyz") + ": the file exists; --force replaces it\n");
   EXPECT_EQ(runJson({"clouds", "--document", "d"})["clouds"].size(), 0u);
   EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 2u);
+}
+
+TEST_F(RegisterClouds, AMovedCopyNeverReplacesTheSurvey) {
+  std::filesystem::create_directory(folder.path() / "clouds");
+  write("clouds/shifted.txt", "100 200 300 17\n");
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--base", "base", "--apply", "--cloud",
+                                    "shifted=clouds/shifted.txt", "--moved", ".", "--force"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "tiepoint: --moved: " + pathIn(".", "shifted.txt") + ": this command reads it; choose another place\n");
+  EXPECT_EQ(read("shifted.txt"), shiftedLines);
 }
 
 TEST_F(RegisterClouds, WithoutApplyNothingMoves) {
