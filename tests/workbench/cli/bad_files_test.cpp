@@ -60,7 +60,8 @@ TEST_F(BadFiles, ABinaryFileIsSeenAsSuch) {
 
 TEST_F(BadFiles, AHeaderIsNamed) {
   EXPECT_EQ(complaint("name x y z\nP1 0 0 0\n", 3),
-            "tiepoint: bad.txt: no reference points found: line 1 holds \"x\", which isn't a number\n");
+            "tiepoint: bad.txt: no reference points found: line 1 holds \"x\", which isn't a number; these files have "
+            "no header, take it out\n");
 }
 
 TEST_F(BadFiles, TheWrongLayoutIsAnsweredWithTheRightOne) {
