@@ -8,6 +8,7 @@
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/geometry_warnings.h"
 #include "workbench/cli/iterative_run.h"
+#include "workbench/cli/mismatch_warnings.h"
 #include "workbench/cli/output_targets.h"
 #include "workbench/cli/picture_options.h"
 #include "workbench/cli/plain_text.h"
@@ -300,6 +301,7 @@ void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOpti
   }
   warnOfLeftOut(road.state, warnings);
   warnOfGeometry(road.state, warnings);
+  warnOfMismatches(road.state, warnings);
   describe(workbench, session, road);
   delivery.deliver(workbench, session, road);
 }
