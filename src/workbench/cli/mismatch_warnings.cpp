@@ -8,7 +8,9 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace tiepoint::workbench::cli {
 
