@@ -220,10 +220,13 @@ void writeCommonPoints(DrivenSession& session, const RegisterOptions& options, c
 
 void storeTargets(DrivenSession& session, const std::string& name, Road& road) {
   if (!session.operations().storeCommonPoints(nameFromUtf8(name))) {
+    const auto& groups = road.state.groups;
+    const bool isThere = std::any_of(groups.begin(), groups.end(),
+                                     [&](const SessionGroup& group) { return group.name == sessionName(name); });
     throw CommandError(ExitStatus::refused,
-                       fmt::format("--store {}: the drawing has a group of this name already, or no group may be "
-                                   "called so (none of <>/\\*|?:\". and no device's name)",
-                                   name));
+                       fmt::format("--store {}: {}", name,
+                                   isThere ? "the drawing has a group of this name already; choose another"
+                                           : "no group may be called so (none of <>/\\*|?:\". and no device's name)"));
   }
   road.storedGroup = name;
 }

@@ -261,7 +261,11 @@ TEST_F(RegisterCommand, MergedTargetsCanBeStoredAsAGroup) {
   EXPECT_NEAR(groups["groups"][2]["points"][1]["x"], 10.0, 1e-9);
   const ProcessResult again = run({"register", "--document", "d", "--store", "merged"});
   EXPECT_EQ(again.status, 1);
-  EXPECT_THAT(again.err, HasSubstr("tiepoint: --store merged: the drawing has a group of this name already"));
+  EXPECT_EQ(again.err, "tiepoint: --store merged: the drawing has a group of this name already; choose another\n");
+  const ProcessResult badName = run({"register", "--document", "d", "--store", "a.b"});
+  EXPECT_EQ(badName.status, 1);
+  EXPECT_EQ(badName.err,
+            "tiepoint: --store a.b: no group may be called so (none of <>/\\*|?:\". and no device's name)\n");
 }
 
 // --- Clouds.

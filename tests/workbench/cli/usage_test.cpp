@@ -58,6 +58,8 @@ TEST_F(Usage, MistakesGetOneLineThatHelps) {
             "tiepoint: there is no option --bsae; did you mean --base?; see tiepoint register --help\n");
   EXPECT_EQ(mistake({"register"}),
             "tiepoint: nothing to register; name files of reference points, or a drawing with --document FILE\n");
+  EXPECT_EQ(mistake({"register", "base.txt", ""}),
+            "tiepoint: a file's name is empty; is a variable of the shell unset?\n");
   EXPECT_EQ(mistake({"import", "base.txt"}), "tiepoint: --document is required; see tiepoint import --help\n");
   EXPECT_EQ(mistake({"import", "--document", "d"}), "tiepoint: nothing to import; name files of reference points\n");
   EXPECT_EQ(mistake({"groups", "--document", "d", "x"}),
