@@ -41,7 +41,7 @@ bool isInput(const RegisterOptions& options, const std::string& path) {
 std::string placeOf(const std::string& utf8) {
   boost::system::error_code error;
   const fs::path place = fs::weakly_canonical(fs::absolute(pathOf(utf8)), error);
-  return error ? utf8 : place.string();
+  return error ? utf8 : place.generic_string();
 }
 
 [[noreturn]] void refuse(const OutputTarget& target, const std::string& why) {
