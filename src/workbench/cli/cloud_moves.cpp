@@ -97,6 +97,10 @@ void applyMoves(const OdDbDatabase& database, iMultiRegistrator& session, std::v
   for (std::size_t i = 0; i < clouds.size(); ++i) clouds[i].matrix = after[i].matrix;
 }
 
+std::string copyPath(const CloudReport& cloud, const std::string& folder) {
+  return (fs::path(wideFromUtf8(folder)) / fs::path(wideFromUtf8(cloud.source)).filename()).string();
+}
+
 void writeCopies(std::vector<CloudReport>& clouds, const std::string& folder, bool force) {
   const fs::path target(wideFromUtf8(folder));
   boost::system::error_code error;
@@ -110,7 +114,7 @@ void writeCopies(std::vector<CloudReport>& clouds, const std::string& folder, bo
   for (CloudReport& cloud : clouds) {
     if (cloud.source.empty()) continue;
     const fs::path source(wideFromUtf8(cloud.source));
-    const std::string path = (target / source.filename()).string();
+    const std::string path = copyPath(cloud, folder);
     if (!written.insert(path).second) {
       throw CommandError(ExitStatus::file, path + ": two clouds have files of this name; rename one of them");
     }

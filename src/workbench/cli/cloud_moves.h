@@ -57,6 +57,9 @@ std::vector<CloudReport> foreseenMoves(const OdDbDatabase& database, const Sessi
 void applyMoves(const OdDbDatabase& database, ZOR::reg::iMultiRegistrator& session, std::vector<CloudReport>& clouds,
                 bool force);
 
+/// Where writeCopies puts the copy of a cloud that has a file. UTF-8.
+std::string copyPath(const CloudReport& cloud, const std::string& folder);
+
 /// Writes a moved copy of each cloud that has a file into the folder, under the file's own name. The
 /// folder is made when it is missing.
 /// Throws CommandError(file).

@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <functional>
 #include <new>
+#include <type_traits>
 
 #include "platform/sdk/od_error.h"
 #include "workbench/cli/commands/clouds_command.h"
@@ -45,6 +47,25 @@ void addText(CLI::App& app, const std::string& name, std::string& value, const c
   app.add_option(name, value, help)->type_name(type);
 }
 
+/// The whole text is a number; thrown from inside the parser, as its own complaint names no reason.
+template <class Number>
+void addNumber(CLI::App& app, const std::string& name, std::optional<Number>& value, const char* type,
+               const char* help) {
+  const auto read = [&value, name](const std::string& text) {
+    Number number{};
+    const char* const begin = text.data() + (text.compare(0, 1, "+") == 0 ? 1 : 0);
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(begin, end, number);
+    if (error != std::errc{} || stop != end) {
+      throw CommandError(ExitStatus::usage,
+                         fmt::format("{} {}: this isn't a {}", name, text,
+                                     std::is_integral_v<Number> ? "whole number, 0 or more" : "number"));
+    }
+    value = number;
+  };
+  app.add_option_function<std::string>(name, read, help)->type_name(type);
+}
+
 CLI::Option* addHostOptions(CLI::App& app, HostOptions& host, const char* documentHelp) {
   CLI::Option* document = app.add_option("--document", host.document, documentHelp)->type_name("FILE");
   addText(app, "--profile", host.profile, "FILE", "profile with the module's settings (JSON); none: the defaults");
@@ -75,21 +96,16 @@ void addPictureOptions(CLI::App& app, PictureOptions& picture, const char* size,
   addText(app, view, picture.view, "VIEW", "top (default), front, side, iso, or fit: where the points spread the most");
 }
 
-void addLength(CLI::App& app, const std::string& name, std::optional<double>& value, const char* help) {
-  app.add_option(name, value, help)->type_name("LENGTH");
-}
-
 void addMatchOptions(CLI::App& app, RegisterOptions& options) {
   addText(app, "--match", options.match, "HOW",
-          "name points that have no name: auto (search for names that join all), triangles (one matching by equal "
-          "triangles) or distance (register, then name what fell on one spot)");
-  addLength(app, "--match-limit", options.matchLimit,
-            "auto: the largest discrepancy that a naming may leave; none: 0.02 (20 with --unit mm)");
-  addLength(app, "--side-tolerance", options.sideTolerance,
-            "triangles: how far the sides of equal ones may differ; auto: the widest that it tries");
-  addLength(app, "--min-side-difference", options.minSideDifference,
-            "triangles: how much any two sides of a usable one differ at least");
-  addLength(app, "--tolerance", options.tolerance, "distance: how far apart the points of one spot may lie");
+          "name points without a name: auto (search; the usual one), triangles or distance");
+  addNumber(app, "--match-limit", options.matchLimit, "LENGTH",
+            "auto: the largest discrepancy left; none: 0.02 (20 with --unit mm)");
+  addNumber(app, "--side-tolerance", options.sideTolerance, "LENGTH",
+            "triangles, auto: how far the sides of equal triangles may differ at most");
+  addNumber(app, "--min-side-difference", options.minSideDifference, "LENGTH",
+            "triangles, auto: how much two sides of a usable triangle differ at least");
+  addNumber(app, "--tolerance", options.tolerance, "LENGTH", "distance: how far apart the points of one spot may lie");
 }
 
 void addRegister(CLI::App& app, RegisterOptions& options) {
@@ -101,13 +117,12 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addText(app, "--weights", options.weightsFile, "FILE", "weights: a line \"GROUP POINT WEIGHT\" each, # comments");
   addMatchOptions(app, options);
   addText(app, "--method", options.method, "METHOD", "pairwise (default) or iterative");
-  app.add_option("--max-iterations", options.maxIterations, "iterative: the limit; none: the profile's, or 100")
-      ->type_name("NUMBER");
-  app.add_option("--convergence", options.convergence,
-                 "iterative: the movement in a pass that ends it, drawing units; none: the profile's, or 0.001")
-      ->type_name("LENGTH");
-  app.add_option("--keep-cluster", options.keepCluster, "when the groups don't hang together, go on with this cluster")
-      ->type_name("NUMBER");
+  addNumber(app, "--max-iterations", options.maxIterations, "NUMBER",
+            "iterative: the limit; none: the profile's, or 100");
+  addNumber(app, "--convergence", options.convergence, "LENGTH",
+            "iterative: the movement in a pass that ends it; none: the profile's, or 0.001");
+  addNumber(app, "--keep-cluster", options.keepCluster, "NUMBER",
+            "when the groups don't hang together, go on with this cluster");
   addRepeated(app, "--cloud", options.clouds, "NAME=FILE", "add a point cloud; it moves with the group of its name");
   app.add_flag("--apply", options.apply, "move the drawing's clouds");
   addText(app, "--moved", options.moved, "FOLDER",
@@ -117,7 +132,7 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addText(app, "--matrices", options.matrices, "FOLDER",
           "write each group's matrix to GROUP.txt there; made if missing");
   addText(app, "--matrix-format", options.matrixFormat, "FORMAT",
-          "plain (default: 4x4 for column vectors, all digits), 4x4 or trf (PolyWorks, transposed)");
+          "plain (default: all digits), 4x4 or trf (PolyWorks, transposed)");
   addText(app, "--transforms", options.transforms, "FILE", "write all groups' rotations, shifts and residuals as JSON");
   addText(app, "--report", options.report, "FILE", "write a report as HTML");
   addText(app, "--report-kind", options.reportKind, "KIND", "results (default), points or groups");

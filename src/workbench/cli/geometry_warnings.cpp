@@ -5,9 +5,11 @@
 #include <Eigen/Dense>
 #include <cmath>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "workbench/cli/exit_status.h"
+#include "workbench/cli/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -33,6 +35,21 @@ bool lieOnOneLine(const std::vector<OdGePoint3d>& points) {
   return spread(1) <= thinnestSpread * spread(2);
 }
 
+/// A warning stays one line.
+constexpr std::size_t mostNames = 5;
+
+/// Of each group that has any, in the order of the list.
+std::map<GroupId, std::vector<std::string>> namesInUseTwice(const SessionState& state) {
+  std::map<std::pair<GroupId, CommonPointId>, std::size_t> counts;
+  std::map<GroupId, std::vector<std::string>> names;
+  for (const SessionPoint& point : state.points) {
+    if (!point.record.active) continue;
+    const std::size_t count = ++counts[{point.record.groupId, point.record.commonId}];
+    if (count == 2) names[point.record.groupId].push_back(point.name);
+  }
+  return names;
+}
+
 }  // namespace
 
 void requireFiniteCoordinates(const SessionState& state) {
@@ -53,6 +70,12 @@ void warnOfGeometry(const SessionState& state, Warnings& warnings) {
     if (!point.record.active) continue;
     inUse[point.record.groupId].push_back(point.record.position);
     if (!(point.record.weight >= 0.0 && point.record.weight <= 1.0)) ++oddWeights[point.record.groupId];
+  }
+  for (const auto& [group, names] : namesInUseTwice(state)) {
+    warnings.add(
+        fmt::format("{} has {} more than once; the last of a name is what is fitted: take the others out of "
+                    "the file",
+                    state.group(group).name, joined({names.begin(), names.end()}, mostNames)));
   }
   for (const auto& [group, points] : inUse) {
     if (!lieOnOneLine(points)) continue;

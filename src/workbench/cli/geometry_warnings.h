@@ -10,8 +10,8 @@ namespace tiepoint::workbench::cli {
 /// transformation can come of it.
 void requireFiniteCoordinates(const SessionState& state);
 
-/// Warns of groups whose points in use lie on one line, as the rotation about it is then free, and
-/// of weights outside 0 to 1.
+/// Warns of groups whose points in use lie on one line, as the rotation about it is then free, of
+/// weights outside 0 to 1, and of targets that stand more than once in a group.
 void warnOfGeometry(const SessionState& state, Warnings& warnings);
 
 }  // namespace tiepoint::workbench::cli

@@ -20,7 +20,7 @@ Examples:
   tiepoint register --base reference reference.txt station2.txt
   tiepoint register --unit m --base S1 S1.txt S2.txt --nxyzw S3.txt S4.txt
   tiepoint register --base S1 --exclude S4:T13 --weight S2:T07=0.5 S1.txt S2.txt S4.txt
-  tiepoint register --document hall.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
+  tiepoint register --document d.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
   tiepoint register --match auto --base S1 --xyz S1.txt S2.txt S3.txt
   tiepoint register --method iterative --max-iterations 5000 --convergence 1e-6 S1.txt S2.txt S3.txt
   tiepoint register --base S1 --matrices out --transforms out.json --report out.html S1.txt S2.txt
@@ -78,7 +78,8 @@ Examples:
 inline constexpr const char* exitStatusHelp =
     R"(Exit status:
   0  done
-  1  refused: the groups don't hang together, points can't be named, the drawing has the group or cloud already
+  1  refused: the groups don't hang together, points can't be named, or the drawing has the group or
+     cloud already
   2  usage: an option, a group, a point or a weight that there isn't
   3  a file or a drawing that is missing, unreadable, empty, locked, not one, or can't be written)";
 

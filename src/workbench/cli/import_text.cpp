@@ -17,7 +17,7 @@ std::string noteOf(const ImportedFile& file) {
 
 }  // namespace
 
-std::string importText(const Import& import) {
+std::string importTable(const Import& import) {
   if (import.files.empty()) return "";
   constexpr auto left = TextTable::Side::left;
   constexpr auto right = TextTable::Side::right;
@@ -27,7 +27,11 @@ std::string importText(const Import& import) {
     table.add({printable(file.path), layoutInfo(file.layout).name, std::to_string(file.lines),
                std::to_string(file.points), printable(file.group), noteOf(file)});
   }
-  std::string text = "Reference points\n" + table.text();
+  return "Reference points\n" + table.text();
+}
+
+std::string importText(const Import& import) {
+  std::string text = importTable(import);
   for (const std::string& message : import.messages) text += "  " + printable(message) + "\n";
   return text;
 }

@@ -7,7 +7,10 @@
 
 namespace tiepoint::workbench::cli {
 
-/// The files with what was read of each, and what the import command said; empty without files.
+/// The files with what was read of each; empty without files.
+std::string importTable(const Import& import);
+
+/// The same, and what the import command said.
 std::string importText(const Import& import);
 
 }  // namespace tiepoint::workbench::cli

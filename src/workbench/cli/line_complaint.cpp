@@ -119,8 +119,10 @@ std::string complaintOfFields(const std::string& line, const LayoutInfo& layout)
                        layout.name, layout.fieldCount, layout.fields, hint);
   }
   for (std::size_t i = layout.hasName ? 1 : 0; i < fields.size(); ++i) {
-    if (!isNumber(fields[i]))
-      return fmt::format("holds {}, which isn't a number{}", quoted(fields[i]), proposal(fields));
+    if (isNumber(fields[i])) continue;
+    const bool isHeader = std::none_of(fields.begin(), fields.end(), isNumber);
+    return fmt::format("holds {}, which isn't a number{}", quoted(fields[i]),
+                       isHeader ? "; these files have no header, take it out" : proposal(fields));
   }
   return fmt::format("can't be read as {} ({})", layout.name, layout.fields);
 }

@@ -13,6 +13,9 @@ namespace {
 
 void addFiles(std::vector<LayoutFiles>& runs, Layout layout, const std::vector<std::string>& paths) {
   if (paths.empty()) return;
+  if (std::find(paths.begin(), paths.end(), "") != paths.end()) {
+    throw CommandError(ExitStatus::usage, "a file's name is empty; is a variable of the shell unset?");
+  }
   auto run = std::find_if(runs.begin(), runs.end(), [&](const LayoutFiles& r) { return r.layout == layout; });
   if (run == runs.end()) run = runs.insert(runs.end(), LayoutFiles{layout, {}});
   run->paths.insert(run->paths.end(), paths.begin(), paths.end());

@@ -7,9 +7,9 @@
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/group_matrices.h"
+#include "workbench/cli/road_checks.h"
 #include "workbench/cli/staging_folder.h"
 #include "workbench/host/text_encoding.h"
-#include "workbench/profile/durable_file.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -38,14 +38,6 @@ void checkGoesWith(const std::string& value, const std::string& option, const st
                    const std::string& fileOption) {
   if (value.empty() || !file.empty()) return;
   throw CommandError(ExitStatus::usage, fmt::format("{} goes with {}", option, fileOption));
-}
-
-void requireFolderOf(const std::string& file, const std::string& option) {
-  const fs::path folder = pathOf(file).parent_path();
-  boost::system::error_code error;
-  if (folder.empty() || fs::is_directory(folder, error)) return;
-  throw CommandError(ExitStatus::file,
-                     fmt::format("{} {}: there is no folder {}; make it first", option, file, folder.string()));
 }
 
 void makeFolder(const std::string& folder) {
@@ -86,42 +78,18 @@ ResultFiles::ResultFiles(const RegisterOptions& options_, std::string pictureOpt
   checkChoice(options.reportKind, {"results", "points", "groups"}, "--report-kind");
   checkGoesWith(options.matrixFormat, "--matrix-format", options.matrices, "--matrices FOLDER");
   checkGoesWith(options.reportKind, "--report-kind", options.report, "--report FILE");
-  requireTarget(options.transforms, "--transforms");
-  requireTarget(options.report, "--report");
-  requireTarget(options.picture.file, pictureOption);
+  if (!options.commonPoints.empty()) named.push_back({"--common-points", commonPointsTarget(options).path});
+  name("--transforms", options.transforms);
+  name("--report", options.report);
+  name(pictureOption, options.picture.file);
+  requireDifferent(named);
 }
 
-void ResultFiles::requireTarget(const std::string& file, const std::string& option) const {
+void ResultFiles::name(const std::string& option, const std::string& file) {
   if (file.empty()) return;
-  requireFolderOf(file, option);
-  requireReplaceable(file, option);
-}
-
-bool ResultFiles::isInput(const std::string& path) const {
-  const auto isSame = [&](const std::string& input) {
-    boost::system::error_code error;
-    return !input.empty() && fs::equivalent(pathOf(input), pathOf(path), error);
-  };
-  const FileOptions& files = options.files;
-  for (const auto* inputs : {&files.files, &files.nxyz, &files.xyz, &files.xyzw, &files.nxyzw}) {
-    if (std::any_of(inputs->begin(), inputs->end(), isSame)) return true;
-  }
-  for (const std::string& cloud : options.clouds) {
-    if (isSame(parseCloudOption(cloud, "--cloud").file)) return true;
-  }
-  return isSame(options.weightsFile) || isSame(options.host.document) || isSame(options.host.profile) ||
-         isSame(options.host.module);
-}
-
-void ResultFiles::requireReplaceable(const std::string& path, const std::string& option) const {
-  boost::system::error_code error;
-  if (!fs::exists(pathOf(path), error)) return;
-  if (isInput(path)) {
-    throw CommandError(ExitStatus::file,
-                       fmt::format("{}: {}: this command reads it; choose another place", option, path));
-  }
-  if (!options.force)
-    throw CommandError(ExitStatus::file, fmt::format("{}: {} exists; --force replaces it", option, path));
+  named.push_back({option, file});
+  requireFolder(named.back());
+  requireReplaceable(options, named.back());
 }
 
 std::vector<ResultFiles::MatrixFile> ResultFiles::matrixFiles(const SessionState& state, const Results& results) const {
@@ -145,17 +113,12 @@ std::vector<ResultFiles::MatrixFile> ResultFiles::matrixFiles(const SessionState
 }
 
 void ResultFiles::requireFree(const SessionState& state, const Results& results) const {
-  for (const MatrixFile& file : matrixFiles(state, results)) requireReplaceable(file.path, "--matrices");
-}
-
-void ResultFiles::put(const std::string& path, const std::string& content, const std::string& option) const {
-  // Once more, as one file of this command may be asked for under the name of another.
-  requireReplaceable(path, option);
-  try {
-    replaceFile(path, content);
-  } catch (const std::runtime_error& error) {
-    throw CommandError(ExitStatus::file, fmt::format("{}: {}", option, error.what()));
+  std::vector<OutputTarget> all = named;
+  for (const MatrixFile& file : matrixFiles(state, results)) {
+    all.push_back({"--matrices", file.path});
+    requireReplaceable(options, all.back());
   }
+  requireDifferent(all);
 }
 
 std::vector<std::string> ResultFiles::writeMatrices(iMultiRegistrator& session, const SessionState& state,
@@ -175,7 +138,7 @@ std::vector<std::string> ResultFiles::writeMatrices(iMultiRegistrator& session, 
           ExitStatus::file,
           fmt::format("{}: the module hasn't written this matrix, or not to its end; is the disk full?", file.path));
     }
-    put(file.path, content, "--matrices");
+    putFile(options, {"--matrices", file.path}, content);
     written.push_back(file.path);
   }
   return written;
@@ -197,11 +160,11 @@ void ResultFiles::writeReport(iMultiRegistrator& session, const SessionState& st
         ExitStatus::file,
         fmt::format("{}: the module hasn't written this report, or not to its end; is the disk full?", options.report));
   }
-  put(options.report, content, "--report");
+  putFile(options, {"--report", options.report}, content);
 }
 
 void ResultFiles::writePicture(const std::string& bytes, WrittenFiles& written) const {
-  put(options.picture.file, bytes, pictureOption);
+  putFile(options, {pictureOption, options.picture.file}, bytes);
   written.picture = options.picture.file;
 }
 
@@ -209,7 +172,8 @@ WrittenFiles ResultFiles::write(iMultiRegistrator& session, const SessionState& 
   WrittenFiles written;
   if (!options.matrices.empty()) written.matrices = writeMatrices(session, state, results);
   if (!options.transforms.empty()) {
-    put(options.transforms, transformsJson({options.method, options.unit}, state, results), "--transforms");
+    putFile(options, {"--transforms", options.transforms},
+            transformsJson({options.method, options.unit}, state, results));
     written.transforms = options.transforms;
   }
   if (!options.report.empty()) {

@@ -6,6 +6,7 @@
 
 #include "session/i_multi_registrator.h"
 #include "workbench/cli/options.h"
+#include "workbench/cli/output_targets.h"
 #include "workbench/cli/results.h"
 #include "workbench/cli/session_state.h"
 
@@ -48,10 +49,7 @@ class ResultFiles {
 
   bool isPlain() const { return options.matrixFormat.empty() || options.matrixFormat == "plain"; }
   std::vector<MatrixFile> matrixFiles(const SessionState& state, const Results& results) const;
-  void requireTarget(const std::string& file, const std::string& option) const;
-  void requireReplaceable(const std::string& path, const std::string& option) const;
-  bool isInput(const std::string& path) const;
-  void put(const std::string& path, const std::string& content, const std::string& option) const;
+  void name(const std::string& option, const std::string& file);
   std::vector<std::string> writeMatrices(ZOR::reg::iMultiRegistrator& session, const SessionState& state,
                                          const Results& results) const;
   void writeReport(ZOR::reg::iMultiRegistrator& session, const SessionState& state) const;
@@ -59,6 +57,8 @@ class ResultFiles {
   const RegisterOptions& options;
   /// By which the picture is asked for.
   std::string pictureOption;
+  /// The files that an option names, unlike those of a folder.
+  std::vector<OutputTarget> named;
 };
 
 }  // namespace tiepoint::workbench::cli

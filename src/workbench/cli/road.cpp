@@ -6,14 +6,16 @@
 #include <functional>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/file_survey.h"
 #include "workbench/cli/geometry_warnings.h"
 #include "workbench/cli/iterative_run.h"
+#include "workbench/cli/mismatch_warnings.h"
+#include "workbench/cli/output_targets.h"
 #include "workbench/cli/picture_options.h"
 #include "workbench/cli/plain_text.h"
 #include "workbench/cli/point_choice.h"
 #include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/road_checks.h"
+#include "workbench/cli/staging_folder.h"
 #include "workbench/cli/survey_picture.h"
 #include "workbench/host/text_encoding.h"
 
@@ -207,24 +209,33 @@ void describe(Workbench& workbench, DrivenSession& session, Road& road) {
   SolvedTransforms solved = solvedTransforms(workbench, session.operations(), groups);
   requireRigid(session.state(), solved);
   road.results = describeResults(session.state(), solved);
+  // While the stations still move, the largest discrepancy says nothing of its point.
+  if (road.iterations && !road.iterations->converged()) road.results.standOut.reset();
   road.targets = std::move(solved.targets);
 }
 
-void writeCommonPoints(DrivenSession& session, const CommonPointsTarget& target, Road& road) {
-  const bool written = session.operations().saveCommonPointsFile(target.name, target.folder);
-  if (!written || surveyFile(target.path).lines != road.targets.size()) {
+void writeCommonPoints(DrivenSession& session, const RegisterOptions& options, const CommonPointsTarget& target,
+                       Road& road) {
+  const StagingFolder staging;
+  const bool isWritten = session.operations().saveCommonPointsFile(target.name, staging.path());
+  const std::string content = staging.content(target.fileName);
+  if (!isWritten || static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n')) != road.targets.size()) {
     throw CommandError(ExitStatus::file, fmt::format("{}: the common points can't be written{}", target.path,
-                                                     written ? " to their end; is the disk full?" : ""));
+                                                     isWritten ? " to their end; is the disk full?" : ""));
   }
+  putFile(options, {"--common-points", target.path}, content);
   road.commonPointsFile = target.path;
 }
 
 void storeTargets(DrivenSession& session, const std::string& name, Road& road) {
   if (!session.operations().storeCommonPoints(nameFromUtf8(name))) {
+    const auto& groups = road.state.groups;
+    const bool isThere = std::any_of(groups.begin(), groups.end(),
+                                     [&](const SessionGroup& group) { return group.name == sessionName(name); });
     throw CommandError(ExitStatus::refused,
-                       fmt::format("--store {}: the drawing has a group of this name already, or no group may be "
-                                   "called so (none of <>/\\*|?:\". and no device's name)",
-                                   name));
+                       fmt::format("--store {}: {}", name,
+                                   isThere ? "the drawing has a group of this name already; choose another"
+                                           : "no group may be called so (none of <>/\\*|?:\". and no device's name)"));
   }
   road.storedGroup = name;
 }
@@ -237,7 +248,7 @@ class Delivery {
         clouds(cloudsToAdd(options_.clouds, "--cloud")),
         files(options_),
         wantedPicture(pictureRequest(options_.picture, registerPictureNames)) {
-    if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options.commonPoints, options.force);
+    if (!options.commonPoints.empty()) commonPoints = commonPointsTarget(options);
     if (!options.moved.empty() && !options.apply) {
       throw CommandError(ExitStatus::usage, "--moved writes moved clouds, so it needs --apply");
     }
@@ -263,9 +274,12 @@ class Delivery {
     if (options.apply) applyMoves(*database, session.operations(), road.clouds, options.force);
     for (CloudReport& cloud : road.clouds) {
       if (!options.apply) cloud.move = CloudMove::notAsked;
+      if (!options.moved.empty() && !cloud.source.empty()) {
+        requireNotRead(options, {"--moved", copyPath(cloud, options.moved)});
+      }
     }
     if (!options.store.empty()) storeTargets(session, options.store, road);
-    if (commonPoints) writeCommonPoints(session, *commonPoints, road);
+    if (commonPoints) writeCommonPoints(session, options, *commonPoints, road);
     if (!options.moved.empty()) writeCopies(road.clouds, options.moved, options.force);
     road.files = files.write(session.operations(), road.state, road.results);
     if (wantedPicture) {
@@ -299,6 +313,7 @@ void travelWith(Workbench& workbench, DrivenSession& session, const RegisterOpti
   }
   warnOfLeftOut(road.state, warnings);
   warnOfGeometry(road.state, warnings);
+  warnOfMismatches(road.state, warnings);
   describe(workbench, session, road);
   delivery.deliver(workbench, session, road);
 }

@@ -7,6 +7,7 @@
 #include <boost/filesystem/path.hpp>
 
 #include "workbench/cli/exit_status.h"
+#include "workbench/cli/output_targets.h"
 #include "workbench/cli/session_state.h"
 #include "workbench/cli/stored_groups.h"
 #include "workbench/cli/suggestion.h"
@@ -38,27 +39,21 @@ std::vector<std::string> groupsToCome(Workbench& workbench, const std::vector<La
 
 }  // namespace
 
-CommonPointsTarget commonPointsTarget(const std::string& file, bool force) {
+CommonPointsTarget commonPointsTarget(const RegisterOptions& options) {
+  const std::string& file = options.commonPoints;
   const fs::path path(wideFromUtf8(file));
   CommonPointsTarget target;
-  target.folder = path.has_parent_path() ? path.parent_path().string() : ".";
   const std::string name = withoutEnding(path.filename().string());
-  target.path = ((path.has_parent_path() ? path.parent_path() : fs::path()) / (name + ending)).string();
+  target.fileName = name + ending;
+  target.path = (path.parent_path() / fs::path(wideFromUtf8(target.fileName))).string();
   target.name = nameFromUtf8(name);
   if (!fs::windows_name(target.name)) {
     throw CommandError(ExitStatus::usage, fmt::format("--common-points {}: \"{}\" isn't a file name that every system "
                                                       "takes",
                                                       file, name));
   }
-  boost::system::error_code error;
-  if (!fs::is_directory(fs::path(wideFromUtf8(target.folder)), error)) {
-    throw CommandError(ExitStatus::file,
-                       fmt::format("--common-points {}: there is no folder {}; make it first", file, target.folder));
-  }
-  if (!force && fs::exists(fs::path(wideFromUtf8(target.path)), error)) {
-    throw CommandError(ExitStatus::file,
-                       fmt::format("--common-points {}: {} exists; --force replaces it", file, target.path));
-  }
+  requireFolder({"--common-points", file});
+  requireReplaceable(options, {fmt::format("--common-points {}", file), target.path});
   return target;
 }
 

@@ -10,17 +10,17 @@ namespace tiepoint::workbench::cli {
 
 /// Where the common points go. The module adds ".txt" to the name itself.
 struct CommonPointsTarget {
-  /// UTF-8, never empty.
-  std::string folder;
   /// Narrow, without the ending.
   std::string name;
+  /// With the ending, UTF-8.
+  std::string fileName;
   /// The whole path, UTF-8.
   std::string path;
 };
 
 /// Throws CommandError: (usage) for a name that the module doesn't take, (file) for a folder that
-/// isn't there or a file that would be overwritten unless `force`.
-CommonPointsTarget commonPointsTarget(const std::string& file, bool force);
+/// isn't there or a file that may not be replaced.
+CommonPointsTarget commonPointsTarget(const RegisterOptions& options);
 
 /// Opens the drawing that is asked for, if it is there. Without files to take in it must be. Throws
 /// CommandError(usage) when there is neither.

@@ -75,9 +75,12 @@ std::vector<std::string> transformRow(const SessionGroup& group, const GroupResu
   const std::string name = printable(group.name);
   if (!result.toCommon) return {name, group.inBase ? "base" : "not registered"};
   const AxisAngleShift motion = axisAngleShift(*result.toCommon);
-  const auto axis = [&](std::size_t i) { return fmt::format("{:.9f}", motion.axis[i]); };
+  const std::string angle = fmt::format("{:.6f}", motion.angleDegrees);
+  // The axis of no turn is what rounding makes of it.
+  const bool turns = angle != fmt::format("{:.6f}", 0.0);
+  const auto axis = [&](std::size_t i) { return turns ? fmt::format("{:.9f}", motion.axis[i]) : "-"; };
   const auto shift = [&](std::size_t i) { return lengths.position(motion.shift[i]); };
-  return {name, fmt::format("{:.6f}", motion.angleDegrees), axis(0), axis(1), axis(2), shift(0), shift(1), shift(2)};
+  return {name, angle, axis(0), axis(1), axis(2), shift(0), shift(1), shift(2)};
 }
 
 std::string transformations(const Road& road, const LengthFormat& lengths) {
@@ -240,8 +243,8 @@ std::string notLinked(const Road& road) {
 
 std::string baseLost(const Road& road) {
   return fmt::format(
-      "Not registered: of the base ({}) fewer than 3 points are shared with the other groups. Without it "
-      "they would lie in a\nsystem of their own; leave out --base to have that.\n",
+      "Not registered: of the base ({}) fewer than 3 points are shared with the other groups. Without it\n"
+      "they would lie in a system of their own; leave out --base to have that.\n",
       baseNames(road.state));
 }
 
@@ -294,7 +297,7 @@ std::string refused(const Road& road) {
 }  // namespace
 
 std::string summaryText(const Road& road, const LengthFormat& lengths) {
-  std::string text = importText(road.import);
+  std::string text = importTable(road.import);
   if (!text.empty()) text += "\n";
   if (road.match) text += matchText(road.state, *road.match, lengths) + "\n";
   return text + (road.outcome == Outcome::registered ? registered(road, lengths) : refused(road));

@@ -6,7 +6,9 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <vector>
 
+#include "workbench/picture/axis_letters.h"
 #include "workbench/picture/marks.h"
 #include "workbench/picture/text_fit.h"
 
@@ -139,18 +141,22 @@ void paintAxes(Canvas& canvas, const Box& box, const View& view) {
   const OdGeMatrix3d toView = view.viewingMatrix();
   const Spot origin = box.middle();
   const std::array<Axis, 3> axes{{{"x", {1, 0, 0}}, {"y", {0, 1, 0}}, {"z", {0, 0, 1}}}};
+  std::vector<const char*> letters;
+  std::vector<Spot> ends;
   for (const Axis& axis : axes) {
     const auto part = [&](int row) {
       return toView(row, 0) * axis.along.x + toView(row, 1) * axis.along.y + toView(row, 2) * axis.along.z;
     };
     const Spot along{part(0), -part(1)};
-    const double length = std::hypot(along.x, along.y);
-    if (length < shortestAxis) continue;
-    canvas.arrow(origin, {origin.x + along.x * axisLength, origin.y + along.y * axisLength}, softInk, 1.2);
-    const double beyond = axisLength + 7.0 / length;
-    canvas.text(
-        {origin.x + along.x * beyond - canvas.widthOf(axis.letter, axisStyle) / 2.0, origin.y + along.y * beyond + 3.5},
-        axis.letter, axisStyle);
+    if (std::hypot(along.x, along.y) < shortestAxis) continue;
+    letters.push_back(axis.letter);
+    ends.push_back({along.x * axisLength, along.y * axisLength});
+    canvas.arrow(origin, {origin.x + ends.back().x, origin.y + ends.back().y}, softInk, 1.2);
+  }
+  const std::vector<Spot> spots = letterSpots(ends);
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    const double left = origin.x + spots[i].x - canvas.widthOf(letters[i], axisStyle) / 2.0;
+    canvas.text({left, origin.y + spots[i].y + 3.5}, letters[i], axisStyle);
   }
   canvas.dot(origin, 2.0, softInk);
 }

@@ -2,12 +2,19 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
 namespace tiepoint::workbench::picture {
 
 namespace {
+
+/// What is beyond them is no length of a survey, and nobody counts its zeros.
+constexpr double smallestInDigits = 1e-9;
+constexpr double largestInDigits = 1e12;
+/// Behind the first one: more than a number of one digit needs, whatever its logarithm is rounded to.
+constexpr int digits = 5;
 
 /// As the decimal text says it, so that 0.2 is the double that "0.2" means.
 double decimal(int digit, int exponent) { return std::stod(fmt::format("{}e{}", digit, exponent)); }
@@ -25,6 +32,13 @@ double roundNumberUpTo(double limit) {
   return decimal(5, exponent - 1);
 }
 
-std::string plainNumber(double number) { return fmt::format("{:.6g}", number); }
+std::string plainNumber(double number) {
+  if (number < smallestInDigits || number > largestInDigits) return fmt::format("{:.6g}", number);
+  const int exponent = static_cast<int>(std::floor(std::log10(number)));
+  std::string text = fmt::format("{:.{}f}", number, std::max(0, digits - exponent));
+  if (text.find('.') != std::string::npos) text.erase(text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.pop_back();
+  return text;
+}
 
 }  // namespace tiepoint::workbench::picture

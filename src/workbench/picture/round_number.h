@@ -9,8 +9,8 @@ namespace tiepoint::workbench::picture {
 /// and finite.
 double roundNumberUpTo(double limit);
 
-/// A number of `roundNumberUpTo` in digits: "0.002", "500", and with an exponent beyond a million
-/// and below a ten-thousandth.
+/// A number of `roundNumberUpTo` in digits: "0.002", "500", and with an exponent only where
+/// no length of a survey is.
 std::string plainNumber(double number);
 
 }  // namespace tiepoint::workbench::picture

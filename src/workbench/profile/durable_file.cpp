@@ -63,6 +63,14 @@ void keepPermissions(const fs::path& from, const fs::path& to) {
   if (fs::is_regular_file(status)) fs::permissions(to, status.permissions());
 }
 
+/// A rename would take a device or a pipe away, and leave a file in its place.
+void requireOrdinary(const fs::path& target) {
+  std::error_code missing;
+  const fs::file_status status = fs::status(target, missing);
+  if (!fs::exists(status) || fs::is_regular_file(status)) return;
+  throw std::system_error(fs::is_directory(status) ? EISDIR : EINVAL, std::generic_category());
+}
+
 [[noreturn]] void failWithErrno() { throw std::system_error(errno, std::generic_category()); }
 
 void writeNew(const fs::path& path, const std::string& content) {
@@ -78,6 +86,7 @@ void replaceFile(const std::string& path, const std::string& content) {
   const fs::path target = behindLinks(fs::u8path(path));
   const fs::path temporary = temporaryBeside(target);
   try {
+    requireOrdinary(target);
     writeNew(temporary, content);
     keepPermissions(target, temporary);
     fs::rename(temporary, target);

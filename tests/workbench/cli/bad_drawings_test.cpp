@@ -131,6 +131,21 @@ TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
   const ProcessResult result = run({"register", "--quiet", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_THAT(result.err, HasSubstr("common.txt: the common points can't be written"));
+  EXPECT_FALSE(exists("common.txt"));
+}
+
+TEST_F(BadDrawings, CommonPointsThatCantBeWrittenLeaveTheOlderOnesWhole) {
+  if (onWindows) GTEST_SKIP() << "no limit on the size of files there";
+  std::string lines;
+  for (int i = 0; i < 3000; ++i)
+    lines += "P" + std::to_string(i) + " " + std::to_string(i % 7) + " " + std::to_string(i % 11) + " 1\n";
+  write("a.txt", lines);
+  write("b.txt", lines);
+  write("common.txt", "older");
+  ProcessSetup setup;
+  setup.largestFile = 16UL * 1024;
+  EXPECT_EQ(run({"register", "a.txt", "b.txt", "--common-points", "common.txt", "--force"}, setup).status, 3);
+  EXPECT_EQ(read("common.txt"), "older");
 }
 
 }  // namespace

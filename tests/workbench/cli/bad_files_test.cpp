@@ -60,7 +60,8 @@ TEST_F(BadFiles, ABinaryFileIsSeenAsSuch) {
 
 TEST_F(BadFiles, AHeaderIsNamed) {
   EXPECT_EQ(complaint("name x y z\nP1 0 0 0\n", 3),
-            "tiepoint: bad.txt: no reference points found: line 1 holds \"x\", which isn't a number\n");
+            "tiepoint: bad.txt: no reference points found: line 1 holds \"x\", which isn't a number; these files have "
+            "no header, take it out\n");
 }
 
 TEST_F(BadFiles, TheWrongLayoutIsAnsweredWithTheRightOne) {
@@ -77,7 +78,7 @@ TEST_F(BadFiles, AFileWithoutPointsKeepsTheOthersFromTheDrawing) {
 }
 
 TEST_F(BadFiles, ABadLineEndsTheReadingAndIsTold) {
-  EXPECT_EQ(complaint("P1 0 0 0\nP2 1 0 0\nP3 0 1 0\nP4 0 1,5 0\nP5 1 1 1\n", 0),
+  EXPECT_EQ(complaint("P1 0 0 0\nP2 10 0 0\nP3 0 10 0\nP4 0 1,5 0\nP5 1 1 1\n", 0),
             "tiepoint: warning: bad.txt: reading stopped after 3 points: line 4 of 5 has 5 fields where NXYZ has 4 "
             "(name x y z); numbers take a decimal point, not a comma\n");
   const json file = runJson({"register", "base.txt", "bad.txt", "shifted.txt"})["import"]["files"][1];

@@ -39,6 +39,16 @@ TEST(GeometryWarnings, OnlyPointsInUseCount) {
   EXPECT_EQ(warningsOf(b.state).size(), 1u);
 }
 
+TEST(GeometryWarnings, ATargetThatStandsTwiceInAGroupIsWarnedOf) {
+  StateBuilder b;
+  b.group("A").point("P1", {0, 0, 0}).point("P2", {10, 0, 0}).point("P3", {0, 10, 0});
+  b.point("P2", {10, 0, 1}).point("P2", {10, 0, 2}).point("P1", {0, 0, 0});
+  b.group("B").point("P1", {0, 0, 0}).point("P2", {10, 0, 0}).point("P3", {0, 10, 0});
+  b.point("P3", {0, 10, 9}).inactive();
+  EXPECT_THAT(warningsOf(b.state), ElementsAre("A has P2, P1 more than once; the last of a name is what is fitted: "
+                                               "take the others out of the file"));
+}
+
 TEST(GeometryWarnings, WeightsOutsideZeroToOneAreWarnedOf) {
   StateBuilder b;
   b.group("A").point("P1", {0, 0, 0}).point("P2", {10, 0, 0}).point("P3", {0, 10, 0}).last().weight = -1.0;

@@ -170,7 +170,9 @@ TEST_F(IterativeMethod, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
   const ProcessResult result = run(iteratively(
       {"--base", "base", "base.txt", "shifted.txt", "third.txt", "--exclude", "base:P1", "--exclude", "base:P2"}));
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: the base shares fewer than 3 points with the others\n");
+  EXPECT_EQ(
+      result.err,
+      "tiepoint: not registered: the base shares fewer than 3 points with the others; choose another base or none\n");
 }
 
 TEST_F(IterativeMethod, CoordinatesThatAreFarTooLargeAreRefusedAndWriteNothing) {
@@ -210,6 +212,12 @@ TEST(IterativePlantHall, DoesntConvergeWithinTheDefaultLimit) {
   EXPECT_EQ(iterations["actual"], 100);
   EXPECT_EQ(iterations["limit"], 100);
   EXPECT_EQ(iterations["converged"], false);
+}
+
+TEST(IterativePlantHall, NoPointStandsOutWhileTheStationsStillMove) {
+  const json moving = hallRun({"--method", "iterative", "--max-iterations", "100"});
+  EXPECT_EQ(moving["iterations"]["converged"], false);
+  EXPECT_TRUE(moving["standOut"].is_null()) << moving["standOut"];
 }
 
 /// The two methods weigh the same measurements, of 1 mm noise, differently; at the far end of the

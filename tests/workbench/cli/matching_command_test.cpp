@@ -191,7 +191,8 @@ TEST_F(MatchingCommand, AutoRefusesASymmetricLayoutAndKeepsItsHandsOff) {
                                     "  - A, B: several ways of laying it onto the others explain 4 points each, as the "
                                     "layout is\n    symmetric;"));
   EXPECT_THAT(result.out, HasSubstr("\nNot registered: the points can't be named so that it is certain.\n"));
-  EXPECT_EQ(result.err, "tiepoint: not registered: the points can't be named so that it is certain\n");
+  EXPECT_EQ(result.err,
+            "tiepoint: not registered: the points can't be named so that it is certain; the summary tells why\n");
   EXPECT_FALSE(exists("targets.txt"));
   EXPECT_EQ(runJson({"clouds", "--document", "d.tiepoint"})["clouds"], json::array());
 }

@@ -9,6 +9,7 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 class RegisterCommand : public SurveyFiles {};
 
@@ -27,13 +28,36 @@ TEST_F(RegisterCommand, TwoStationsGiveTheShiftBetweenThem) {
   EXPECT_EQ(result["atBase"]["points"], 4);
 }
 
-TEST_F(RegisterCommand, TheSummaryHoldsTheImportsOwnWords) {
+TEST_F(RegisterCommand, TheSummaryBeginsWithTheFilesAndWhatWasReadOfThem) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt"});
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.err, IsEmpty());
-  EXPECT_THAT(result.out, HasSubstr("  Found 2 files\n"));
-  EXPECT_THAT(result.out, HasSubstr("  Command complite. 2 groups of reference points loaded in document\n"));
-  EXPECT_THAT(result.out, HasSubstr("Registered pairwise: 8 of 8 points in use\n"));
+  EXPECT_THAT(result.out, StartsWith("Reference points\n"
+                                     "  file         layout  lines  points  group\n"
+                                     "  base.txt     NXYZ        4       4  base\n"
+                                     "  shifted.txt  NXYZ        4       4  shifted\n"
+                                     "\n"
+                                     "Registered pairwise: 8 of 8 points in use\n"));
+}
+
+TEST_F(RegisterCommand, AGroupThatIsntTurnedHasNoAxis) {
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--base", "base"});
+  EXPECT_THAT(result.out, HasSubstr("  shifted  0.000000       -       -       -  -100.000000  -200.000000  "
+                                    "-300.000000\n"));
+}
+
+TEST_F(RegisterCommand, PointsWithoutNamesAreToldHowToGetThem) {
+  write("a.txt", "0 0 0\n10 0 0\n0 20 0\n");
+  const ProcessResult result = run({"register", "--xyz", "a.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tiepoint: not registered: no point has a name; --match auto finds names\n");
+}
+
+TEST_F(RegisterCommand, GroupsWithoutAPointToUseAreToldSo) {
+  const ProcessResult result =
+      run({"register", "base.txt", "shifted.txt", "--exclude", "base", "--exclude", "shifted"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tiepoint: not registered: no group has a point that could take part; the summary tells why\n");
 }
 
 /// A cross about the origin, and one whose arms are 1.0003 mm longer in x and 3.0003 mm in y: what is
@@ -129,7 +153,7 @@ TEST_F(RegisterCommand, GroupsThatDontHangTogetherAreToldWhatTheyLack) {
   write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "far.txt", "far2.txt"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: the groups don't hang together\n");
+  EXPECT_EQ(result.err, "tiepoint: not registered: the groups don't hang together; the summary tells what they lack\n");
   EXPECT_THAT(result.out, HasSubstr("  cluster 0  base, shifted\n  cluster 1  far, far2\n"));
   EXPECT_THAT(result.out, HasSubstr("  cluster 0 (base, shifted) and cluster 1 (far, far2)  1 common name (P1)  2 more "
                                     "needed\n"));
@@ -162,7 +186,9 @@ TEST_F(RegisterCommand, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
   const ProcessResult result = run({"register", "--base", "base", "base.txt", "shifted.txt", "third.txt", "--exclude",
                                     "base:P1", "--exclude", "base:P2"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: the base shares fewer than 3 points with the others\n");
+  EXPECT_EQ(
+      result.err,
+      "tiepoint: not registered: the base shares fewer than 3 points with the others; choose another base or none\n");
   EXPECT_THAT(result.out, HasSubstr("leave out --base to have that"));
 }
 
@@ -178,6 +204,7 @@ TEST_F(RegisterCommand, AStationThatIsLeftOutIsWarnedOf) {
 TEST_F(RegisterCommand, OneStationAloneHasNothingToJoin) {
   const ProcessResult result = run({"register", "base.txt"});
   EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tiepoint: not registered: there is one group alone; add a second to join it with\n");
   EXPECT_THAT(result.out, HasSubstr("Not registered: base is alone; there is no second group to join it with.\n"));
 }
 
@@ -214,6 +241,12 @@ TEST_F(RegisterCommand, NothingIsOverwrittenSilently) {
   EXPECT_THAT(read("common.txt"), HasSubstr("P1 "));
 }
 
+TEST_F(RegisterCommand, CommonPointsNeverReplaceWhatTheCommandReads) {
+  EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "shifted.txt", "--force"}).err,
+            "tiepoint: --common-points shifted.txt: shifted.txt: this command reads it; choose another place\n");
+  EXPECT_EQ(read("shifted.txt"), shiftedLines);
+}
+
 TEST_F(RegisterCommand, AFolderThatIsntThereIsNamed) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--common-points", "out/common.txt"});
   EXPECT_EQ(result.status, 3);
@@ -228,7 +261,11 @@ TEST_F(RegisterCommand, MergedTargetsCanBeStoredAsAGroup) {
   EXPECT_NEAR(groups["groups"][2]["points"][1]["x"], 10.0, 1e-9);
   const ProcessResult again = run({"register", "--document", "d", "--store", "merged"});
   EXPECT_EQ(again.status, 1);
-  EXPECT_THAT(again.err, HasSubstr("tiepoint: --store merged: the drawing has a group of this name already"));
+  EXPECT_EQ(again.err, "tiepoint: --store merged: the drawing has a group of this name already; choose another\n");
+  const ProcessResult badName = run({"register", "--document", "d", "--store", "a.b"});
+  EXPECT_EQ(badName.status, 1);
+  EXPECT_EQ(badName.err,
+            "tiepoint: --store a.b: no group may be called so (none of <>/\\*|?:\". and no device's name)\n");
 }
 
 // --- Clouds.
@@ -299,6 +336,17 @@ TEST_F(RegisterClouds, WhatFailsAtTheEndLeavesTheDrawingAsItWas) {
   EXPECT_EQ(runJson({"groups", "--document", "d"})["groups"].size(), 2u);
 }
 
+TEST_F(RegisterClouds, AMovedCopyNeverReplacesTheSurvey) {
+  std::filesystem::create_directory(folder.path() / "clouds");
+  write("clouds/shifted.txt", "100 200 300 17\n");
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--base", "base", "--apply", "--cloud",
+                                    "shifted=clouds/shifted.txt", "--moved", ".", "--force"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "tiepoint: --moved: " + pathIn(".", "shifted.txt") + ": this command reads it; choose another place\n");
+  EXPECT_EQ(read("shifted.txt"), shiftedLines);
+}
+
 TEST_F(RegisterClouds, WithoutApplyNothingMoves) {
   const json result = runJson({"register", "base.txt", "shifted.txt", "--cloud", "shifted=shifted.xyz"});
   EXPECT_EQ(result["clouds"][0]["move"], "not-asked");
@@ -358,7 +406,8 @@ TEST_F(RegisterCommand, AKeptClusterWithoutTheBasesLosesThemAll) {
   const ProcessResult result = run({"register", "base.txt", "base2.txt", "shifted.txt", "far.txt", "far2.txt", "--base",
                                     "base", "--base", "base2", "--keep-cluster", "1"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.err, HasSubstr("tiepoint: not registered: the base shares fewer than 3 points with the others\n"));
+  EXPECT_THAT(result.err, HasSubstr("tiepoint: not registered: the base shares fewer than 3 points with the others; "
+                                    "choose another base or none\n"));
 }
 
 TEST_F(RegisterCommand, SeveralBasesAreKeptWithTheirCluster) {

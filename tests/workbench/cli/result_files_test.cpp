@@ -301,8 +301,33 @@ TEST_F(ResultFilesOfRegister, TransformationsAndReportsAreReplacedOnlyWhenForced
 }
 
 TEST_F(ResultFilesOfRegister, OneFileCantBeTwoThings) {
-  EXPECT_EQ(refusal(withBase({"--transforms", "x", "--report", "x"}), 3),
-            "tiepoint: --report: x exists; --force replaces it\n");
+  EXPECT_EQ(refusal(withBase({"--transforms", "x", "--report", "./x"}), 2),
+            "tiepoint: --transforms and --report both write ./x; name two files\n");
+  EXPECT_EQ(refusal(withBase({"--common-points", "x", "--transforms", "x.txt", "--force"}), 2),
+            "tiepoint: --common-points and --transforms both write x.txt; name two files\n");
+  EXPECT_FALSE(exists("x"));
+  EXPECT_FALSE(exists("x.txt"));
+}
+
+TEST_F(ResultFilesOfRegister, AMatrixIsntWrittenOverAnotherResult) {
+  std::filesystem::create_directory(folder.path() / "out");
+  EXPECT_EQ(refusal(withBase({"--matrices", "out", "--transforms", "out/turned.txt", "--force"}), 2),
+            "tiepoint: --transforms and --matrices both write " + pathIn("out", "turned.txt") + "; name two files\n");
+  EXPECT_THAT(namesIn("out"), IsEmpty());
+}
+
+TEST_F(ResultFilesOfRegister, AFolderInTheFilesPlaceIsSeenAsSuch) {
+  std::filesystem::create_directory(folder.path() / "out");
+  EXPECT_EQ(refusal(withBase({"--report", "out", "--force"}), 3),
+            "tiepoint: --report: out: this is a folder; name a file in it\n");
+}
+
+TEST_F(ResultFilesOfRegister, APipeOrADeviceIsntReplaced) {
+  if (onWindows) GTEST_SKIP() << "named pipes have no place among files there";
+  ASSERT_EQ(runProgram("/usr/bin/mkfifo", {folder.file("pipe")}).status, 0);
+  EXPECT_EQ(refusal(withBase({"--transforms", "pipe", "--force"}), 3),
+            "tiepoint: --transforms: pipe: this is no ordinary file; choose another place\n");
+  EXPECT_TRUE(std::filesystem::is_fifo(folder.path() / "pipe"));
 }
 
 // --- Reports.

@@ -1,6 +1,8 @@
 // The command line itself: help, mistakes, and where output goes.
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 #include "workbench/cli/survey_files.h"
 
 namespace {
@@ -35,6 +37,13 @@ TEST_F(Usage, HelpOfEveryCommandLeadsWithExamplesAndTellsTheExitStatuses) {
   EXPECT_THAT(run({"register", "--help"}).out, HasSubstr("Exit status:\n  0  done\n  1  refused"));
 }
 
+TEST_F(Usage, NoLineOfTheHelpIsWiderThanAHundredAndTenColumns) {
+  for (const std::string command : {"register", "import", "groups", "clouds", "render", "rpc"}) {
+    std::istringstream help(run({command, "--help"}).out);
+    for (std::string line; std::getline(help, line);) EXPECT_LE(line.size(), 110u) << command << ": " << line;
+  }
+}
+
 TEST_F(Usage, TheVersionIsPrinted) {
   const ProcessResult result = run({"--version"});
   EXPECT_EQ(result.status, 0);
@@ -49,6 +58,8 @@ TEST_F(Usage, MistakesGetOneLineThatHelps) {
             "tiepoint: there is no option --bsae; did you mean --base?; see tiepoint register --help\n");
   EXPECT_EQ(mistake({"register"}),
             "tiepoint: nothing to register; name files of reference points, or a drawing with --document FILE\n");
+  EXPECT_EQ(mistake({"register", "base.txt", ""}),
+            "tiepoint: a file's name is empty; is a variable of the shell unset?\n");
   EXPECT_EQ(mistake({"import", "base.txt"}), "tiepoint: --document is required; see tiepoint import --help\n");
   EXPECT_EQ(mistake({"import", "--document", "d"}), "tiepoint: nothing to import; name files of reference points\n");
   EXPECT_EQ(mistake({"groups", "--document", "d", "x"}),
@@ -63,6 +74,21 @@ TEST_F(Usage, MistakesGetOneLineThatHelps) {
             "tiepoint: --exclude base:P9: group \"base\" has no point \"P9\"; did you mean \"P1\"?\n");
   EXPECT_EQ(mistake({"register", "base.txt", "--weight", "base:P1=2"}),
             "tiepoint: --weight base:P1=2: the weight must be a number from 0 to 1\n");
+}
+
+TEST_F(Usage, ANumberThatIsNoneIsNamed) {
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "iterative", "--max-iterations", "-1"}),
+            "tiepoint: --max-iterations -1: this isn't a whole number, 0 or more\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--keep-cluster", "x"}),
+            "tiepoint: --keep-cluster x: this isn't a whole number, 0 or more\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--match", "auto", "--match-limit", "2cm"}),
+            "tiepoint: --match-limit 2cm: this isn't a number\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--match", "auto", "--match-limit", "0,5"}),
+            "tiepoint: --match-limit 0,5: this isn't a number\n");
+}
+
+TEST_F(Usage, ANumberMayBearItsPlus) {
+  EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--match", "auto", "--match-limit", "+0.5"}).status, 0);
 }
 
 TEST_F(Usage, AnArgumentThatIsntUtf8IsNamed) {
@@ -86,6 +112,16 @@ TEST_F(Usage, AProfileThatIsNoneIsNamed) {
   const ProcessResult result = run({"groups", "--document", "d", "--profile", "base.txt"});
   EXPECT_EQ(result.status, 3);
   EXPECT_THAT(result.err, HasSubstr("base.txt"));
+}
+
+TEST_F(Usage, AProfileThatIsMissingIsNamedWhereNothingWillMakeIt) {
+  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--profile", "mine.json"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "tiepoint: --profile mine.json: there is no such file\n");
+  ProcessSetup setup;
+  setup.input = R"({"jsonrpc":"2.0","id":1,"method":"profile.set","params":{"key":"MaxIterations","value":7}})";
+  EXPECT_EQ(run({"rpc", "--profile", "mine.json"}, setup).status, 0);
+  EXPECT_TRUE(exists("mine.json"));
 }
 
 TEST_F(Usage, AResultThatCantBeWrittenIsAnError) {

@@ -29,8 +29,12 @@ TEST(RoundNumber, IsWrittenWithTheDigitsThatItHas) {
   EXPECT_EQ(plainNumber(500.0), "500");
   EXPECT_EQ(plainNumber(0.002), "0.002");
   EXPECT_EQ(plainNumber(200000.0), "200000");
-  EXPECT_EQ(plainNumber(5e7), "5e+07");
-  EXPECT_EQ(plainNumber(2e-7), "2e-07");
+  EXPECT_EQ(plainNumber(1.0), "1");
+  EXPECT_EQ(plainNumber(0.5), "0.5");
+  EXPECT_EQ(plainNumber(5e7), "50000000");
+  EXPECT_EQ(plainNumber(2e-7), "0.0000002");
+  EXPECT_EQ(plainNumber(5e15), "5e+15");
+  EXPECT_EQ(plainNumber(2e-12), "2e-12");
 }
 
 RC_GTEST_PROP(RoundNumber, IsNeverAboveItsLimitNorBelowTwoFifthsOfIt, (int exponent, unsigned short digits)) {

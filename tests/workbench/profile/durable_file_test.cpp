@@ -6,6 +6,10 @@
 
 #include "workbench/temporary_folder.h"
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -61,6 +65,18 @@ TEST(ReplaceFile, LeavesNothingBehindWhenTheFileCannotBeReplaced) {
 }
 
 #ifndef _WIN32
+TEST(ReplaceFile, LeavesAPipeWhereItIs) {
+#ifdef _WIN32
+  GTEST_SKIP() << "named pipes have no place among files there";
+#else
+  const TemporaryFolder folder;
+  ASSERT_EQ(mkfifo(folder.file("pipe").c_str(), 0600), 0);
+  EXPECT_THAT(refusalOf(folder.file("pipe")), HasSubstr("can't be written"));
+  EXPECT_TRUE(std::filesystem::is_fifo(folder.path() / "pipe"));
+  EXPECT_THAT(folder.names(), ElementsAre("pipe"));
+#endif
+}
+
 TEST(ReplaceFile, KeepsThePermissionsOfTheFile) {
   const TemporaryFolder folder;
   writeBytes(folder.file("a.txt"), "old");

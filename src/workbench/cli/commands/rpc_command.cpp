@@ -10,7 +10,7 @@
 namespace tiepoint::workbench::cli {
 
 ExitStatus runRpc(const RpcOptions& options) {
-  const std::unique_ptr<Workbench> host = startWorkbench(options.host);
+  const std::unique_ptr<Workbench> host = startWorkbench(options.host, MissingProfile::made);
   Workbench& workbench = *host;
   if (!options.host.document.empty()) workbench.openDocument(options.host.document);
   RpcServer server(workbench);
