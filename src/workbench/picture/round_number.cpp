@@ -3,14 +3,16 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <string>
 
 namespace tiepoint::workbench::picture {
 
 namespace {
 
-/// As the decimal text says it, so that 0.2 is the double that "0.2" means.
-double decimal(int digit, int exponent) { return std::stod(fmt::format("{}e{}", digit, exponent)); }
+/// As the decimal text says it, so that 0.2 is the double that "0.2" means. Infinite where no number
+/// is so large.
+double decimal(int digit, int exponent) { return std::strtod(fmt::format("{}e{}", digit, exponent).c_str(), nullptr); }
 
 }  // namespace
 
