@@ -28,7 +28,7 @@ Looks acrossTheSpread(const std::vector<OdGePoint3d>& places) {
   for (const OdGePoint3d& place : places) mean += vector(place) / static_cast<double>(places.size());
   Eigen::Matrix3d spread = Eigen::Matrix3d::Zero();
   for (const OdGePoint3d& place : places) spread += (vector(place) - mean) * (vector(place) - mean).transpose();
-  if (!spread.allFinite() || spread.isZero(0.0)) return {{0, 0, 1}, {0, 1, 0}};
+  if (spread.isZero(0.0)) return {{0, 0, 1}, {0, 1, 0}};
   // In ascending order of the spread along them.
   const Eigen::Matrix3d axes = Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(spread).eigenvectors();
   const Eigen::Vector3d towardsViewer = mostlyPositive(axes.col(0));

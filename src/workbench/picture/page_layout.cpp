@@ -27,7 +27,7 @@ double unitOf(const Size& size) {
 
 }  // namespace
 
-double widestColumn(const Size& size) { return std::max(narrowestColumn, columnShare * size.width / unitOf(size)); }
+double widestColumn(const Size& size) { return columnShare * size.width / unitOf(size); }
 
 PageLayout layOutPage(const Size& size, double columnWidth) {
   PageLayout layout;

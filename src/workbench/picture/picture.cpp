@@ -54,7 +54,7 @@ double enlargementFor(const std::vector<Residual>& residuals, double longestArro
     const double length = std::hypot(shift.x, shift.y, shift.z);
     if (std::isfinite(length)) largest = std::max(largest, length);
   }
-  return largest > shortestLength && longestArrow > 0.0 ? roundNumberUpTo(longestArrow / largest) : 0.0;
+  return largest > shortestLength ? roundNumberUpTo(longestArrow / largest) : 0.0;
 }
 
 /// A view on the places and the tips of all arrows, and how much longer than they are the arrows get.

@@ -17,7 +17,7 @@ double decimal(int digit, int exponent) { return std::strtod(fmt::format("{}e{}"
 }  // namespace
 
 double roundNumberUpTo(double limit) {
-  // The logarithm may be rounded up to the next whole number, which is then too large.
+  // The logarithm of a number beside a power of ten may be rounded to either side of it.
   const int exponent = static_cast<int>(std::floor(std::log10(limit)));
   for (const int power : {exponent + 1, exponent}) {
     for (const int digit : {5, 2, 1}) {

@@ -219,13 +219,23 @@ TEST(Picture, ShowsASinglePointAndOnesFarFromTheOrigin) {
 
 TEST(Picture, DrawsNoArrowsWithoutResiduals) {
   Content content = contentOf(1);
-  // The other is too short to be enlarged.
-  for (const double residual : {0.0, 1e-310}) {
+  // The others are too short to be enlarged.
+  for (const double residual : {0.0, 1e-310, 1e-200}) {
     content.residuals = {{{0, 0, 0}, {residual, 0, 0}, 1, "T1", ""}};
     for (const std::string& text :
          textsOf(pictureOf(threePoints(), content, {Format::png, {640, 480}, Direction::top}))) {
       EXPECT_EQ(text.find("residual of"), std::string::npos) << residual;
     }
+  }
+}
+
+TEST(Picture, EnlargesResidualsBesideOneWithoutALength) {
+  const Request request{Format::png, {640, 480}, Direction::top};
+  Content content = contentOf(1);
+  const auto texts = textsOf(pictureOf(threePoints(), content, request));
+  for (const double lost : {std::nan(""), std::numeric_limits<double>::infinity()}) {
+    content.residuals.push_back({{0, 7, 2}, {lost, 7, 2}, 1, "T3", ""});
+    EXPECT_EQ(textsOf(pictureOf(threePoints(), content, request)), texts) << lost;
   }
 }
 
