@@ -68,12 +68,13 @@ bool hasUnnamed(const GroupShape& shape, const Triangle& triangle) {
                      [&](std::uint32_t corner) { return !shape.isNamed[corner]; });
 }
 
+/// Looks at the names of the one's corners; those of the other come when the two change places.
 void compare(const GroupShape& one, const GroupShape& other, double tolerance, EqualTriangles& equal) {
   std::map<const Triangle*, std::size_t> counts;
   forEachEqualPair(one.triangles, other.triangles, tolerance, [&](const Triangle& a, const Triangle& b) {
     if (!areEqual(a, b, tolerance)) return true;
     equal.areThere = true;
-    equal.haveUnnamed = equal.haveUnnamed || hasUnnamed(one, a) || hasUnnamed(other, b);
+    equal.haveUnnamed = equal.haveUnnamed || hasUnnamed(one, a);
     if (++counts[&a] < 2) return true;
     equal.repeated = fmt::format("a triangle of {} has the sides of several in {}", one.name, other.name);
     return false;
