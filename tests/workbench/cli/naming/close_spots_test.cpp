@@ -35,6 +35,10 @@ TEST(CloseSpots, ChainPointsInEveryDirection) {
             (std::vector<Ids>{{0, 1, 2, 4}}));
 }
 
+TEST(CloseSpots, ComeBackAlongXWhereTheChainDoes) {
+  EXPECT_EQ(spotsOf({{0, 0, 0}, {0.3, 1.2, 0}, {0.8, 0.5, 0}}, 1.0), (std::vector<Ids>{{0, 1, 2}}));
+}
+
 TEST(CloseSpots, EndWhereADistanceEqualsTheTolerance) {
   EXPECT_EQ(spotsOf({{0, 0, 0}, {3, 4, 0}}, 5.0), std::vector<Ids>{});
   EXPECT_EQ(spotsOf({{0, 0, 0}, {3, 4, 0}}, std::nextafter(5.0, 6.0)), (std::vector<Ids>{{0, 1}}));
