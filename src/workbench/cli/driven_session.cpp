@@ -181,6 +181,25 @@ std::size_t DrivenSession::takeNames(const std::map<RefPointId, std::string>& as
   return assignedNames.size();
 }
 
+bool DrivenSession::takeName(RefPointId point, RefPointId other) {
+  const SessionPoint& named = pointOf(other);
+  SessionPoint& taker = pointOf(point);
+  GroupId group = 0;
+  GroupIdSet inactiveGroups;
+  RefPointIdSet inactivePoints;
+  if (!registrator.renamePoint(point, nameFromUtf8(named.name), group, inactiveGroups, inactivePoints)) return false;
+  taker.name = named.name;
+  taker.record.commonId = named.record.commonId;
+  taker.record.named = named.record.named;
+  takeInactive(inactivePoints);
+  return true;
+}
+
+SessionPoint& DrivenSession::pointOf(RefPointId id) {
+  return *std::find_if(current.points.begin(), current.points.end(),
+                       [&](const SessionPoint& point) { return point.record.id == id; });
+}
+
 void DrivenSession::takeInactive(const RefPointIdSet& inactivePoints) {
   for (SessionPoint& point : current.points) point.record.active = inactivePoints.count(point.record.id) == 0;
 }

@@ -49,6 +49,9 @@ class DrivenSession {
   /// Needs a solve before it.
   std::size_t matchByCloseness(double tolerance);
 
+  /// Gives a point the name of another. False when its group has the name already.
+  bool takeName(ZOR::reg::RefPointId point, ZOR::reg::RefPointId other);
+
   ZOR::reg::iMultiRegistrator& operations() { return registrator; }
   const SessionState& state() const { return current; }
 
@@ -56,6 +59,7 @@ class DrivenSession {
   /// The groups of the drawing that aren't in the session.
   ZOR::reg::GroupIdSet readGroups();
   void takeAdded(const std::list<ZOR::reg::RefPoint>& added);
+  SessionPoint& pointOf(ZOR::reg::RefPointId id);
   void takeInactive(const ZOR::reg::RefPointIdSet& inactivePoints);
   void takeExcluded(const ZOR::reg::RefPointIdSet& excludedPoints);
   std::size_t takeNames(const std::map<ZOR::reg::RefPointId, std::string>& assignedNames);

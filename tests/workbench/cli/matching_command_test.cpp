@@ -240,6 +240,20 @@ TEST_F(MatchingCommand, AutoKeepsTheNamesThatTheFilesGive) {
   EXPECT_EQ(names, namesOf(result, "A"));
 }
 
+/// B and C are joined first, by the most targets, and A's name comes to theirs afterwards.
+TEST_F(MatchingCommand, AutoGivesATargetTheFilesNameInStationsThatWereJoinedBeforeToo) {
+  Hall hall(12, random);
+  const std::vector<OdGePoint3d> a = hall.seenByAStation({0, 1, 2, 3, 4, 5}, 0.001);
+  write("A.txt", "T0 " + xyzLines({a[0]}) + "? " + xyzLines({a[1]}) + "? " + xyzLines({a[2]}) + "? " +
+                     xyzLines({a[3]}) + "? " + xyzLines({a[4]}) + "? " + xyzLines({a[5]}));
+  write("B.txt", xyzLines(hall.seenByAStation({0, 1, 2, 3, 4, 6, 7, 8, 9, 10}, 0.001)));
+  write("C.txt", xyzLines(hall.seenByAStation({0, 6, 7, 8, 9, 10, 5, 11}, 0.001)));
+  const json result = runJson({"register", "--match", "auto", "--nxyz", "A.txt", "--xyz", "B.txt", "C.txt"});
+  EXPECT_EQ(result["outcome"], "registered");
+  EXPECT_EQ(namesOf(result, "B")[0], "T0");
+  EXPECT_EQ(namesOf(result, "C")[0], "T0");
+}
+
 TEST_F(MatchingCommand, AutoLeavesOutAStationThatSharesNothingAndSaysSo) {
   writePair(0.002);
   Hall other(6, random);
@@ -381,8 +395,25 @@ class NoisyHalls : public MatchingCommand {
     return files;
   }
 
-  ProcessResult matchAutomatically(const std::vector<std::string>& files) {
-    std::vector<std::string> arguments{"register", "--json", "--quiet", "--match", "auto", "--xyz"};
+  /// Each point has the name of its target in the file with the chance `share`.
+  std::vector<std::string> writePartlyNamedStations(Hall& hall, const std::vector<std::vector<Hall::Target>>& seen,
+                                                    double share) {
+    std::bernoulli_distribution isNamed(share);
+    std::vector<std::string> files;
+    for (const std::vector<Hall::Target>& targets : seen) {
+      const std::vector<OdGePoint3d> points = hall.seenByAStation(targets, 0.002);
+      std::string lines;
+      for (std::size_t i = 0; i < points.size(); ++i) {
+        lines += (isNamed(random) ? "T" + std::to_string(targets[i]) : "?") + " " + xyzLines({points[i]});
+      }
+      files.push_back("S" + std::to_string(files.size()) + ".txt");
+      write(files.back(), lines);
+    }
+    return files;
+  }
+
+  ProcessResult matchAutomatically(const std::vector<std::string>& files, const std::string& layout = "--xyz") {
+    std::vector<std::string> arguments{"register", "--json", "--quiet", "--match", "auto", layout};
     arguments.insert(arguments.end(), files.begin(), files.end());
     return run(arguments);
   }
@@ -404,6 +435,23 @@ TEST_F(NoisyHalls, AreNamedFullyByAutoAndNoneWrongly) {
   }
   EXPECT_GE(full, MANY_HALLS * 95 / 100);
   EXPECT_EQ(wrong, 0);
+  RecordProperty("full", full);
+}
+
+TEST_F(NoisyHalls, WhoseFilesNameSomeTargetsHaveOneNameForEach) {
+  int full = 0;
+  for (unsigned start = 1; start <= MANY_HALLS; ++start) {
+    std::mt19937_64 engine(start);
+    std::size_t targetCount = 0;
+    const auto seen = chainOfStations(10, engine, targetCount);
+    Hall hall(targetCount, engine);
+    const ProcessResult result = matchAutomatically(writePartlyNamedStations(hall, seen, 0.3), "--nxyz");
+    ASSERT_LE(result.status, 1) << result.err;
+    const NamingQuality quality = judge(json::parse(result.out), seen);
+    full += result.status == 0 && quality.isFull ? 1 : 0;
+    EXPECT_FALSE(quality.isWrong) << "hall " << start;
+  }
+  EXPECT_GE(full, MANY_HALLS * 95 / 100);
   RecordProperty("full", full);
 }
 

@@ -63,7 +63,7 @@ class AlignmentSearch {
       forEachEqualPair(seen.shape->triangles, station.triangles, reach,
                        [&](const Triangle& there, const Triangle& here) {
                          tryPair(seen, there, here);
-                         return comparisons < mostComparisons;
+                         return comparisons < mostComparisons && !isComplete();
                        });
     }
     std::stable_sort(found.begin(), found.end(),
@@ -72,6 +72,12 @@ class AlignmentSearch {
   }
 
  private:
+  /// No way can lay more points than all.
+  bool isComplete() const {
+    const auto holdsAll = [&](const Placement& way) { return way.size() == station.points.size(); };
+    return found.size() == most && std::all_of(found.begin(), found.end(), holdsAll);
+  }
+
   /// Sides that are nearly equal to one another let the corners lie in several ways.
   void tryPair(const TargetField::Seen& seen, const Triangle& there, const Triangle& here) {
     std::array<std::size_t, 3> order{0, 1, 2};

@@ -72,7 +72,7 @@ Certainty certaintyOf(const TargetField& field, const StationShape& station, con
 
 std::size_t pointsOfSeveralWays(const TargetField& field, const StationShape& station, double reach,
                                 std::size_t atLeast) {
-  const auto ways = alignments(field, station, reachFor(atLeast, reach), atLeast, mostWays);
+  const auto ways = alignments(field, station, reachFor(atLeast, reach), atLeast, 2);
   return ways.size() >= 2 && ways[0].size() == ways[1].size() ? ways[0].size() : 0;
 }
 

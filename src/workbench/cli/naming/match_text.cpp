@@ -25,13 +25,16 @@ std::string printableNames(const SessionState& state, const GroupIdSet& groups) 
   return joined(names, 4);
 }
 
+std::string describe(const SessionState& state, const NamingStep& step) {
+  if (step.kind == NamingKind::triangles) return "equal triangles of " + printableNames(state, step.groups);
+  return step.kind == NamingKind::unite ? "two names on one spot" : "points on one spot";
+}
+
 /// Solves are left out: each step is followed by one.
 std::vector<std::string> stepRow(const SessionState& state, std::size_t number, const NamingStep& step) {
   const bool byTriangles = step.kind == NamingKind::triangles;
-  return {std::to_string(number),
-          byTriangles ? "equal triangles of " + printableNames(state, step.groups) : "points on one spot",
-          fmt::format("{:g}", step.tolerance), byTriangles ? fmt::format("{:g}", step.minSideDifference) : "-",
-          std::to_string(step.named)};
+  return {std::to_string(number), describe(state, step), fmt::format("{:g}", step.tolerance),
+          byTriangles ? fmt::format("{:g}", step.minSideDifference) : "-", std::to_string(step.named)};
 }
 
 std::string stepTable(const SessionState& state, const MatchReport& report) {
@@ -52,6 +55,8 @@ const char* stepKey(NamingKind kind) {
       return "solve";
     case NamingKind::closeness:
       return "closeness";
+    case NamingKind::unite:
+      return "unite";
   }
   return "";
 }

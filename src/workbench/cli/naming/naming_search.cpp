@@ -8,6 +8,7 @@
 
 #include "workbench/cli/links.h"
 #include "workbench/cli/naming/certainty.h"
+#include "workbench/cli/naming/doubled_names.h"
 #include "workbench/cli/naming/planned_session.h"
 
 namespace tiepoint::workbench::cli {
@@ -155,8 +156,20 @@ class Growth {
   void nameSpotsInRounds(const GroupIdSet& groups) {
     for (int round = 0; round < mostRounds; ++round) {
       const auto names = [&](double part) { return nameSpots(groups, part * limits.closeness); };
-      if (std::none_of(closenessParts.begin(), closenessParts.end(), names)) return;
+      if (std::any_of(closenessParts.begin(), closenessParts.end(), names)) continue;
+      const auto unites = [&](double part) { return uniteNames(groups, part * limits.closeness); };
+      if (std::none_of(closenessParts.begin(), closenessParts.end(), unites)) return;
     }
+  }
+
+  /// What a station brings a name for may have an automatic one in those that stand.
+  bool uniteNames(const GroupIdSet& groups, double tolerance) {
+    const PointPairs doubled = doubledNames(planned.state(), groups, planned.motions(), tolerance);
+    if (doubled.empty()) return false;
+    const std::size_t stepsBefore = planned.steps().size();
+    if (planned.unite(doubled, tolerance) && planned.solve(groups) && isSoundNow()) return true;
+    planned.backTo(stepsBefore);
+    return false;
   }
 
   /// Only if the solve that follows is as good.

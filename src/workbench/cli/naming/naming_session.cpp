@@ -1,5 +1,6 @@
 #include "workbench/cli/naming/naming_session.h"
 
+#include <algorithm>
 #include <map>
 
 namespace tiepoint::workbench::cli {
@@ -41,6 +42,11 @@ std::size_t NamingSession::matchByTriangles(const GroupIdSet& groups, double sid
   return session.matchByTriangles(groups, sideTolerance, minSideDifference);
 }
 
+std::size_t NamingSession::unite(const PointPairs& takers) {
+  return static_cast<std::size_t>(std::count_if(
+      takers.begin(), takers.end(), [&](const auto& taker) { return session.takeName(taker.first, taker.second); }));
+}
+
 bool NamingSession::solve(const GroupIdSet& groups) {
   session.clearResults();
   includeOnly(groups);
@@ -57,6 +63,8 @@ std::size_t NamingSession::repeat(const NamingStep& step) {
       return matchByTriangles(step.groups, step.tolerance, step.minSideDifference);
     case NamingKind::closeness:
       return matchByCloseness(step.tolerance);
+    case NamingKind::unite:
+      return unite(step.takers);
     case NamingKind::solve:
       solve(step.groups);
       break;

@@ -24,6 +24,8 @@ class NamingSession {
   /// Triangles and closeness say how many points they named.
   std::size_t matchByTriangles(const ZOR::reg::GroupIdSet& groups, double sideTolerance, double minSideDifference);
   std::size_t matchByCloseness(double tolerance) { return session.matchByCloseness(tolerance); }
+  /// Says how many took the other's name: not those whose group has it already.
+  std::size_t unite(const PointPairs& takers);
   /// True when all of these groups hang together and each takes part.
   bool solve(const ZOR::reg::GroupIdSet& groups);
   /// Any of them, as it was taken before. Says how many points it named.

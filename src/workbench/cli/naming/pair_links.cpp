@@ -25,20 +25,45 @@ constexpr std::size_t fewestToContradict = 4;
 /// A link of more points than any three can be had by chance only is good enough to end the search.
 constexpr std::size_t enoughShared = namesThatLink + 1;
 
+/// Where every triangle equals so many of the other station's, no naming is free of contradiction.
+constexpr std::size_t crowd = 10;
+
+/// The tolerances that are worth a try, from tight to wide.
+struct Tolerances {
+  std::vector<double> each;
+  /// Pairs of triangles within the widest of them.
+  std::size_t equalPairs = 0;
+};
+
+/// Each links more than the one before, and none of them a crowd.
+Tolerances tolerancesFor(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double widest) {
+  Tolerances tolerances;
+  if (countEqualPairs(first, second, widest, 1) == 0) return tolerances;
+  const std::size_t crowded = crowd * std::min(first.size(), second.size());
+  for (int halving = halvings; halving >= 0; --halving) {
+    const double tolerance = std::ldexp(widest, -halving);
+    const std::size_t pairs = countEqualPairs(first, second, tolerance, crowded);
+    if (pairs == crowded) break;
+    if (pairs == tolerances.equalPairs) continue;
+    tolerances.each.push_back(tolerance);
+    tolerances.equalPairs = pairs;
+  }
+  return tolerances;
+}
+
 class PairSearch {
  public:
   PairSearch(ScratchSession& scratch_, const Stations& stations_, const NamingLimits& limits_, GroupId first_,
              GroupId second_)
       : scratch(scratch_), stations(stations_), limits(limits_), first(first_), second(second_) {}
 
-  /// `distances`: of the pairs of triangles that the two have in common, ascending.
-  void run(const std::vector<double>& distances) {
+  void run(const Tolerances& tolerances) {
     if (sharedNames(scratch->state(), first, second).size() >= namesThatLink) tryTriangles(std::nullopt);
-    tryTolerances(distances, limits.minSideDifference);
+    tryTolerances(tolerances.each, limits.minSideDifference);
     double minSideDifference = limits.minSideDifference;
-    for (int raise = 0; distances.size() >= fewestToContradict && raise < raises && !isRich(); ++raise) {
+    for (int raise = 0; tolerances.equalPairs >= fewestToContradict && raise < raises && !isRich(); ++raise) {
       minSideDifference *= raisedBy;
-      tryTolerances(distances, minSideDifference);
+      tryTolerances(tolerances.each, minSideDifference);
     }
   }
 
@@ -46,14 +71,9 @@ class PairSearch {
   std::optional<double> aboveLimit;
 
  private:
-  /// From tight to wide, where a wider one links more.
-  void tryTolerances(const std::vector<double>& distances, double minSideDifference) {
-    std::ptrdiff_t linkedBefore = 0;
-    for (int halving = halvings; halving >= 0 && !isEnough(); --halving) {
-      const double tolerance = std::ldexp(limits.side, -halving);
-      const auto linked = std::lower_bound(distances.begin(), distances.end(), tolerance) - distances.begin();
-      if (linked == linkedBefore) continue;
-      linkedBefore = linked;
+  void tryTolerances(const std::vector<double>& tolerances, double minSideDifference) {
+    for (const double tolerance : tolerances) {
+      if (isEnough()) return;
       tryTriangles(NamingStep{NamingKind::triangles, {first, second}, tolerance, minSideDifference, 0});
     }
   }
@@ -111,12 +131,12 @@ PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, cons
   PairLinks result;
   for (auto first = stations.begin(); first != stations.end(); ++first) {
     for (auto second = std::next(first); second != stations.end(); ++second) {
-      const std::vector<double> distances =
-          equalPairDistances(first->second.shape.triangles, second->second.shape.triangles, limits.side);
-      if (distances.empty() && sharedNames(start, first->first, second->first).size() < namesThatLink) continue;
+      const Tolerances tolerances =
+          tolerancesFor(first->second.shape.triangles, second->second.shape.triangles, limits.side);
+      if (tolerances.each.empty() && sharedNames(start, first->first, second->first).size() < namesThatLink) continue;
       ScratchSession scratch(workbench, settings, {first->first, second->first});
       PairSearch search(scratch, stations, limits, first->first, second->first);
-      search.run(distances);
+      search.run(tolerances);
       if (search.best) result.links.push_back(*search.best);
       if (search.best || !search.aboveLimit) continue;
       for (const GroupId group : {first->first, second->first}) {

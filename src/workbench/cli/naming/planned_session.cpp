@@ -21,6 +21,12 @@ bool PlannedSession::matchByCloseness(double tolerance) {
   return named > 0;
 }
 
+bool PlannedSession::unite(const PointPairs& takers, double tolerance) {
+  const std::size_t named = (*scratch)->unite(takers);
+  done.push_back({NamingKind::unite, {}, tolerance, 0.0, named, takers});
+  return named > 0;
+}
+
 bool PlannedSession::solve(const GroupIdSet& groups) {
   done.push_back({NamingKind::solve, groups, 0.0, 0.0, 0});
   return (*scratch)->solve(groups);

@@ -19,6 +19,8 @@ class PlannedSession {
   /// Each takes a step and adds it to the plan. False when nothing was named.
   bool matchByTriangles(const ZOR::reg::GroupIdSet& groups, double sideTolerance, double minSideDifference);
   bool matchByCloseness(double tolerance);
+  /// `tolerance`: how far apart the points of one spot may lie, for those who read the plan.
+  bool unite(const PointPairs& takers, double tolerance);
   /// False when these groups don't hang together.
   bool solve(const ZOR::reg::GroupIdSet& groups);
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <map>
-#include <utility>
 #include <vector>
 
 #include "workbench/cli/naming/alignments.h"
+#include "workbench/cli/naming/naming_step.h"
 #include "workbench/cli/session_state.h"
 
 namespace tiepoint::workbench::cli {
@@ -23,8 +23,6 @@ using Stations = std::map<ZOR::reg::GroupId, Station>;
 
 /// Of the groups that have a point to use.
 Stations stationsOf(const SessionState& state);
-
-using PointPairs = std::vector<std::pair<ZOR::reg::RefPointId, ZOR::reg::RefPointId>>;
 
 /// The points that two groups have under the same names: the first's, the second's.
 PointPairs sharedNames(const SessionState& state, ZOR::reg::GroupId first, ZOR::reg::GroupId second);

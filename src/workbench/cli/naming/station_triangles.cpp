@@ -56,16 +56,15 @@ void forEachEqualPair(const std::vector<Triangle>& first, const std::vector<Tria
   }
 }
 
-std::vector<double> equalPairDistances(const std::vector<Triangle>& first, const std::vector<Triangle>& second,
-                                       double tolerance) {
-  std::vector<double> distances;
+std::size_t countEqualPairs(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
+                            std::size_t most) {
+  std::size_t count = 0;
   forEachEqualPair(first, second, tolerance, [&](const Triangle& a, const Triangle& b) {
     const double distance = std::hypot(a.sides[0] - b.sides[0], a.sides[1] - b.sides[1], a.sides[2] - b.sides[2]);
-    if (distance < tolerance) distances.push_back(distance);
-    return true;
+    if (distance < tolerance) ++count;
+    return count < most;
   });
-  std::sort(distances.begin(), distances.end());
-  return distances;
+  return count;
 }
 
 }  // namespace tiepoint::workbench::cli

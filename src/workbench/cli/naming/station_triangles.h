@@ -3,6 +3,7 @@
 
 #include <Eigen/Dense>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -28,9 +29,9 @@ std::vector<Triangle> stationTriangles(const std::vector<Eigen::Vector3d>& point
 void forEachEqualPair(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
                       const std::function<bool(const Triangle&, const Triangle&)>& visit);
 
-/// Of each pair of triangles whose sides, seen as points in space, lie less than `tolerance` apart: how
-/// far apart. Ascending.
-std::vector<double> equalPairDistances(const std::vector<Triangle>& first, const std::vector<Triangle>& second,
-                                       double tolerance);
+/// How many pairs of triangles lie less than `tolerance` apart, their sides seen as points in space.
+/// Counts up to `most`.
+std::size_t countEqualPairs(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
+                            std::size_t most);
 
 }  // namespace tiepoint::workbench::cli

@@ -30,8 +30,7 @@ std::size_t ambiguousPoints(GroupId group, const SessionState& start, const Stat
 bool hasEqualTriangle(GroupId group, const Stations& stations, double tolerance) {
   const StationShape& shape = stations.at(group).shape;
   return std::any_of(stations.begin(), stations.end(), [&](const auto& other) {
-    return other.first != group &&
-           !equalPairDistances(shape.triangles, other.second.shape.triangles, tolerance).empty();
+    return other.first != group && countEqualPairs(shape.triangles, other.second.shape.triangles, tolerance, 1) > 0;
   });
 }
 

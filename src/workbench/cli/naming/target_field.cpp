@@ -7,16 +7,12 @@ namespace tiepoint::workbench::cli {
 
 using namespace ZOR::reg;
 
-namespace {
-
-Eigen::Vector3d moved(const RefPoint& record, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
+Eigen::Vector3d inCommonSystem(const RefPoint& record, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
   OdGePoint3d point = record.position;
   const auto motion = toCommon.find(record.groupId);
   if (motion != toCommon.end()) point.p_transform(motion->second);
   return {point.x, point.y, point.z};
 }
-
-}  // namespace
 
 NamedField fieldOf(const SessionState& state, const Stations& stations, const GroupIdSet& groups,
                    const std::map<GroupId, OdGeMatrix3d>& toCommon) {
@@ -30,7 +26,7 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const Gr
       std::size_t target = named.field.targets.size();
       if (record.named) target = named.targetOf.try_emplace(record.commonId, target).first->second;
       if (target == named.field.targets.size()) {
-        named.field.targets.push_back(moved(record, toCommon));
+        named.field.targets.push_back(inCommonSystem(record, toCommon));
       }
       seen.target.push_back(target);
     }
@@ -55,8 +51,8 @@ double farthestApart(const SessionState& state, const PointPairs& pairs,
   for (const SessionPoint& point : state.points) byId.emplace(point.record.id, &point.record);
   double farthest = 0.0;
   for (const auto& [first, second] : pairs) {
-    const Eigen::Vector3d here = moved(*byId.at(first), toCommon);
-    farthest = std::max(farthest, (here - moved(*byId.at(second), toCommon)).norm());
+    const Eigen::Vector3d here = inCommonSystem(*byId.at(first), toCommon);
+    farthest = std::max(farthest, (here - inCommonSystem(*byId.at(second), toCommon)).norm());
   }
   return farthest;
 }

@@ -13,6 +13,10 @@ struct NamedField {
   std::map<ZOR::reg::CommonPointId, std::size_t> targetOf;
 };
 
+/// Where the point lies in the common system; a group without a motion lies in it.
+Eigen::Vector3d inCommonSystem(const ZOR::reg::RefPoint& record,
+                               const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon);
+
 /// Groups without a motion count as lying in the common system. `stations` must outlive the result.
 NamedField fieldOf(const SessionState& state, const Stations& stations, const ZOR::reg::GroupIdSet& groups,
                    const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon);

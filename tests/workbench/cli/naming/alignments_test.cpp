@@ -44,6 +44,15 @@ TEST(Alignments, OfTooManyWaysThoseWithTheMostPointsAreKept) {
   EXPECT_THAT(alignments(fieldOf(there), here, 0.01, 3, 1), ElementsAre(inOrder(5)));
 }
 
+TEST(Alignments, OfWaysThatLayAllPointsAsManyAsAskedForAreGiven) {
+  const StationShape there = shapeOf(rectangle), here = shapeOf(turned(rectangle));
+  const auto ways = alignments(fieldOf(there), here, 0.01, 3, 2);
+  ASSERT_EQ(ways.size(), 2U);
+  EXPECT_EQ(ways[0].size(), 4U);
+  EXPECT_EQ(ways[1].size(), 4U);
+  EXPECT_NE(ways[0], ways[1]);
+}
+
 TEST(Alignments, WaysThatExplainTooFewPointsAreLeftOut) {
   const StationShape there = shapeOf(joined(rectangle, {{20, 9, 4}}));
   const StationShape here = shapeOf(turned(joined(rectangle, {{20, 9, 4}})));

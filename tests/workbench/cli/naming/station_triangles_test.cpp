@@ -44,13 +44,20 @@ TEST(StationTriangles, ASideThatIsntFiniteLeavesItOut) {
   EXPECT_TRUE(stationTriangles({{0, 0, 0}, {4, 0, 0}, {4, nan, 0}}, -1.0).empty());
 }
 
-TEST(EqualPairDistances, AreThoseOfTheSidesAsPointsInSpaceBelowTheToleranceAscending) {
+TEST(CountEqualPairs, CountsThoseLessThanTheToleranceApartWithTheSidesAsPointsInSpace) {
   const auto first = trianglesOf({{0, 0, 0}, {4, 0, 0}, {4, 3, 0}});
   const auto second = trianglesOf({{0, 0, 0}, {4.5, 0, 0}, {4.5, 3, 0}});
   const double distance = std::hypot(0.0, 0.5, std::sqrt(4.5 * 4.5 + 9.0) - 5.0);
-  EXPECT_THAT(equalPairDistances(first, second, 1.0), ElementsAre(DoubleEq(distance)));
-  EXPECT_TRUE(equalPairDistances(first, second, distance).empty()) << "as far apart as the tolerance isn't equal";
-  EXPECT_THAT(equalPairDistances(first, first, 0.1), ElementsAre(0.0));
+  EXPECT_EQ(countEqualPairs(first, second, 1.0, 100), 1U);
+  EXPECT_EQ(countEqualPairs(first, second, distance, 100), 0U) << "as far apart as the tolerance isn't equal";
+  EXPECT_EQ(countEqualPairs(first, first, 0.1, 100), 1U);
+}
+
+TEST(CountEqualPairs, CountsUpToTheMostThatIsAskedFor) {
+  const auto square = stationTriangles({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, -1.0);
+  EXPECT_EQ(countEqualPairs(square, square, 1e-9, 100), 16U);
+  EXPECT_EQ(countEqualPairs(square, square, 1e-9, 16), 16U);
+  EXPECT_EQ(countEqualPairs(square, square, 1e-9, 5), 5U);
 }
 
 TEST(ForEachEqualPair, EndsWhenItIsTold) {
