@@ -53,6 +53,28 @@ TEST(RefPointsTransient, ShowsItselfInTheActiveDocumentWithItsFourValues) {
   EXPECT_EQ(host.reactors().size(), 1u);
 }
 
+/// Notes whether the drawable is shown when its reactor comes and goes.
+class NotingHost : public SessionHost {
+ public:
+  std::vector<std::string> events;
+
+  void addReactor(HostApDocManagerReactor* reactor) override {
+    events.push_back("comes, " + std::to_string(document().drawables().size()) + " shown");
+    SessionHost::addReactor(reactor);
+  }
+  void removeReactor(HostApDocManagerReactor* reactor) override {
+    events.push_back("goes, " + std::to_string(document().drawables().size()) + " shown");
+    SessionHost::removeReactor(reactor);
+  }
+};
+
+TEST(RefPointsTransient, ListensBeforeItShowsAndUntilItHides) {
+  NotingHost host;
+  const DisplayGroups groups;
+  { const RefPointsTransient transient(&groups); }
+  EXPECT_EQ(host.events, (std::vector<std::string>{"comes, 0 shown", "goes, 1 shown"}));
+}
+
 TEST(RefPointsTransient, LeavesNothingBehind) {
   SessionHost host;
   const DisplayGroups groups;
@@ -84,6 +106,38 @@ TEST(RefPointsTransient, AnyDocumentThatGoesTakesItOutOfTheLatestOne) {
   EXPECT_TRUE(second.drawables().empty());
   transient.documentToBeRemoved(&second);
   EXPECT_EQ(first.drawables().size(), 1u);
+}
+
+/// A document whose service counts its calls.
+class CountingDocument : public HostDocument, private HostTransientService {
+ public:
+  int additions = 0;
+  int removals = 0;
+
+  OdDbDatabasePtr database() override { return {}; }
+  HostTransientService* transientService() override { return this; }
+  bool isReady() const override { return true; }
+
+ private:
+  void addTransient(OdGiDrawable*, int, int, int, int) override { ++additions; }
+  void removeTransient(OdGiDrawable*) override { ++removals; }
+  HostView* activeView() override { return nullptr; }
+  void applyView(HostView*, int) override {}
+};
+
+TEST(RefPointsTransient, AsksADocumentThatHasGoneForNothingMore) {
+  SessionHost host;
+  const DisplayGroups groups;
+  CountingDocument document;
+  {
+    RefPointsTransient transient(&groups);
+    transient.documentAdded(&document);
+    EXPECT_EQ(document.additions, 1);
+    transient.documentToBeRemoved(&document);
+    EXPECT_EQ(document.removals, 1);
+    transient.documentToBeRemoved(&document);
+  }
+  EXPECT_EQ(document.removals, 1);
 }
 
 TEST(RefPointsTransient, DrawsThreeLinesAPointThenAllLabels) {
@@ -149,6 +203,8 @@ class SpellingDraw : public OdGsViewImpl, private OdGiViewportGeometry, private 
     direction = seen.direction();
     horizontal = seen.xAxis();
   }
+  SpellingDraw(const OdGeMatrix3d& worldToEye, const OdGeMatrix3d& worldToDevice)
+      : eye(worldToEye), device(worldToDevice) {}
   std::vector<std::string> calls;
 
   void addRef() override {}
@@ -217,6 +273,22 @@ TEST(RefPointsTransient, SetsTheTraitsThenDrawsEveryMarkerThenEveryLabel) {
                                                          "text (4 5 6) (0 0 1) (1 0 0) 5 0 0 T2",
                                                          "text (5 0 0) (0 0 1) (1 0 0) 5 0 0 T9",
                                                      }));
+}
+
+TEST(RefPointsTransient, MeasuresAPixelAlongTheEyesXAndKeepsItsSign) {
+  SessionHost host;
+  host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
+  DisplayGroups groups;
+  groups[0] = {OdString(L"A"), 1, {{{0, 0, 0}, OdString(L"T1"), 0}}};
+  const RefPointsTransient transient(&groups);
+  OdGeMatrix3d device;
+  device(0, 0) = -4.0;
+  OdGeMatrix3d eye;
+  eye(0, 0) = 3.0;
+  SpellingDraw draw(eye, device);
+  transient.viewportDraw(&draw);
+  // A quarter backwards in the world, three quarters in the eye.
+  EXPECT_EQ(draw.calls[2], "line (-7.5 0 0) (7.5 0 0)");
 }
 
 TEST(RefPointsTransient, TurnsItsLabelsToTheViewerAndLeavesTheCrossesAlongTheDrawingsAxes) {

@@ -48,6 +48,18 @@ TEST(MatchByTriangles, TooFewPointsOrGroupsOrNothingUnnamedGivesNothing) {
   EXPECT_TRUE(match(named).isEmpty());
 }
 
+TEST(MatchByTriangles, AutomaticNamesAreRevisedOnlyWhereSomethingIsUnnamed) {
+  RefPointList points = twoEqualTriangles();
+  CommonPointId name = 20;
+  for (RefPoint& point : points) {
+    point.named = point.autoNamed = true;
+    point.commonId = name++;
+  }
+  EXPECT_TRUE(match(points).isEmpty());
+  points.push_back(unnamedPoint(50, 1, {500, 600, 700}));
+  EXPECT_EQ(match(points).existingAssignments, (Assignments{{10, 22}, {12, 21}, {11, 20}}));
+}
+
 TEST(MatchByTriangles, CornersPairByTheirOppositeSides) {
   const NamingChanges changes = match(twoEqualTriangles());
   // 3 lies opposite point 2 and point 10, 4 opposite 1 and 12, 5 opposite 0 and 11.
@@ -186,6 +198,37 @@ TEST(TriangleTable, ListsTheTriplesInLexicographicOrder) {
   EXPECT_EQ(table.sides(2, 0), 1.0);
   EXPECT_EQ(table.sides(2, 1), 7.0);
   EXPECT_EQ(table.sides(2, 2), std::sqrt(50.0));
+}
+
+RefPointList onALine(double first, double second, double third) {
+  return {unnamedPoint(0, 0, {first, 0, 0}), unnamedPoint(1, 0, {second, 0, 0}), unnamedPoint(2, 0, {third, 0, 0})};
+}
+
+TEST(TriangleTable, EachTwoSidesDifferByMoreThanTheMinimum) {
+  const double below = std::nextafter(1.0, 0.0);
+  // 3, 4 and 7: the shorter two are 1 apart; 1, 9 and 10: the longer two.
+  for (const RefPointList& points : {onALine(0, 3, 7), onALine(0, 1, 10)}) {
+    EXPECT_EQ(buildTriangles(points, 1.0).corners.size(), 0u);
+    EXPECT_EQ(buildTriangles(points, below).corners.size(), 1u);
+  }
+}
+
+TEST(TriangleTable, CornersOppositeEqualSidesKeepTheOrderOfTheirIds) {
+  const RefPointList points{unnamedPoint(0, 0, {0, 0, 0}), unnamedPoint(1, 0, {1, 0, 0}),
+                            unnamedPoint(2, 0, {0, 1, 0})};
+  const TriangleTable table = buildTriangles(points, -1.0);
+  ASSERT_EQ(table.corners.size(), 1u);
+  EXPECT_EQ(table.corners[0], (TriangleCorners{1, 2, 0}));
+  EXPECT_EQ(buildTriangles(points, 0.0).corners.size(), 0u);
+}
+
+/// In another order of the sum the last digit is another one.
+TEST(TriangleTable, SumsASideOverYThenZThenX) {
+  const RefPointList points{unnamedPoint(0, 0, {0, 0, 0}), unnamedPoint(1, 0, {0.1, 0.4, 1.0}),
+                            unnamedPoint(2, 0, {50, 0, 0})};
+  const TriangleTable table = buildTriangles(points, 0.0);
+  ASSERT_EQ(table.corners.size(), 1u);
+  EXPECT_EQ(table.sides(0, 0), 1.0816653826391969);
 }
 
 TEST(TriangleTable, PointsWithoutAPlaceMakeNoTriangle) {

@@ -62,6 +62,21 @@ TEST(NamingState, ALabelThatNobodyBearsAnyMoreIsFreeAgain) {
   EXPECT_EQ(state.nextLabel(), 0u);
 }
 
+TEST(NamingState, ALabelThatItsBearersLeftForASmallerOneIsFreeAgain) {
+  NamingState state({autoPoint(0, 0, 0), autoPoint(1, 1, 1)});
+  EXPECT_EQ(state.nextLabel(), 2u);
+  EXPECT_TRUE(state.uniteCorrespondence({0, 1}));
+  EXPECT_EQ(state.nextLabel(), 1u);
+}
+
+TEST(NamingState, ALabelOfThisRunIsNotGivenTwiceThoughNobodyBearsItAnyMore) {
+  NamingState state({unnamedPoint(0, 0), unnamedPoint(1, 1), manualPoint(2, 2, 5)});
+  EXPECT_TRUE(state.uniteCorrespondence({0, 1}));
+  EXPECT_TRUE(state.uniteCorrespondence({0, 2}));
+  EXPECT_EQ(changesOf(state).existingAssignments, (Assignments{{0, 5}, {1, 5}}));
+  EXPECT_EQ(state.nextLabel(), 1u);
+}
+
 TEST(NamingState, OfTwoAutomaticNamesTheSmallerStandsForTheMembersAlone) {
   NamingState state({autoPoint(0, 0, 3), autoPoint(1, 1, 9), autoPoint(2, 2, 9)});
   EXPECT_TRUE(state.uniteCorrespondence({0, 1}));

@@ -94,6 +94,14 @@ TEST(RowClusters, LinkRowsAtTheDistanceJustBelowTheThreshold) {
   EXPECT_THAT(clustersOf(rows, std::nextafter(5.0, 6.0)), ElementsAre(ElementsAre(0, 1)));
 }
 
+/// In another order of the sum the distance is one digit in the last place shorter.
+TEST(RowClusters, SumADistanceOverTheLastTwoColumnsFirst) {
+  const Rows rows{{0.0, 0.0, 0.0}, {0.1, 0.4, 1.0}};
+  constexpr double distance = 1.0816653826391969;
+  EXPECT_THAT(clustersOf(rows, distance), IsEmpty());
+  EXPECT_THAT(clustersOf(rows, std::nextafter(distance, 2.0)), ElementsAre(ElementsAre(0, 1)));
+}
+
 TEST(RowClusters, CompareInEveryColumn) {
   const Rows rows = onLine({0.0, 1.0, 3.0});
   for (const std::size_t column : {0U, 1U, 2U}) {
@@ -252,6 +260,9 @@ TEST(RowClusters, LinkRowsWithTheSameInfinityInOneColumn) {
   for (const std::size_t column : {0U, 1U, 2U}) {
     EXPECT_THAT(clustersOf(swapped(rows, 0, column), 1.0), ElementsAre(ElementsAre(0, 2))) << column;
     EXPECT_THAT(clustersOf(swapped(rows, 0, column), infinity), ElementsAre(ElementsAre(0, 2))) << column;
+    Rows below = swapped(rows, 0, column);
+    for (Row& row : below) row[column] = -row[column];
+    EXPECT_THAT(clustersOf(below, 1.0), ElementsAre(ElementsAre(0, 2))) << column;
     EXPECT_THAT(clustersByTag(swapped(rows, 0, column), {7, 8, 7, 8}, 1.0), IsEmpty()) << column;
   }
 }

@@ -31,6 +31,12 @@ Match matchNear(Session& session, double tolerance) {
   return match;
 }
 
+OdString textOfMarker(Session& session, std::size_t marker) {
+  tiepoint::workbench::RecordingDraw draw(session.document().view());
+  draw.draw(*session.document().drawables().front().drawable);
+  return draw.texts().at(marker).text;
+}
+
 /// The same triangle of sides 3, 4, 5 in two stations.
 std::vector<Target> nameless(double shift) {
   return {{"?", 1 + shift, 1, 1}, {"?", 4 + shift, 1, 1}, {"?", 1 + shift, 5, 1}};
@@ -66,6 +72,29 @@ TEST(Matching, OneThatFindsNothingStoresItsTolerancesAndFillsTheSets) {
   EXPECT_EQ(side, 0.5);
   EXPECT_EQ(difference, 0.25);
   EXPECT_EQ(distance, 7.0);
+}
+
+TEST(Matching, OneOfChosenGroupsStoresItsTolerancesToo) {
+  Session session({{"A", nameless(0)}});
+  Match match;
+  session->matchGroupsByTriangles({0}, 0.75, 0.125, match.names, match.out.inactiveGroups, match.out.inactivePoints);
+  EXPECT_EQ(match.names, Names{});
+  EXPECT_EQ(match.out.inactiveGroups, Ids{0});
+  EXPECT_EQ(match.out.inactivePoints, (Ids{0, 1, 2}));
+  double side = 0.0;
+  double difference = 0.0;
+  session->getTriangleMatchTolerances(side, difference);
+  EXPECT_EQ(side, 0.75);
+  EXPECT_EQ(difference, 0.125);
+}
+
+TEST(Matching, ItDrawsOnceWhenItNamesSomethingAndElseNotAtAll) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}});
+  const auto redraws = session.host.redraws;
+  EXPECT_EQ(matchNear(session, 0.1).names, Names{});
+  EXPECT_EQ(session.host.redraws, redraws);
+  EXPECT_EQ(matchAll(session).names.size(), 6u);
+  EXPECT_EQ(session.host.redraws, redraws + 1);
 }
 
 TEST(Matching, NewNamesFillTheGapsInTheNumbering) {
@@ -131,8 +160,32 @@ TEST(Matching, AnUnnamedPointThatJoinsAUsersNameIsTheUsers) {
   ASSERT_TRUE(session->registerPairwise(discrepancies));
   EXPECT_EQ(matchNear(session, 0.1).names, (Names{{7, "d"}}));
   EXPECT_FALSE(session->hasUnnamedPoints());
-  // It is binding now: another matching leaves it alone.
   EXPECT_EQ(matchNear(session, 0.1).names, Names{});
+}
+
+/// Three stations that share a, b and c; the fourth point of each stands at another height.
+std::vector<std::pair<std::string, std::vector<Target>>> stationsWithAFourth(const char* first) {
+  const auto station = [](const char* fourth, double height) {
+    return std::vector<Target>{{"a", 10, 0, 0}, {"b", 20, 0, 0}, {"c", 10, 7, 0}, {fourth, 30, 30, height}};
+  };
+  return {{"A", station(first, 0)}, {"B", station("?", 0.01)}, {"C", station("?", 0.3)}, {"D", station("?", 0.7)}};
+}
+
+TEST(Matching, WhoJoinsAUsersNameIsBindingAndNotReportedAgain) {
+  Session session(stationsWithAFourth("d"));
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_EQ(matchNear(session, 0.1).names, (Names{{7, "d"}}));
+  EXPECT_EQ(matchNear(session, 0.35).names, (Names{{11, "d"}}));
+}
+
+TEST(Matching, WhoJoinsAnAutomaticNameStaysRevisable) {
+  Session session(stationsWithAFourth("?"));
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_EQ(matchNear(session, 0.1).names, (Names{{3, "auto4"}, {7, "auto4"}}));
+  EXPECT_EQ(matchNear(session, 0.35).names, (Names{{3, "auto4"}, {7, "auto4"}, {11, "auto4"}}));
+  EXPECT_EQ(matchNear(session, 0.45).names, (Names{{3, "auto4"}, {7, "auto4"}, {11, "auto4"}, {15, "auto4"}}));
 }
 
 TEST(Matching, AnAutomaticNameCanBeRevisedByALaterMatching) {
@@ -157,7 +210,10 @@ TEST(Matching, ChosenGroupsAloneAreTouched) {
   session->matchGroupsByTriangles({0, 1}, 0.001, 0.1, match.names, match.out.inactiveGroups, match.out.inactivePoints);
   EXPECT_EQ(match.names.size(), 6u);
   EXPECT_EQ(match.names.at(0), "auto6");
-  EXPECT_EQ(session->getResultsReport().find(L"auto"), std::wstring::npos);
+  EXPECT_EQ(match.names.count(6) + match.names.count(7) + match.names.count(8), 0u);
+  EXPECT_EQ(textOfMarker(session, 6), OdString(L"n"));
+  EXPECT_EQ(textOfMarker(session, 7), OdString(L"m"));
+  EXPECT_EQ(textOfMarker(session, 8), OdString(L"k"));
 }
 
 TEST(Matching, TheMarkersTakeTheNewNamesWhereTheyStand) {
@@ -169,6 +225,29 @@ TEST(Matching, TheMarkersTakeTheNewNamesWhereTheyStand) {
   EXPECT_EQ(draw.texts()[0].text, OdString(L"auto3"));
   EXPECT_EQ(draw.texts()[3].text, OdString(L"auto3"));
   EXPECT_EQ(draw.texts()[3].position, OdGePoint3d(51, 1, 1));
+}
+
+TEST(Matching, TheMarkersOfAHiddenGroupTakeTheNewNamesToo) {
+  Session session({{"A", nameless(0)}, {"B", nameless(50)}});
+  session->setGroupsVisible({1}, false);
+  matchAll(session);
+  session->setGroupsVisible({1}, true);
+  EXPECT_EQ(textOfMarker(session, 3), OdString(L"auto3"));
+}
+
+/// What a solve leaves behind for the next clearing is renamed only as long as there is a solution.
+TEST(Matching, AfterClearingTheNewNamesDoNotOutlastAnotherClearing) {
+  Session session({{"A", triangle("T1", "T2", "T3")},
+                   {"B", triangle("T1", "T2", "T3", 50)},
+                   {"C", nameless(0)},
+                   {"D", nameless(9)}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  session->clearResults();
+  EXPECT_EQ(matchAll(session).names.size(), 6u);
+  EXPECT_EQ(textOfMarker(session, 6), OdString(L"auto6"));
+  session->clearResults();
+  EXPECT_EQ(textOfMarker(session, 6), OdString(L"?"));
 }
 
 TEST(Matching, TheMarkersKeepTheirNamesThroughClearing) {
@@ -190,11 +269,21 @@ TEST(Matching, TheSpreadIsThatOfTheLastSolution) {
   EXPECT_EQ(session->getMaxPointSpread(), 0.0);
   EXPECT_FALSE(session->getPointSpreadHistogram(counts, edges));
   EXPECT_EQ(counts, std::vector<std::uint64_t>{7});
+  EXPECT_EQ(edges, std::vector<double>{7.0});
   std::map<RefPointId, double> discrepancies;
   ASSERT_TRUE(session->registerPairwise(discrepancies));
   EXPECT_TRUE(session->getPointSpreadHistogram(counts, edges));
   EXPECT_EQ(counts.size(), 10u);
   EXPECT_EQ(edges.size(), 11u);
+}
+
+TEST(Matching, TheSpreadIsTheLargestDistanceBetweenPointsOfOneName) {
+  // The second square is a tenth larger: its corners stay a diagonal of 1 x 1 away.
+  Session session({{"A", {{"T1", 10, 10, 0}, {"T2", -10, 10, 0}, {"T3", -10, -10, 0}, {"T4", 10, -10, 0}}},
+                   {"B", {{"T1", 11, 11, 0}, {"T2", -11, 11, 0}, {"T3", -11, -11, 0}, {"T4", 11, -11, 0}}}});
+  std::map<RefPointId, double> discrepancies;
+  ASSERT_TRUE(session->registerPairwise(discrepancies));
+  EXPECT_DOUBLE_EQ(session->getMaxPointSpread(), 1.4142135);
 }
 
 TEST(Matching, TheSpreadOfTwoDistancesHasNoHistogram) {

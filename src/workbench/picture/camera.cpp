@@ -9,6 +9,8 @@ namespace tiepoint::workbench::picture {
 
 namespace {
 
+constexpr double farthest = 1e100;
+
 Eigen::Vector3d vector(const OdGePoint3d& place) { return {place.x, place.y, place.z}; }
 Eigen::Vector3d vector(const OdGeVector3d& v) { return {v.x, v.y, v.z}; }
 OdGePoint3d point(const Eigen::Vector3d& v) { return {v.x(), v.y(), v.z()}; }
@@ -26,7 +28,7 @@ Looks acrossTheSpread(const std::vector<OdGePoint3d>& places) {
   for (const OdGePoint3d& place : places) mean += vector(place) / static_cast<double>(places.size());
   Eigen::Matrix3d spread = Eigen::Matrix3d::Zero();
   for (const OdGePoint3d& place : places) spread += (vector(place) - mean) * (vector(place) - mean).transpose();
-  if (!spread.allFinite() || spread.isZero(0.0)) return {{0, 0, 1}, {0, 1, 0}};
+  if (spread.isZero(0.0)) return {{0, 0, 1}, {0, 1, 0}};
   // In ascending order of the spread along them.
   const Eigen::Matrix3d axes = Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(spread).eigenvectors();
   const Eigen::Vector3d towardsViewer = mostlyPositive(axes.col(0));
@@ -41,8 +43,9 @@ Eigen::AlignedBox3d extentsAlong(const Eigen::Matrix3d& axes, const std::vector<
 
 }  // namespace
 
-bool isFinite(const OdGePoint3d& place) {
-  return std::isfinite(place.x) && std::isfinite(place.y) && std::isfinite(place.z);
+bool canBeShown(const OdGePoint3d& place) {
+  const auto isNear = [](double coordinate) { return std::abs(coordinate) <= farthest; };
+  return isNear(place.x) && isNear(place.y) && isNear(place.z);
 }
 
 Looks looksFrom(Direction wanted, const std::vector<OdGePoint3d>& places) {
@@ -72,7 +75,8 @@ ViewState cameraOn(const std::vector<OdGePoint3d>& places, const Looks& looks, i
   const Eigen::Vector3d sizes = extents.sizes();
   double pixelSize = std::max(sizes.x() / (pixelWidth - 2.0 * margin), sizes.y() / (pixelHeight - 2.0 * margin));
   // A field so small that a place's digits no longer tell its pixels apart shows a single place.
-  const double finest = extents.min().cwiseAbs().cwiseMax(extents.max().cwiseAbs()).maxCoeff() * 1e-13;
+  const double farthestOut = extents.min().cwiseAbs().cwiseMax(extents.max().cwiseAbs()).maxCoeff();
+  const double finest = std::max(farthestOut * 1e-13, shortestLength);
   if (!(pixelSize > finest)) pixelSize = std::max(1.0 / (pixelWidth - 2.0 * margin), finest);
 
   ViewState state;

@@ -10,7 +10,12 @@
 
 namespace tiepoint::workbench::picture {
 
-bool isFinite(const OdGePoint3d& place);
+/// Lengths below this are shown as none: what is divided by them leaves the range of numbers.
+inline constexpr double shortestLength = 1e-100;
+
+/// False for a place without finite coordinates, and for one so far off that the squares of its
+/// coordinates leave the range of numbers.
+bool canBeShown(const OdGePoint3d& place);
 
 /// Where the viewer is, seen from the points, and what is up on the screen. Neither has a length of its own.
 struct Looks {
@@ -18,11 +23,11 @@ struct Looks {
   OdGeVector3d up;
 };
 
-/// `places`, which are finite, have a say where the direction is theirs.
+/// `places`, which can be shown, have a say where the direction is theirs.
 Looks looksFrom(Direction direction, const std::vector<OdGePoint3d>& places);
 
-/// Looks at all of the places; they keep `margin` pixels from the rim. A single
-/// place is shown in a field one drawing unit wide. `places` are finite, and there is one at least.
+/// Looks at all of the places; they keep `margin` pixels from the rim. A single place is shown in a
+/// field one drawing unit wide. `places` can be shown, and there is one at least.
 ViewState cameraOn(const std::vector<OdGePoint3d>& places, const Looks& looks, int pixelWidth, int pixelHeight,
                    double margin);
 

@@ -75,11 +75,11 @@ void forEachPiece(const Spot& from, const Spot& to, Visit visit) {
 LabelPlacer::LabelPlacer(const Box& area_) : area(area_), marks(area_), blocked(area_) {}
 
 void LabelPlacer::addLine(const Spot& from, const Spot& to) {
-  forEachPiece(from, to, [&](const Box& piece) { marks.add(piece); });
+  forEachPiece(from, to, [&](const Box& piece) { addMark(piece); });
 }
 
 void LabelPlacer::blockLine(const Spot& from, const Spot& to) {
-  forEachPiece(from, to, [&](const Box& piece) { blocked.add(piece); });
+  forEachPiece(from, to, [&](const Box& piece) { block(piece); });
 }
 
 std::optional<LabelPlace> LabelPlacer::place(const LabelWish& wish) {

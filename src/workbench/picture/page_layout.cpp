@@ -17,7 +17,6 @@ constexpr double margin = 12.0;
 constexpr double gap = 10.0;
 constexpr double headerHeight = 36.0;
 constexpr double footerHeight = 46.0;
-constexpr double leastColumn = 150.0;
 constexpr double columnShare = 0.34;
 
 double unitOf(const Size& size) {
@@ -28,9 +27,7 @@ double unitOf(const Size& size) {
 
 }  // namespace
 
-double narrowestColumn(const Size&) { return leastColumn; }
-
-double widestColumn(const Size& size) { return std::max(leastColumn, columnShare * size.width / unitOf(size)); }
+double widestColumn(const Size& size) { return columnShare * size.width / unitOf(size); }
 
 PageLayout layOutPage(const Size& size, double columnWidth) {
   PageLayout layout;

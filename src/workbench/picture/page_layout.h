@@ -22,8 +22,8 @@ struct PageLayout {
   Box column;
 };
 
-/// The narrowest and the widest that the column may be on a page of this size.
-double narrowestColumn(const Size& size);
+/// Between these the column is as wide as it likes; the widest goes with the page.
+inline constexpr double narrowestColumn = 150.0;
 double widestColumn(const Size& size);
 
 PageLayout layOutPage(const Size& size, double columnWidth);

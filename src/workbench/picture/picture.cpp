@@ -30,8 +30,8 @@ RecordingDraw recorded(const View& view, const std::vector<const OdGiDrawable*>&
   return draw;
 }
 
-void addFinite(std::vector<OdGePoint3d>& places, const OdGePoint3d& place) {
-  if (isFinite(place)) places.push_back(place);
+void addShown(std::vector<OdGePoint3d>& places, const OdGePoint3d& place) {
+  if (canBeShown(place)) places.push_back(place);
 }
 
 /// A marker lies around its point in every view, however large it is there.
@@ -39,11 +39,11 @@ std::vector<OdGePoint3d> placesOf(const Content& content, const std::vector<cons
   std::vector<OdGePoint3d> places;
   const RecordingDraw draw = recorded(View(), drawables);
   for (const DrawnLine& line : draw.lines()) {
-    addFinite(places,
-              {(line.from.x + line.to.x) / 2.0, (line.from.y + line.to.y) / 2.0, (line.from.z + line.to.z) / 2.0});
+    addShown(places,
+             {(line.from.x + line.to.x) / 2.0, (line.from.y + line.to.y) / 2.0, (line.from.z + line.to.z) / 2.0});
   }
   if (places.empty()) throw NothingToShow();
-  for (const Station& station : content.stations) addFinite(places, station.place);
+  for (const Station& station : content.stations) addShown(places, station.place);
   return places;
 }
 
@@ -54,7 +54,7 @@ double enlargementFor(const std::vector<Residual>& residuals, double longestArro
     const double length = std::hypot(shift.x, shift.y, shift.z);
     if (std::isfinite(length)) largest = std::max(largest, length);
   }
-  return largest > 0.0 && longestArrow > 0.0 ? roundNumberUpTo(longestArrow / largest) : 0.0;
+  return largest > shortestLength ? roundNumberUpTo(longestArrow / largest) : 0.0;
 }
 
 /// A view on the places and the tips of all arrows, and how much longer than they are the arrows get.
@@ -75,7 +75,7 @@ Shot shotOf(const Box& area, const Content& content, const std::vector<const OdG
   Shot shot;
   shot.enlargement = enlargementFor(content.residuals, longestArrow);
   std::vector<OdGePoint3d> tips = places;
-  for (const Residual& residual : content.residuals) addFinite(tips, arrowTip(residual, shot.enlargement));
+  for (const Residual& residual : content.residuals) addShown(tips, arrowTip(residual, shot.enlargement));
   shot.view.setState(cameraOn(tips, looks, width, height, viewMargin));
   return shot;
 }
@@ -106,14 +106,14 @@ Content withRemarks(Content content, const LabelCount& labels, Direction directi
 
 PageLayout layoutFor(const Canvas& canvas, const Size& size, const Content& content) {
   const double wanted = legendWidth(canvas, content);
-  return layOutPage(size, std::ceil(std::clamp(wanted, narrowestColumn(size), widestColumn(size))));
+  return layOutPage(size, std::ceil(std::clamp(wanted, narrowestColumn, widestColumn(size))));
 }
 
 }  // namespace
 
 Picture drawPicture(const Request& request, const Content& content, const std::vector<const OdGiDrawable*>& drawables) {
   Surface surface(request.format, request.size);
-  Canvas canvas(surface.context(), layOutPage(request.size, narrowestColumn(request.size)).unit);
+  Canvas canvas(surface.context(), layOutPage(request.size, narrowestColumn).unit);
   Picture picture;
   picture.layout = layoutFor(canvas, request.size, content);
   const PageLayout& layout = picture.layout;

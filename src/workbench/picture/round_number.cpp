@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <string>
 
 namespace tiepoint::workbench::picture {
@@ -16,13 +17,14 @@ constexpr double largestInDigits = 1e12;
 /// Behind the first one: more than a number of one digit needs, whatever its logarithm is rounded to.
 constexpr int digits = 5;
 
-/// As the decimal text says it, so that 0.2 is the double that "0.2" means.
-double decimal(int digit, int exponent) { return std::stod(fmt::format("{}e{}", digit, exponent)); }
+/// As the decimal text says it, so that 0.2 is the double that "0.2" means. Infinite where no number
+/// is so large.
+double decimal(int digit, int exponent) { return std::strtod(fmt::format("{}e{}", digit, exponent).c_str(), nullptr); }
 
 }  // namespace
 
 double roundNumberUpTo(double limit) {
-  // The logarithm may be rounded up to the next whole number, which is then too large.
+  // The logarithm of a number beside a power of ten may be rounded to either side of it.
   const int exponent = static_cast<int>(std::floor(std::log10(limit)));
   for (const int power : {exponent + 1, exponent}) {
     for (const int digit : {5, 2, 1}) {

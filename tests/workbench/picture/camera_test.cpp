@@ -114,10 +114,16 @@ TEST(Camera, ProjectsThePlacesOntoThePage) {
   EXPECT_NEAR(upperRight.y, 70.0, 1e-9);
 }
 
-TEST(Camera, KnowsAPlaceThatHasNone) {
-  EXPECT_TRUE(isFinite({1, 2, 3}));
-  EXPECT_FALSE(isFinite({1, std::nan(""), 3}));
-  EXPECT_FALSE(isFinite({1, 2, std::numeric_limits<double>::infinity()}));
+TEST(Camera, KnowsAPlaceThatCannotBeShown) {
+  EXPECT_TRUE(canBeShown({1, 2, 3}));
+  EXPECT_TRUE(canBeShown({-1e100, 1e100, 1e-310}));
+  EXPECT_FALSE(canBeShown({1, std::nan(""), 3}));
+  EXPECT_FALSE(canBeShown({1, 2, std::numeric_limits<double>::infinity()}));
+  EXPECT_FALSE(canBeShown({-2e100, 2, 3}));
+}
+
+TEST(Camera, ShowsPlacesThatNoLengthTellsApartAsASingleOne) {
+  EXPECT_NEAR(cameraFrom(Direction::top, {{0, 0, 0}, {3e-310, 1e-310, 0}}).width, 1.2, rounding);
 }
 
 RC_GTEST_PROP(Camera, KeepsAllPlacesOutOfTheMargin, ()) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "workbench/picture/surface.h"
 
 namespace tiepoint::workbench::picture {
@@ -73,6 +75,22 @@ TEST(Legend, ListsNineGroupsBeforeRemarksTakeTheirRoom) {
   EXPECT_THAT(texts, Contains("S8"));
   EXPECT_THAT(texts, Contains("Remark."));
   EXPECT_THAT(texts, Contains("..."));
+}
+
+TEST(Legend, CutsRemarksSoThatNineGroupsStandAboveThem) {
+  Content content = groups(9);
+  for (int i = 0; i < 60; ++i) content.remarks.push_back("Remark.");
+  // Eight remarks would fill the room to the last unit, and leave none for the dots.
+  const Box taller{column.left, column.top, column.right, column.bottom + 3.0};
+  const auto painted = paintedLegend(content, taller);
+  const auto boxOf = [&](const std::string& text) {
+    return std::find_if(painted.begin(), painted.end(), [&](const PaintedText& p) { return p.text == text; })->box;
+  };
+  EXPECT_LT(boxOf("S8").bottom, boxOf("Remark.").top);
+  // Ten rows and the paddings: the remarks begin 190 below the column's top at the earliest.
+  EXPECT_GE(boxOf("Remark.").top, column.top + 190.0);
+  // The axes stand in the lowest 76.
+  EXPECT_LE(boxOf("...").bottom, taller.bottom - 76.0);
 }
 
 TEST(Legend, CutsALongName) {

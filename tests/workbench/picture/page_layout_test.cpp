@@ -24,7 +24,7 @@ TEST(PageLayout, GrowsAndShrinksWithThePicture) {
 
 TEST(PageLayout, LetsNoPartOverlapAnotherOrLeaveThePage) {
   for (const Size& size : sizes) {
-    for (const double column : {narrowestColumn(size), widestColumn(size)}) {
+    for (const double column : {narrowestColumn, widestColumn(size)}) {
       const PageLayout layout = layOutPage(size, column);
       const std::vector<Box> parts{layout.header, layout.drawing, layout.footer, layout.column};
       for (std::size_t i = 0; i < parts.size(); ++i) {

@@ -191,16 +191,19 @@ TEST(Picture, PassesOverPointsWithoutAPlace) {
   auto points = threePoints();
   points.push_back({{std::nan(""), 0, 0}, "T4", 1});
   points.push_back({{0, std::numeric_limits<double>::infinity(), 0}, "T5", 1});
+  points.push_back({{1e307, -1e307, 0}, "T6", 1});
   const auto texts = textsOf(pictureOf(points, contentOf(2), {Format::png, {640, 480}, Direction::top}));
   EXPECT_THAT(texts, Contains("T3"));
   EXPECT_THAT(texts, Not(Contains("T4")));
   EXPECT_THAT(texts, Not(Contains("T5")));
+  EXPECT_THAT(texts, Not(Contains("T6")));
 }
 
 TEST(Picture, RefusesToShowNothing) {
   const Request request{Format::png, {640, 480}, Direction::top};
   EXPECT_THROW(pictureOf({}, contentOf(1), request), NothingToShow);
   EXPECT_THROW(pictureOf({{{std::nan(""), 0, 0}, "T1", 1}}, contentOf(1), request), NothingToShow);
+  EXPECT_THROW(pictureOf({{{1e307, 0, 0}, "T1", 1}}, contentOf(1), request), NothingToShow);
 }
 
 TEST(Picture, ShowsASinglePointAndOnesFarFromTheOrigin) {
@@ -216,11 +219,33 @@ TEST(Picture, ShowsASinglePointAndOnesFarFromTheOrigin) {
 
 TEST(Picture, DrawsNoArrowsWithoutResiduals) {
   Content content = contentOf(1);
-  content.residuals = {{{0, 0, 0}, {0, 0, 0}, 1, "T1", ""}};
-  for (const std::string& text :
-       textsOf(pictureOf(threePoints(), content, {Format::png, {640, 480}, Direction::top}))) {
-    EXPECT_EQ(text.find("residual of"), std::string::npos);
+  // The others are too short to be enlarged.
+  for (const double residual : {0.0, 1e-310, 1e-200}) {
+    content.residuals = {{{0, 0, 0}, {residual, 0, 0}, 1, "T1", ""}};
+    for (const std::string& text :
+         textsOf(pictureOf(threePoints(), content, {Format::png, {640, 480}, Direction::top}))) {
+      EXPECT_EQ(text.find("residual of"), std::string::npos) << residual;
+    }
   }
+}
+
+TEST(Picture, EnlargesResidualsBesideOneWithoutALength) {
+  const Request request{Format::png, {640, 480}, Direction::top};
+  Content content = contentOf(1);
+  const auto texts = textsOf(pictureOf(threePoints(), content, request));
+  for (const double lost : {std::nan(""), std::numeric_limits<double>::infinity()}) {
+    content.residuals.push_back({{0, 7, 2}, {lost, 7, 2}, 1, "T3", ""});
+    EXPECT_EQ(textsOf(pictureOf(threePoints(), content, request)), texts) << lost;
+  }
+}
+
+TEST(Picture, ShowsPointsThatNoLengthTellsApart) {
+  Content content = contentOf(1);
+  content.stations.clear();
+  content.residuals.clear();
+  EXPECT_THAT(textsOf(pictureOf({{{1e-310, 0, 0}, "T1", 1}, {{0, 2e-310, 0}, "T2", 1}}, content,
+                                {Format::png, {640, 480}, Direction::top})),
+              Contains("T2"));
 }
 
 }  // namespace

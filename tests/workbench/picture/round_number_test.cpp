@@ -25,6 +25,11 @@ TEST(RoundNumber, IsOneTwoOrFiveTimesAPowerOfTen) {
   EXPECT_EQ(roundNumberUpTo(std::nextafter(1000.0, 0.0)), 500.0);
 }
 
+TEST(RoundNumber, ReachesToTheEndsOfTheNumbers) {
+  EXPECT_EQ(roundNumberUpTo(1.7e308), 1e308);
+  EXPECT_EQ(roundNumberUpTo(3e-310), 2e-310);
+}
+
 TEST(RoundNumber, IsWrittenWithTheDigitsThatItHas) {
   EXPECT_EQ(plainNumber(500.0), "500");
   EXPECT_EQ(plainNumber(0.002), "0.002");

@@ -4,8 +4,11 @@
 
 #include <Eigen/Dense>
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
+#include "workbench/cli/naming/close_spots.h"
+#include "workbench/cli/naming/point_reasons.h"
 #include "workbench/cli/naming/station_triangles.h"
 
 namespace tiepoint::workbench::cli {
@@ -20,6 +23,7 @@ constexpr std::size_t fewestPoints = 6;
 struct GroupShape {
   std::string name;
   std::vector<Eigen::Vector3d> points;
+  std::vector<bool> isNamed;
   std::vector<Triangle> triangles;
 };
 
@@ -35,6 +39,7 @@ std::vector<GroupShape> shapesOf(const SessionState& state, const GroupIdSet& gr
     GroupShape& shape = shapes[point.record.groupId];
     shape.name = state.group(point.record.groupId).name;
     shape.points.emplace_back(point.record.position.x, point.record.position.y, point.record.position.z);
+    shape.isNamed.push_back(point.record.named);
   }
   std::vector<GroupShape> result;
   for (auto& [group, shape] : shapes) {
@@ -48,14 +53,28 @@ std::vector<GroupShape> shapesOf(const SessionState& state, const GroupIdSet& gr
 
 struct EqualTriangles {
   bool areThere = false;
+  /// One of them has a corner without a name.
+  bool haveUnnamed = false;
   /// A triangle of one group that has the sides of several in another.
   std::optional<std::string> repeated;
 };
 
+bool areEqual(const Triangle& a, const Triangle& b, double tolerance) {
+  return std::hypot(a.sides[0] - b.sides[0], a.sides[1] - b.sides[1], a.sides[2] - b.sides[2]) < tolerance;
+}
+
+bool hasUnnamed(const GroupShape& shape, const Triangle& triangle) {
+  return std::any_of(triangle.corners.begin(), triangle.corners.end(),
+                     [&](std::uint32_t corner) { return !shape.isNamed[corner]; });
+}
+
+/// Looks at the names of the one's corners; those of the other come when the two change places.
 void compare(const GroupShape& one, const GroupShape& other, double tolerance, EqualTriangles& equal) {
   std::map<const Triangle*, std::size_t> counts;
-  forEachEqualPair(one.triangles, other.triangles, tolerance, [&](const Triangle& a, const Triangle&) {
+  forEachEqualPair(one.triangles, other.triangles, tolerance, [&](const Triangle& a, const Triangle& b) {
+    if (!areEqual(a, b, tolerance)) return true;
     equal.areThere = true;
+    equal.haveUnnamed = equal.haveUnnamed || hasUnnamed(one, a);
     if (++counts[&a] < 2) return true;
     equal.repeated = fmt::format("a triangle of {} has the sides of several in {}", one.name, other.name);
     return false;
@@ -96,42 +115,23 @@ std::optional<MatchReason> whyNotBegun(const SessionState& state, const GroupIdS
 
 // --- Closeness.
 
-struct PlacedPoint {
-  Eigen::Vector3d place;
-  const SessionPoint* point = nullptr;
-};
-
-std::vector<PlacedPoint> placedPoints(const SessionState& state, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
-  std::vector<PlacedPoint> placed;
-  for (const SessionPoint& point : state.points) {
-    const auto motion = toCommon.find(point.record.groupId);
-    if (motion == toCommon.end()) continue;
-    OdGePoint3d place = point.record.position;
-    place.p_transform(motion->second);
-    placed.push_back({{place.x, place.y, place.z}, &point});
-  }
-  std::sort(placed.begin(), placed.end(),
-            [](const PlacedPoint& a, const PlacedPoint& b) { return a.place.x() < b.place.x(); });
-  return placed;
-}
-
-bool isManual(const RefPoint& point) { return point.named && !point.autoNamed; }
+bool isManual(const PlacedPoint& placed) { return placed.point->record.named && !placed.point->record.autoNamed; }
 
 /// Two names of the user's on one spot.
-std::optional<MatchReason> conflictOf(const std::vector<PlacedPoint>& placed, double tolerance) {
-  for (auto a = placed.begin(); a != placed.end(); ++a) {
-    if (!isManual(a->point->record)) continue;
-    for (auto b = std::next(a); b != placed.end() && b->place.x() - a->place.x() < tolerance; ++b) {
-      if (!isManual(b->point->record) || b->point->record.commonId == a->point->record.commonId) continue;
-      if (!((a->place - b->place).norm() < tolerance)) continue;
-      const bool inOrder = a->point->record.id < b->point->record.id;
-      return MatchReason{"conflict",
-                         fmt::format("the points {} and {} lie within {:g} of one another, but their names "
-                                     "come from the files and differ; one such spot voids the whole matching",
-                                     (inOrder ? a : b)->point->name, (inOrder ? b : a)->point->name, tolerance)};
-    }
-  }
-  return std::nullopt;
+std::optional<MatchReason> conflictOn(const SessionState& state, const Spot& spot, double tolerance) {
+  const auto one = std::find_if(spot.begin(), spot.end(), isManual);
+  if (one == spot.end()) return std::nullopt;
+  const auto other = std::find_if(std::next(one), spot.end(), [&](const PlacedPoint& placed) {
+    return isManual(placed) && placed.point->record.commonId != one->point->record.commonId;
+  });
+  if (other == spot.end()) return std::nullopt;
+  const bool isLost = std::any_of(spot.begin(), spot.end(), [](const PlacedPoint& p) { return !p.place.allFinite(); });
+  if (isLost) return notFiniteReasons(state).front();
+  const char* how = areClose(*one, *other, tolerance) ? "lie" : "lie on one spot, as points between them lie";
+  return MatchReason{"conflict",
+                     fmt::format("the points {} and {} {} within {:g} of one another, but their names come from the "
+                                 "files and differ; one such spot voids the whole matching",
+                                 one->point->name, other->point->name, how, tolerance)};
 }
 
 }  // namespace
@@ -151,6 +151,11 @@ MatchReason whyNoTriangles(const SessionState& state, const GroupIdSet& groups, 
     return {"no-equal-triangles",
             fmt::format("no two groups have triangles whose sides agree within {:g}", sideTolerance)};
   }
+  if (!equal.haveUnnamed && !equal.repeated) {
+    return {"only-named", fmt::format("no triangle with an unnamed corner has the sides of one in another group within "
+                                      "{:g}",
+                                      sideTolerance)};
+  }
   return {"contradiction",
           fmt::format("equal triangles contradict one another{}, and one contradiction voids the whole matching; the "
                       "layout repeats itself, or {:g} is too wide or too narrow a tolerance",
@@ -159,13 +164,16 @@ MatchReason whyNoTriangles(const SessionState& state, const GroupIdSet& groups, 
 
 MatchReason whyNothingClose(const SessionState& state, const std::map<GroupId, OdGeMatrix3d>& toCommon,
                             double tolerance) {
-  if (toCommon.empty())
+  if (toCommon.empty()) {
     return {"not-solved", "no group is registered yet: closeness needs names that join some groups"};
+  }
   const std::vector<PlacedPoint> placed = placedPoints(state, toCommon);
-  const bool allManual =
-      std::all_of(placed.begin(), placed.end(), [](const PlacedPoint& point) { return isManual(point.point->record); });
-  if (allManual) return {"nothing-unnamed", "every point of the registered groups has a name from its file"};
-  if (const auto conflict = conflictOf(placed, tolerance)) return *conflict;
+  if (std::all_of(placed.begin(), placed.end(), isManual)) {
+    return {"nothing-unnamed", "every point of the registered groups has a name from its file"};
+  }
+  for (const Spot& spot : closeSpots(placed, tolerance)) {
+    if (const auto conflict = conflictOn(state, spot, tolerance)) return *conflict;
+  }
   return {"nothing-close", fmt::format("no point without a name lies within {:g} of another", tolerance)};
 }
 

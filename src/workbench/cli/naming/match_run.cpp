@@ -151,13 +151,13 @@ void addRisks(const SessionState& state, const NamingPlan& plan, MatchReport& re
   }
 }
 
-/// Twins matter only where they may have kept a station out.
+/// Twins matter only where they may have kept a station out, or all but three of its points.
 void addPointReasons(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
   const auto add = [&](const std::vector<MatchReason>& reasons) {
     report.reasons.insert(report.reasons.end(), reasons.begin(), reasons.end());
   };
   add(notFiniteReasons(state));
-  if (!plan.unplaced.empty()) add(twinReasons(state, stationsOf(state), report.limits->side));
+  if (!plan.unplaced.empty() || !plan.risks.empty()) add(twinReasons(state, stationsOf(state), report.limits->side));
 }
 
 bool isAmbiguous(const NamingPlan& plan) {

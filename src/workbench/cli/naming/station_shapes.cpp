@@ -1,5 +1,6 @@
 #include "workbench/cli/naming/station_shapes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -58,8 +59,8 @@ PointPairs sharedNames(const SessionState& state, GroupId first, GroupId second)
 double largestDiscrepancy(const SessionState& state) {
   double largest = 0.0;
   for (const auto& [point, discrepancy] : state.discrepancies) {
-    // Written so that a value that is no number stays seen.
-    if (!(discrepancy <= largest)) largest = discrepancy;
+    if (std::isnan(discrepancy)) return discrepancy;
+    largest = std::max(largest, discrepancy);
   }
   return largest;
 }

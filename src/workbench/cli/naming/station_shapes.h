@@ -30,6 +30,7 @@ PointPairs sharedNames(const SessionState& state, ZOR::reg::GroupId first, ZOR::
 /// A naming that was solved is no good when a discrepancy is above the limit or isn't a number, or
 /// when a group has two points in use of one name.
 bool isSound(const SessionState& state, double limit);
+/// Not a number where one of them is none.
 double largestDiscrepancy(const SessionState& state);
 
 }  // namespace tiepoint::workbench::cli

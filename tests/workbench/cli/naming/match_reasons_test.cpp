@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "workbench/cli/session_states.h"
 
 namespace tiepoint::workbench::cli {
@@ -62,6 +64,34 @@ TEST(WhyNoTriangles, NoTwoGroupsHaveEqualOnes) {
   EXPECT_EQ(triangles(survey, 0.01).text, "no two groups have triangles whose sides agree within 0.01");
 }
 
+/// Each side of the second triangle is 0.0009 longer: 0.0016 taken together.
+TEST(WhyNoTriangles, SidesAgreeTakenTogether) {
+  StateBuilder survey;
+  addStation(survey, "A", {{0, 0, 0}, {3, 0, 0}, {0, 4, 0}});
+  addStation(survey, "B", {{0, 0, 0}, {3.0009, 0, 0}, {0.0005999550134962488, 4.000899955016869, 0}});
+  EXPECT_EQ(triangles(survey, 0.0015).key, "no-equal-triangles");
+  EXPECT_EQ(triangles(survey, 0.0017).key, "contradiction");
+}
+
+TEST(WhyNoTriangles, EqualOnesHaveNamesAlready) {
+  StateBuilder survey;
+  for (const char* station : {"A", "B"}) {
+    survey.group(station).point("T1", scalene[0]).point("T2", scalene[1]).point("T3", scalene[2]);
+  }
+  survey.point("?", {40, 50, 60});
+  EXPECT_EQ(triangles(survey).key, "only-named");
+  EXPECT_EQ(triangles(survey).text,
+            "no triangle with an unnamed corner has the sides of one in another group within 0.001");
+}
+
+TEST(WhyNoTriangles, NamedOnesThatRepeatAreAContradictionAllTheSame) {
+  StateBuilder survey;
+  addStation(survey, "A", scalene, "T1");
+  addStation(survey, "B", {{0, 0, 0}, {10, 0, 0}, {3, 7, 0}, {3, -7, 0}}, "T1");
+  survey.point("?", {40, 50, 60});
+  EXPECT_EQ(triangles(survey).key, "contradiction");
+}
+
 TEST(WhyNoTriangles, AContradictionNamesTheGroupsInWhichTheLayoutRepeats) {
   StateBuilder survey;
   addStation(survey, "A", scalene);
@@ -100,6 +130,22 @@ TEST(WhyNothingClose, TwoNamesOfTheFilesOnOneSpotVoidAll) {
             "the points T1 and T2 lie within 0.1 of one another, but their names come from the files and differ; one "
             "such spot voids the whole matching");
   EXPECT_EQ(closeness(survey, 0.04).key, "nothing-close");
+}
+
+TEST(WhyNothingClose, NamesOfTheFilesMeetThroughPointsBetweenThem) {
+  StateBuilder survey;
+  survey.group("A").point("T1", {1, 0, 0}).group("B").point("?", {1.08, 0, 0}).group("C").point("T2", {1.16, 0, 0});
+  EXPECT_EQ(closeness(survey, 0.1).key, "conflict");
+  EXPECT_EQ(closeness(survey, 0.1).text,
+            "the points T1 and T2 lie on one spot, as points between them lie within 0.1 of one another, but their "
+            "names come from the files and differ; one such spot voids the whole matching");
+}
+
+TEST(WhyNothingClose, APointWithoutAPlaceLiesOnEverySpot) {
+  StateBuilder survey;
+  survey.group("A").point("T1", {1, 0, 0}).point("?", {std::nan(""), 0, 0}).group("B").point("T2", {70, 0, 0});
+  EXPECT_EQ(closeness(survey, 0.1).key, "not-finite");
+  EXPECT_EQ(closeness(survey, 0.1).text.substr(0, 2), "A:");
 }
 
 TEST(WhyNothingClose, AnAutomaticNameIsNoConflict) {

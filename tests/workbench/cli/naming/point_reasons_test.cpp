@@ -1,0 +1,51 @@
+#include "workbench/cli/naming/point_reasons.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "workbench/cli/session_states.h"
+
+namespace tiepoint::workbench::cli {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+TEST(NotFiniteReasons, NameTheGroupsOnce) {
+  StateBuilder survey;
+  survey.group("A").point("?", {0, 0, 0});
+  EXPECT_EQ(notFiniteReasons(survey.state).size(), 0u);
+  survey.group("B").point("?", {infinity, 0, 0}).point("?", {0, std::nan(""), 0});
+  survey.group("C").point("?", {0, 0, -infinity});
+  const auto reasons = notFiniteReasons(survey.state);
+  ASSERT_EQ(reasons.size(), 1u);
+  EXPECT_EQ(reasons[0].key, "not-finite");
+  EXPECT_EQ(reasons[0].text,
+            "B, C: points with coordinates that aren't finite numbers; while they are there, no point is named because "
+            "it lies on the spot of another");
+}
+
+TEST(NotFiniteReasons, LookAtEveryCoordinate) {
+  for (const OdGePoint3d& place : {OdGePoint3d{infinity, 0, 0}, {0, infinity, 0}, {0, 0, infinity}}) {
+    StateBuilder survey;
+    survey.group("A").point("?", place);
+    EXPECT_EQ(notFiniteReasons(survey.state).size(), 1u) << place.x << ' ' << place.y;
+  }
+}
+
+TEST(TwinReasons, TellOfPointsNearerThanTheTolerance) {
+  StateBuilder survey;
+  survey.group("A").point("?", {0, 0, 0}).point("?", {9, 0, 0}).point("?", {0.5, 0, 0});
+  survey.group("B").point("?", {0, 0, 0});
+  const auto reasons = twinReasons(survey.state, stationsOf(survey.state), std::nextafter(0.5, 1.0));
+  ASSERT_EQ(reasons.size(), 1u);
+  EXPECT_EQ(reasons[0].key, "twin-points");
+  EXPECT_EQ(reasons[0].text,
+            "A: two points lie within 0.5 of one another, and triangles with the one can't be told from triangles with "
+            "the other; keep one of the two");
+  EXPECT_EQ(twinReasons(survey.state, stationsOf(survey.state), 0.5).size(), 0u);
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench::cli
