@@ -186,10 +186,11 @@ TEST_F(MatchingCommand, AutoRefusesASymmetricLayoutAndKeepsItsHandsOff) {
   const ProcessResult result = run({"register", "--match", "auto", "--document", "d.tiepoint", "--cloud", "A=A.xyz",
                                     "--apply", "--common-points", "targets.txt", "--xyz", "A.txt", "B.txt"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.out, HasSubstr("Naming (auto): 0 points have automatic names, 8 have none; no discrepancy may be "
-                                    "above 0.02 drawing units\n"
-                                    "  - A, B: several ways of laying it onto the others explain 4 points each, as the "
-                                    "layout is\n    symmetric;"));
+  EXPECT_THAT(result.out,
+              HasSubstr("Naming (auto): 0 points have automatic names, 8 have none; no discrepancy may be "
+                        "above 0.02 drawing units\n"
+                        "  - A, B: several ways of laying a station onto the others explain 4 points each, as the "
+                        "layout is\n    symmetric;"));
   EXPECT_THAT(result.out, HasSubstr("\nNot registered: the points can't be named so that it is certain.\n"));
   EXPECT_EQ(result.err,
             "tiepoint: not registered: the points can't be named so that it is certain; the summary tells why\n");
@@ -275,6 +276,38 @@ TEST_F(MatchingCommand, AutoTellsOfATargetThatAStationListsTwice) {
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.out, HasSubstr("  - A: two points lie within 0.02 of one another, and triangles with the one"));
   EXPECT_THAT(result.err, HasSubstr("warning: B: joined by three points alone, as chance would do in one of "));
+}
+
+TEST_F(MatchingCommand, AutoTellsOfAStationWhoseColumnsAreExchanged) {
+  Hall hall(8, random);
+  for (const char* file : {"A.txt", "B.txt"}) write(file, xyzLines(hall.seenByAStation(hall.allTargets(), 0.002)));
+  std::vector<OdGePoint3d> exchanged = hall.seenByAStation(hall.allTargets(), 0.002);
+  for (OdGePoint3d& p : exchanged) std::swap(p.x, p.y);
+  write("C.txt", xyzLines(exchanged));
+  const json result = runJson({"register", "--match", "auto", "--xyz", "A.txt", "B.txt", "C.txt"});
+  EXPECT_EQ(result["match"]["named"], 16);
+  EXPECT_EQ(result["match"]["reasons"][0]["key"], "mirrored");
+  EXPECT_EQ(result["match"]["reasons"][0]["text"],
+            "C: the mirror image fits another station in 8 points; exchange two columns or turn the sign of one");
+}
+
+TEST_F(MatchingCommand, AutoTellsOfAUnitThatDoesntGoWithTheLimit) {
+  writePair(0.002);
+  const json metres = runJson({"register", "--match", "auto", "--unit", "mm", "--xyz", "A.txt", "B.txt"}, 1);
+  EXPECT_EQ(metres["outcome"], "not-named");
+  EXPECT_EQ(metres["match"]["reasons"][0]["key"], "unit");
+  EXPECT_EQ(metres["match"]["reasons"][0]["text"],
+            "A, B: the points lie too near one another for a limit of 20 drawing units (--match-limit); is their unit "
+            "the one that --unit says?");
+}
+
+TEST_F(MatchingCommand, AutoTellsThatAStationIsAlone) {
+  writePair(0.002);
+  write("few.txt", "1 2 3\n4 5 6\n");
+  const json reasons = runJson({"register", "--match", "auto", "--xyz", "A.txt", "few.txt"}, 1)["match"]["reasons"];
+  ASSERT_EQ(reasons.size(), 2U);
+  EXPECT_EQ(reasons[0]["text"], "few: fewer than 3 points to use");
+  EXPECT_EQ(reasons[1]["text"], "A: no other station has 3 points to use");
 }
 
 TEST_F(MatchingCommand, AutoSaysNothingOfTwinsWhereAllStationsStand) {

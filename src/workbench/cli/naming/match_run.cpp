@@ -98,16 +98,23 @@ MatchReason reasonFor(const SessionState& state, const std::vector<UnplacedStati
   switch (station.trouble) {
     case StationTrouble::tooFewPoints:
       return {"too-few-points", fmt::format("{}: fewer than 3 points to use", names)};
+    case StationTrouble::alone:
+      return {"one-group", fmt::format("{}: no other station has 3 points to use", names)};
     case StationTrouble::noEqualTriangle:
       return {"no-equal-triangles",
               fmt::format("{}: no triangle that another station has too, with sides that agree within {:g}", names,
                           limits.side)};
+    case StationTrouble::mirrored:
+      return {"mirrored", fmt::format("{}: the mirror image fits another station in {} points; exchange two columns or "
+                                      "turn the sign of one",
+                                      names, station.points)};
     case StationTrouble::ambiguous:
-      return {"ambiguous",
-              fmt::format("{}: several ways of laying it onto the others explain {} points each, as the layout is "
-                          "symmetric; name some of these points, measure one more target, or leave the station out "
-                          "(--exclude)",
-                          names, station.points)};
+      return {
+          "ambiguous",
+          fmt::format("{}: several ways of laying a station onto the others explain {} points each, as the layout is "
+                      "symmetric; name some of these points, measure one more target, or leave stations out "
+                      "(--exclude)",
+                      names, station.points)};
     case StationTrouble::threePoints:
       return {"three-points",
               fmt::format("{}: only three points fit the others, and chance may do that among so many", names)};
@@ -124,20 +131,19 @@ MatchReason reasonFor(const SessionState& state, const std::vector<UnplacedStati
 }
 
 /// One reason for all stations that have it.
-std::vector<MatchReason> reasonsFor(const SessionState& state, const NamingPlan& plan, const NamingLimits& limits) {
+void addStationReasons(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
   std::map<std::tuple<StationTrouble, std::size_t, double>, std::vector<UnplacedStation>> alike;
   for (const UnplacedStation& station : plan.unplaced) {
     alike[{station.trouble, station.points, station.discrepancy}].push_back(station);
   }
-  std::vector<MatchReason> reasons;
-  for (const auto& [trouble, stations] : alike) reasons.push_back(reasonFor(state, stations, limits));
+  const NamingLimits& limits = *report.limits;
+  for (const auto& [trouble, stations] : alike) report.reasons.push_back(reasonFor(state, stations, limits));
   for (const auto& [first, second] : plan.openLoops) {
-    reasons.push_back(
+    report.reasons.push_back(
         {"open-loop", fmt::format("{} and {} share more points than could be named with discrepancies below the limit "
                                   "of {:g} (--match-limit)",
                                   state.group(first).name, state.group(second).name, limits.discrepancy)});
   }
-  return reasons;
 }
 
 /// Three points don't check one another; where chance was small it isn't worth a word.
@@ -188,7 +194,8 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterO
     const Spinner spinner(stderr, "looking for names", options.quiet);
     plan = searchNames(workbench, naming.state(), *report.limits);
   }
-  report.reasons = reasonsFor(naming.state(), plan, *report.limits);
+  if (!plan.unplaced.empty()) report.reasons = spanReasons(naming.state(), stationsOf(naming.state()), *report.limits);
+  addStationReasons(naming.state(), plan, report);
   addPointReasons(naming.state(), plan, report);
   report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;

@@ -254,9 +254,10 @@ class Growth {
   }
 
   UnplacedStation troubleOf(GroupId group) {
+    const UnplacedStation trouble = cli::troubleOf(group, start, stations, pairs, limits);
     const auto known = ambiguous.find(group);
-    if (known != ambiguous.end()) return {group, StationTrouble::ambiguous, known->second, 0.0};
-    return cli::troubleOf(group, start, stations, pairs, limits);
+    if (known == ambiguous.end() || trouble.trouble == StationTrouble::mirrored) return trouble;
+    return {group, StationTrouble::ambiguous, known->second, 0.0};
   }
 
   const SessionState& start;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <Eigen/Geometry>
 #include <algorithm>
 #include <cmath>
 #include <string>
@@ -14,6 +15,11 @@ using namespace ZOR::reg;
 
 namespace {
 
+/// What spans fewer times what two measurements of a target lie apart looks alike in many ways.
+constexpr double narrowest = 10.0;
+/// No instrument measures so many times its noise.
+constexpr double widest = 1e6;
+
 bool isFinite(const OdGePoint3d& point) {
   return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
 }
@@ -24,6 +30,13 @@ bool hasTwins(const std::vector<Eigen::Vector3d>& points, double side) {
     if (std::any_of(std::next(one), points.end(), isNear)) return true;
   }
   return false;
+}
+
+/// The diagonal of the box that holds the points.
+double spanOf(const std::vector<Eigen::Vector3d>& points) {
+  Eigen::AlignedBox3d box;
+  for (const Eigen::Vector3d& point : points) box.extend(point);
+  return box.isEmpty() ? 0.0 : box.diagonal().norm();
 }
 
 std::string namesOf(const SessionState& state, const GroupIdSet& groups) {
@@ -54,6 +67,26 @@ std::vector<MatchReason> twinReasons(const SessionState& state, const Stations& 
   return {{"twin-points", fmt::format("{}: two points lie within {:g} of one another, and triangles with the one can't "
                                       "be told from triangles with the other; keep one of the two",
                                       namesOf(state, groups), side)}};
+}
+
+std::vector<MatchReason> spanReasons(const SessionState& state, const Stations& stations, const NamingLimits& limits) {
+  GroupIdSet narrow, wide;
+  for (const auto& [group, station] : stations) {
+    const double span = spanOf(station.shape.points);
+    if (span > widest * limits.discrepancy) wide.insert(group);
+    if (span > 0.0 && span < narrowest * limits.reach()) narrow.insert(group);
+  }
+  std::vector<MatchReason> reasons;
+  const auto add = [&](const GroupIdSet& groups, const char* how) {
+    if (groups.empty()) return;
+    reasons.push_back(
+        {"unit", fmt::format("{}: the points lie too {} for a limit of {:g} drawing units (--match-limit); "
+                             "is their unit the one that --unit says?",
+                             namesOf(state, groups), how, limits.discrepancy)});
+  };
+  add(narrow, "near one another");
+  add(wide, "far apart");
+  return reasons;
 }
 
 }  // namespace tiepoint::workbench::cli

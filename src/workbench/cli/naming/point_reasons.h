@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "workbench/cli/naming/match_reasons.h"
+#include "workbench/cli/naming/naming_limits.h"
 #include "workbench/cli/naming/station_shapes.h"
 
 namespace tiepoint::workbench::cli {
@@ -15,5 +16,8 @@ std::vector<MatchReason> notFiniteReasons(const SessionState& state);
 /// Stations with two points nearer to one another than `side`, the widest tolerance for the sides of
 /// equal triangles.
 std::vector<MatchReason> twinReasons(const SessionState& state, const Stations& stations, double side);
+
+/// Stations that span so little, or so much, that the limits hardly are of their unit.
+std::vector<MatchReason> spanReasons(const SessionState& state, const Stations& stations, const NamingLimits& limits);
 
 }  // namespace tiepoint::workbench::cli

@@ -9,8 +9,12 @@ namespace tiepoint::workbench::cli {
 enum class StationTrouble {
   /// Fewer than three points to use.
   tooFewPoints,
+  /// No other station has three points to use.
+  alone,
   /// No triangle that another station has too.
   noEqualTriangle,
+  /// Its mirror image fits another station, and it doesn't.
+  mirrored,
   /// It can be laid onto the others in several ways that explain as many points.
   ambiguous,
   /// It fits by three points alone, and chance may do that.
@@ -24,7 +28,7 @@ enum class StationTrouble {
 struct UnplacedStation {
   ZOR::reg::GroupId group = 0;
   StationTrouble trouble = StationTrouble::noEqualTriangle;
-  /// Ambiguous: how many points each way explains.
+  /// Ambiguous: how many points each way explains; mirrored: how many the mirror image does.
   std::size_t points = 0;
   /// Above the limit: the smallest of the largest discrepancies, drawing units.
   double discrepancy = 0.0;

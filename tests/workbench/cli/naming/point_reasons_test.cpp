@@ -47,5 +47,25 @@ TEST(TwinReasons, TellOfPointsNearerThanTheTolerance) {
   EXPECT_EQ(twinReasons(survey.state, stationsOf(survey.state), 0.5).size(), 0u);
 }
 
+TEST(SpanReasons, TellOfStationsTooSmallOrTooLargeForTheLimit) {
+  const NamingLimits limits{0.02, 0.02, 0.1, 0.02};
+  StateBuilder survey;
+  survey.group("A").point("?", {0, 0, 0}).point("?", {0.3999, 0, 0});
+  survey.group("B").point("?", {0, 0, 0}).point("?", {0.4001, 0, 0});
+  survey.group("C").point("?", {0, 0, 0}).point("?", {0, 19999, 0});
+  survey.group("D").point("?", {0, 0, 0}).point("?", {0, 20001, 0});
+  survey.group("E").point("?", {5, 5, 5});
+  const auto reasons = spanReasons(survey.state, stationsOf(survey.state), limits);
+  ASSERT_EQ(reasons.size(), 2u);
+  EXPECT_EQ(reasons[0].key, "unit");
+  EXPECT_EQ(reasons[0].text,
+            "A: the points lie too near one another for a limit of 0.02 drawing units (--match-limit); is their unit "
+            "the one that --unit says?");
+  EXPECT_EQ(reasons[1].key, "unit");
+  EXPECT_EQ(reasons[1].text,
+            "D: the points lie too far apart for a limit of 0.02 drawing units (--match-limit); is their unit the one "
+            "that --unit says?");
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench::cli
