@@ -142,8 +142,7 @@ std::vector<RowLink> LinkSearch::linksToLowest() {
 }
 
 void LinkSearch::tieIfClose(Place a, Place b) {
-  if (!tagsDiffer(a, b) || forest.areTied(a, b)) return;
-  if (!(rowDistance(placed[a], placed[b]) >= threshold)) forest.tie(a, b);
+  if (tagsDiffer(a, b) && !(rowDistance(placed[a], placed[b]) >= threshold)) forest.tie(a, b);
 }
 
 /// Among `places` any two of different tags are linked: with two tags that joins all of them.
