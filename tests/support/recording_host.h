@@ -55,6 +55,7 @@ class RecordingHost {
   TestDocument& openDocument();
   /// Closes the active document; the reactors are told, and the one before it becomes active.
   void closeDocument();
+  std::size_t documentCount() const { return documents.size(); }
 
   workbench::Profile& profile() { return values; }
   /// What every document says of its readiness.
