@@ -157,16 +157,33 @@ TEST_F(FailingHost, NoMemoryIsLeftFromEachAllocationOn) {
   EXPECT_GT(sweep.reported, 1000u);
 }
 
-/// A host that draws at once, all the time.
 TEST_F(FailingHost, DrawsWhenTheDrawableComesAndGoesAndAtEachRefresh) {
   Scene scene(folder);
   scene.host.drawsAtOnce = true;
   scene.host.drawsAtRefresh = true;
-  for (const ScenarioStep& step : scenario()) step.run(scene);
-  EXPECT_GT(scene.host.draws.size(), 20u);
+  runAll(scene, scenario().size());
+  ASSERT_GT(scene.host.draws.size(), 20u);
   EXPECT_TRUE(scene.host.draws.front().lines().empty());
-  EXPECT_TRUE(scene.host.draws.back().lines().empty());
+  EXPECT_FALSE(scene.host.draws[3].lines().empty());
   expectNothingLeft(scene, "a host that draws at once");
+}
+
+TEST_F(FailingHost, DrawsAtEveryCallAndShowsNothingWhileASessionBeginsOrEnds) {
+  Scene scene(folder);
+  scene.host.drawAtEveryCall();
+  const auto linesDrawnBy = [&](const std::function<void()>& action) {
+    scene.host.draws.clear();
+    action();
+    std::size_t lines = 0;
+    for (const auto& draw : scene.host.draws) lines += draw.lines().size();
+    return lines;
+  };
+  EXPECT_EQ(linesDrawnBy([&] { scenario().front().run(scene); }), 0u);
+  EXPECT_FALSE(scene.host.draws.empty());
+  for (std::size_t i = 1; i < 5; ++i) scenario()[i].run(scene);
+  EXPECT_GT(linesDrawnBy([&] { scene.session->zoomToAll(); }), 0u);
+  EXPECT_EQ(linesDrawnBy([&] { scene.session.reset(); }), 0u);
+  EXPECT_FALSE(scene.host.draws.empty());
 }
 
 }  // namespace

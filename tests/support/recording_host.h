@@ -69,6 +69,8 @@ class RecordingHost {
   bool drawsAtOnce = false;
   /// A host whose refresh draws: all that the active document shows, in its active view.
   bool drawsAtRefresh = false;
+  /// A host whose views are drawn at every call: all that the active document shows.
+  void drawAtEveryCall();
   /// What was drawn, one for each drawable and time.
   std::vector<workbench::RecordingDraw> draws;
 
