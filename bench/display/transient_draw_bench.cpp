@@ -69,7 +69,8 @@ DisplayGroups pointsInTurns(std::size_t count) {
 
 void measureDraw(benchmark::State& state, const DisplayGroups& groups) {
   tiepoint::testing::SessionHost host;
-  const RefPointsTransient transient(&groups);
+  RefPointsTransient transient(&groups);
+  transient.beginDrawing();
   SilentDraw draw;
   for (auto _ : state) transient.viewportDraw(&draw);
   benchmark::DoNotOptimize(draw.sum);

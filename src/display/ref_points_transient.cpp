@@ -1,5 +1,7 @@
 #include "display/ref_points_transient.h"
 
+#include <utility>
+
 #include "host_access/host_objects.h"
 #include "platform/sdk/od_gi_viewport_draw.h"
 
@@ -54,46 +56,95 @@ void drawLabels(const DisplayGroups& groups, const OdGsViewImpl& view, OdGiSubEn
   }
 }
 
+HostTransientService* serviceOf(HostDocument* document) { return document ? document->transientService() : nullptr; }
+
+/// Takes a step whose failure can't be reported any more. It is tried twice: were the host left with
+/// a pointer to nothing after a failure that passes, it would crash at its next event.
+template <class Step>
+void insist(Step step) noexcept {
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    try {
+      if (step()) return;
+    } catch (...) {
+    }
+  }
+}
+
 }  // namespace
 
 RefPointsTransient::RefPointsTransient(const DisplayGroups* shown)
-    : transientManager(activeDocument()->transientService()),
+    : transientManager(serviceOf(activeDocument())),
       display(shown),
       settings(std::make_unique<RegistrationSettings>()) {
   color.setColor(0);
   color.setColorMethod(OdCmEntityColor::kByColor);
-  hostApplication()->addReactor(this);
+  try {
+    enterHost();
+    readSizes();
+  } catch (...) {
+    // The destructor won't run, and the host must not keep what isn't there.
+    leaveHost();
+    throw;
+  }
+}
+
+RefPointsTransient::~RefPointsTransient() {
+  endDrawing();
+  leaveHost();
+}
+
+void RefPointsTransient::enterHost() {
+  if (HostApplication* application = hostApplication()) application->addReactor(this);
   show();
+}
+
+/// Also undoes what has half happened: a host that failed while it took this object in may know it
+/// all the same, and has nothing to do where it doesn't.
+void RefPointsTransient::leaveHost() noexcept {
+  insist([this] {
+    HostApplication* application = hostApplication();
+    if (application) application->removeReactor(this);
+    return application != nullptr;
+  });
+  hide();
+  settings.reset();
+  insist([this] {
+    if (node) std::exchange(node, nullptr)->setDrawableNull();
+    return true;
+  });
+}
+
+void RefPointsTransient::readSizes() {
   markerSize = static_cast<std::uint64_t>(settings->sizeLabel());
   labelHeight = static_cast<std::uint64_t>(settings->heightLabelText());
   labelsVisible = settings->isVisibleLabelText();
 }
 
-RefPointsTransient::~RefPointsTransient() {
-  hostApplication()->removeReactor(this);
-  hide();
-  settings.reset();
-  if (node) node->setDrawableNull();
-}
-
 void RefPointsTransient::documentAdded(HostDocument* document) {
-  transientManager = document->transientService();
+  transientManager = serviceOf(document);
   show();
 }
 
 void RefPointsTransient::documentToBeRemoved(HostDocument*) { hide(); }
 
 void RefPointsTransient::show() {
+  if (!transientManager) return;
   transientManager->addTransient(this, transientMode, transientSubMode, transientViewGroup, transientFlags);
 }
 
-void RefPointsTransient::hide() {
+/// A service that won't let go is asked for nothing more all the same: its document is about to go,
+/// or this object is.
+void RefPointsTransient::hide() noexcept {
   if (!transientManager) return;
-  transientManager->removeTransient(this);
+  insist([this] {
+    transientManager->removeTransient(this);
+    return true;
+  });
   transientManager = nullptr;
 }
 
 void RefPointsTransient::subViewportDraw(OdGiViewportDraw* draw) const {
+  if (!isDrawing) return;
   OdGiViewportGeometry& geometry = draw->geometry();
   OdGiSubEntityTraits& traits = draw->subEntityTraits();
   const auto* view = static_cast<const OdGsViewImpl*>(draw->x(OdGsViewImpl::desc()));

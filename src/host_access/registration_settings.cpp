@@ -45,19 +45,18 @@ HostAppService* appService() {
   return appServiceOfZorCore();
 }
 
-HostProfileSection* openSection() {
-  HostAppService* service = appService();
-  if (!service) return nullptr;
-  HostProfile* profile = service->queryProfile(iidHostProfile);
-  service->release();
-  if (!profile) return nullptr;
-  HostProfileSection* section = profile->openSection(sectionPath, createWhenMissing);
-  profile->release();
-  return section;
+Held<HostProfile> openProfile() {
+  const Held<HostAppService> service(appService());
+  return Held<HostProfile>(service ? service->queryProfile(iidHostProfile) : nullptr);
+}
+
+Held<HostProfileSection> openSection() {
+  const Held<HostProfile> profile = openProfile();
+  return Held<HostProfileSection>(profile ? profile->openSection(sectionPath, createWhenMissing) : nullptr);
 }
 
 template <class Value>
-Value readKey(HostProfileSection* section, const wchar_t* key, Value byDefault) {
+Value readKey(const Held<HostProfileSection>& section, const wchar_t* key, Value byDefault) {
   CZorVariant value;
   if (!section || !section->readValue(key, value)) return byDefault;
   try {
@@ -70,10 +69,6 @@ Value readKey(HostProfileSection* section, const wchar_t* key, Value byDefault) 
 }  // namespace
 
 RegistrationSettings::RegistrationSettings() : section(openSection()) {}
-
-RegistrationSettings::~RegistrationSettings() {
-  if (section) section->release();
-}
 
 std::int32_t RegistrationSettings::maxIterations() const { return readKey<int>(section, L"MaxIterations", 100); }
 

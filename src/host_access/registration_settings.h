@@ -3,7 +3,8 @@
 
 #include <cstdint>
 
-class HostProfileSection;
+#include "host_access/held.h"
+#include "platform/host/profile.h"
 
 namespace ZOR::reg {
 
@@ -11,12 +12,8 @@ namespace ZOR::reg {
 /// key, and a value that can't be converted give the default.
 class RegistrationSettings {
  public:
-  /// Opens the section.
+  /// Opens the section. Throws what the host throws; nothing of the host's is kept then.
   RegistrationSettings();
-  /// Releases it.
-  ~RegistrationSettings();
-  RegistrationSettings(const RegistrationSettings&) = delete;
-  RegistrationSettings& operator=(const RegistrationSettings&) = delete;
 
   /// Preset number of iterations; 100.
   std::int32_t maxIterations() const;
@@ -30,7 +27,7 @@ class RegistrationSettings {
   bool isVisibleLabelText() const;
 
  private:
-  HostProfileSection* section;
+  Held<HostProfileSection> section;
 };
 
 }  // namespace ZOR::reg

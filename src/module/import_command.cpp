@@ -64,11 +64,14 @@ HostFileDialogRequest dialogRequest(wchar_t* nameBuffer) {
   return request;
 }
 
-/// The chosen files and their layout; not accepted when the dialog couldn't be shown.
-HostFileDialogAnswer askForFiles(HostFileDialog& dialog) {
+/// The chosen files and their layout; not accepted when there is no dialog or it couldn't be shown.
+HostFileDialogAnswer askForFiles() {
+  HostApplication* application = hostApplication();
+  HostFileDialog* dialog = application ? application->fileDialog() : nullptr;
+  if (!dialog) return {};
   const std::unique_ptr<wchar_t[]> nameBuffer = newNameBuffer();
   if (!nameBuffer) return {};
-  return dialog.open(dialogRequest(nameBuffer.get()));
+  return dialog->open(dialogRequest(nameBuffer.get()));
 }
 
 /// The database of the active document; null without one, and while the document isn't ready.
@@ -131,12 +134,11 @@ void importFiles(const HostFileDialogAnswer& chosen, OdDbDictionary* groups, Mes
 }  // namespace
 
 void importReferencePoints() {
+  const HostFileDialogAnswer chosen = askForFiles();
+  if (!chosen.accepted) return;
+  // The host goes on behind its modal dialog, so what was there before may be gone.
   HostApplication* application = hostApplication();
   if (!application) return;
-  HostFileDialog* dialog = application->fileDialog();
-  if (!dialog) return;
-  const HostFileDialogAnswer chosen = askForFiles(*dialog);
-  if (!chosen.accepted) return;
   const OdDbDatabasePtr database = readyDatabase(*application);
   if (database.isNull()) return;
   OdDbDictionaryPtr groups;

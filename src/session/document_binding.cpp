@@ -73,6 +73,13 @@ class RaisedToWriting {
   OdDbObject& raised;
 };
 
+/// Null when none can be made.
+RepositoryPtr newRepository() {
+  const OdRxClass* repositoryClass = Repository::desc();
+  if (!repositoryClass) throw OdError(eNullClass);
+  return repositoryClass->create();
+}
+
 OdDbObjectId putUnder(const OdString& key, OdDbDictionary& dictionary, OdDbObject& object) {
   const RaisedToWriting access(dictionary);
   return dictionary.setAt(key, &object);
@@ -182,7 +189,8 @@ bool MultiRegistrator::storeCommonPoints(std::string name) {
   const OdString key(name, CP_ANSI_1251);
   if (dictionary->getAt(key).isValid()) return false;
 
-  const RepositoryPtr repository = Repository::desc()->create();
+  const RepositoryPtr repository = newRepository();
+  if (repository.isNull()) return false;
   if (putUnder(key, *dictionary, *repository).isNull()) return false;
   return repository->setData(points);
 }

@@ -31,9 +31,7 @@ bool MultiRegistrator::saveGroupMatrices(GroupIdSet groups, std::string folder, 
 }
 
 bool MultiRegistrator::saveAllMatrices(std::string folder, std::uint64_t format) {
-  GroupIdSet groups;
-  for (const auto& entry : groupTransforms) groups.insert(groups.end(), entry.first);
-  return saveGroupMatrices(std::move(groups), std::move(folder), format);
+  return saveGroupMatrices(matrixFormats.groupsToWrite(), std::move(folder), format);
 }
 
 }  // namespace ZOR::reg

@@ -4,9 +4,15 @@
 
 namespace ZOR::reg {
 
-MatrixFormats::MatrixFormats() {
+MatrixFormats::MatrixFormats(const GroupTransforms* results) : transforms(results) {
   add(std::make_unique<PW_TRF_TransMatFileFormat>());
   add(std::make_unique<PW_4x4_TransMatFileFormat>());
+}
+
+GroupIdSet MatrixFormats::groupsToWrite() const {
+  GroupIdSet groups;
+  for (const auto& entry : *transforms) groups.insert(groups.end(), entry.first);
+  return groups;
 }
 
 std::map<std::uint64_t, std::string> MatrixFormats::descriptions() const {

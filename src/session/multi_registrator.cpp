@@ -22,12 +22,17 @@ constexpr std::uint8_t colorsOfGroups[] = {1,   2,   3,   4,  5,  6,   10,  50, 
 
 MultiRegistrator::MultiRegistrator()
     : transient(&visibleDisplay),
-      groupColors(std::begin(colorsOfGroups), std::end(colorsOfGroups)),
-      registrationMethod(methodUnknown),
-      convergenceCriteria(settings.convergenceCriteria()),
-      maxIterations(static_cast<std::uint64_t>(settings.maxIterations())) {}
+      matrixFormats(&groupTransforms),
+      groupColors(std::begin(colorsOfGroups), std::end(colorsOfGroups)) {
+  maxIterations = static_cast<std::uint64_t>(settings.maxIterations());
+  convergenceCriteria = settings.convergenceCriteria();
+  transient.beginDrawing();
+}
 
-MultiRegistrator::~MultiRegistrator() = default;
+MultiRegistrator::~MultiRegistrator() {
+  // What is drawn goes before the drawable does.
+  transient.endDrawing();
+}
 
 void MultiRegistrator::getIterationLimits(std::uint64_t& iterations, double& criteria) {
   iterations = maxIterations;

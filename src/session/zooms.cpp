@@ -112,6 +112,7 @@ void MultiRegistrator::zoomToPoint(RefPointId id) {
   if (point != sessionPoints.end()) {
     if (visibleGroups.count(point->groupId) == 0) return;
     place = shownPosition(*point);
+    if (!isFinite(place)) return;
   }
   const OdGeVector3d move = place - active.view->target();
   show(active, active.view->position() + move, place, active.view->fieldWidth(), active.view->fieldHeight());

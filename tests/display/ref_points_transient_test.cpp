@@ -26,6 +26,12 @@ DisplayGroups twoGroups() {
   return groups;
 }
 
+/// One that what it shows is there for, as in a session that is whole.
+class ReadyTransient : public RefPointsTransient {
+ public:
+  explicit ReadyTransient(const DisplayGroups* shown) : RefPointsTransient(shown) { beginDrawing(); }
+};
+
 /// A view whose pixels are `unit` drawing units wide.
 View viewWithPixels(double unit) {
   View view;
@@ -143,7 +149,7 @@ TEST(RefPointsTransient, AsksADocumentThatHasGoneForNothingMore) {
 TEST(RefPointsTransient, DrawsThreeLinesAPointThenAllLabels) {
   SessionHost host;
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   const RecordingDraw draw = drawn(transient);
   // Marker size 10 pixels of half a unit: the lines reach 5 units to either side.
   ASSERT_EQ(draw.lines().size(), 9u);
@@ -168,7 +174,7 @@ TEST(RefPointsTransient, DrawsThreeLinesAPointThenAllLabels) {
 TEST(RefPointsTransient, KeepsItsSizeOnTheScreenAtAnyZoom) {
   SessionHost host;
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   for (double unit : {0.25, 0.5, 4.0}) {
     const RecordingDraw draw = drawn(transient, unit);
     EXPECT_EQ(draw.lines()[0].from.x - draw.lines()[0].to.x, 20.0 * unit);
@@ -180,7 +186,7 @@ TEST(RefPointsTransient, WithoutLabelsNoTextIsDrawn) {
   SessionHost host;
   host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   const RecordingDraw draw = drawn(transient);
   EXPECT_EQ(draw.lines().size(), 9u);
   EXPECT_TRUE(draw.texts().empty());
@@ -190,7 +196,7 @@ TEST(RefPointsTransient, AMarkerOfSizeZeroIsThreeLinesWithoutLength) {
   SessionHost host;
   host.profile().set("PointClouds\\Registration", "SizeLabel", 0);
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   const RecordingDraw draw = drawn(transient);
   ASSERT_EQ(draw.lines().size(), 9u);
   EXPECT_EQ(draw.lines()[0].from, draw.lines()[0].to);
@@ -253,7 +259,7 @@ View viewOf(const ViewState& state) {
 TEST(RefPointsTransient, SetsTheTraitsThenDrawsEveryMarkerThenEveryLabel) {
   SessionHost host;
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   // Pixels of half a unit: the crosses reach 5 to either side, and the labels are 5 high.
   EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)), (std::vector<std::string>{
                                                          "fill 2",
@@ -280,7 +286,7 @@ TEST(RefPointsTransient, MeasuresAPixelAlongTheEyesXAndKeepsItsSign) {
   host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
   DisplayGroups groups;
   groups[0] = {OdString(L"A"), 1, {{{0, 0, 0}, OdString(L"T1"), 0}}};
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   OdGeMatrix3d device;
   device(0, 0) = -4.0;
   OdGeMatrix3d eye;
@@ -295,7 +301,7 @@ TEST(RefPointsTransient, TurnsItsLabelsToTheViewerAndLeavesTheCrossesAlongTheDra
   SessionHost host;
   DisplayGroups groups;
   groups[0] = {OdString(L"A"), 30, {{{1, 2, 3}, OdString(L"T1"), 0}}};
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   // From the front, and from above turned by a quarter; pixels of a quarter of a unit.
   EXPECT_EQ(
       callsOf(transient, viewOf({{0, -50, 0}, {0, 0, 0}, {0, 0, 1}, 200, 150, 800, 600})),
@@ -310,7 +316,7 @@ TEST(RefPointsTransient, TurnsItsLabelsToTheViewerAndLeavesTheCrossesAlongTheDra
 TEST(RefPointsTransient, DrawsTheSameCrossLongerInTheViewOfTheWiderField) {
   SessionHost host;
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   View& near = host.document().view();
   View& far = host.document().transientViews().addView();
   near.setState({{0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 100, 75, 800, 600});
@@ -324,7 +330,7 @@ TEST(RefPointsTransient, HasItsSizesOfTheMomentInWhichItWasMade) {
   const DisplayGroups groups = twoGroups();
   host.profile().set("PointClouds\\Registration", "SizeLabel", 4);
   host.profile().set("PointClouds\\Registration", "HeightLabelText", 6);
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   host.profile().set("PointClouds\\Registration", "SizeLabel", 40);
   host.profile().set("PointClouds\\Registration", "HeightLabelText", 60);
   host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
@@ -339,7 +345,7 @@ TEST(RefPointsTransient, WithoutLabelsColourSevenIsNotSet) {
   host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
   DisplayGroups groups;
   groups[0] = {OdString(L"A"), 1, {{{0, 0, 0}, OdString(L"T1"), 0}}};
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)),
             (std::vector<std::string>{"fill 2", "color 1", "line (5 0 0) (-5 0 0)", "line (0 5 0) (0 -5 0)",
                                       "line (0 0 5) (0 0 -5)"}));
@@ -348,7 +354,7 @@ TEST(RefPointsTransient, WithoutLabelsColourSevenIsNotSet) {
 TEST(RefPointsTransient, ReadsWhatIsShownAtEveryDraw) {
   SessionHost host;
   DisplayGroups groups;
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)), (std::vector<std::string>{"fill 2", "color 7"}));
   groups[0] = {OdString(L"A"), 1, {}};
   EXPECT_EQ(callsOf(transient, viewWithPixels(0.5)), (std::vector<std::string>{"fill 2", "color 1", "color 7"}));
@@ -441,7 +447,7 @@ class CountingDraw : public OdGsViewImpl, private OdGiViewportGeometry, private 
 TEST(RefPointsTransient, AnEmptyDisplaySetsUpTheTraitsAndTheLabelColourAlone) {
   SessionHost host;
   const DisplayGroups groups;
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   CountingDraw draw;
   transient.viewportDraw(&draw);
   EXPECT_EQ(draw.fills, 1);
@@ -456,7 +462,7 @@ TEST(RefPointsTransient, AGroupWithoutPointsSetsItsColourAlone) {
   DisplayGroups groups;
   groups[0] = {OdString(L"A"), 30, {}};
   host.profile().set("PointClouds\\Registration", "IsVisibleLabelText", 0);
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   CountingDraw draw;
   transient.viewportDraw(&draw);
   EXPECT_EQ(draw.colors, 1);
@@ -467,7 +473,7 @@ TEST(RefPointsTransient, AGroupWithoutPointsSetsItsColourAlone) {
 TEST(RefPointsTransient, ADrawAllocatesNothing) {
   SessionHost host;
   const DisplayGroups groups = twoGroups();
-  const RefPointsTransient transient(&groups);
+  const ReadyTransient transient(&groups);
   CountingDraw draw;
   const std::uint64_t before = odrxAllocationCount();
   transient.viewportDraw(&draw);

@@ -1,6 +1,7 @@
 // A library of a host, which says what is asked of it. Definitions switch its exports on.
 #include <cstdio>
 #include <cwchar>
+#include <stdexcept>
 #include <string>
 
 #include "fake_host/exported.h"
@@ -79,6 +80,9 @@ class Factory final : public ICmdFactory {
     say("command " + narrow(group) + "/" + narrow(globalName) + "/" + narrow(localName) + ", flags " +
         std::to_string(flags) + (body ? ", a body" : ", no body"));
     say(globalName == localName ? "both names are the same text" : "the names are two texts");
+#ifdef FAKE_FAILS_AT_THE_COMMAND
+    throw std::runtime_error("no command");
+#endif
     commandBody = body;
   }
   void release() override { say("factory released"); }
@@ -97,6 +101,9 @@ FAKE_HOST_EXPORT void* get_host_funcptr(int index) {
 
 FAKE_HOST_EXPORT void new_ICmdFactory(ICmdFactory** result) {
   say("new_ICmdFactory");
+#ifdef FAKE_FAILS_AT_THE_FACTORY
+  throw std::runtime_error("no factory");
+#endif
 #ifdef FAKE_GIVES_NO_FACTORY
   *result = nullptr;
 #else

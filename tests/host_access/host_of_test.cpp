@@ -1,5 +1,7 @@
 #include "host_access/host_of_test.h"
 
+#include <stdexcept>
+
 #include "fake_host/exported.h"
 #include "platform/host/exports.h"
 #include "platform/os/loaded_modules.h"
@@ -14,6 +16,16 @@ void refresh(unsigned char argument) {
   HostOfTest::current().lastRefreshArgument = argument;
 }
 
+void failIf(bool isToFail) {
+  if (isToFail) throw std::runtime_error("the host fails");
+}
+
+/// Counted before it fails: an object that fails as it is given back is gone all the same.
+void countRelease() {
+  --HostOfTest::current().livingObjects;
+  failIf(HostOfTest::current().failsAtRelease);
+}
+
 class Section final : public HostProfileSection {
  public:
   int readValue(const wchar_t* key, CZorVariant& value) override {
@@ -24,17 +36,18 @@ class Section final : public HostProfileSection {
     // Any number but 0 means that there is a value.
     return -1;
   }
-  void release() override { --HostOfTest::current().livingObjects; }
+  void release() override { countRelease(); }
 };
 
 class Profile final : public HostProfile {
  public:
   HostProfileSection* openSection(const wchar_t*, int) override {
+    failIf(HostOfTest::current().failsAtOpening);
     if (!HostOfTest::current().hasSection) return nullptr;
     ++HostOfTest::current().livingObjects;
     return &section;
   }
-  void release() override { --HostOfTest::current().livingObjects; }
+  void release() override { countRelease(); }
 
  private:
   Section section;
@@ -43,11 +56,12 @@ class Profile final : public HostProfile {
 class Service final : public HostAppService {
  public:
   HostProfile* queryProfile(const HostInterfaceId&) override {
+    failIf(HostOfTest::current().failsAtQuery);
     if (!HostOfTest::current().hasProfile) return nullptr;
     ++HostOfTest::current().livingObjects;
     return &profile;
   }
-  void release() override { --HostOfTest::current().livingObjects; }
+  void release() override { countRelease(); }
 
  private:
   Profile profile;

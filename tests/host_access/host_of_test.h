@@ -23,6 +23,10 @@ struct HostOfTest {
   bool hasService = true;
   bool hasProfile = true;
   bool hasSection = true;
+  // Its calls that fail with an error.
+  bool failsAtQuery = false;
+  bool failsAtOpening = false;
+  bool failsAtRelease = false;
   std::map<std::wstring, CZorVariant> values;
   int livingObjects = 0;
   int reads = 0;

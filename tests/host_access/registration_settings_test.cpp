@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <stdexcept>
 
 #include "host_access/host_of_test.h"
 
@@ -138,6 +139,22 @@ TEST_F(Settings, TheSectionIsKeptAndReleasedWithTheSettings) {
     EXPECT_EQ(host.livingObjects, 1);
   }
   EXPECT_EQ(host.livingObjects, 0);
+}
+
+TEST_F(Settings, AFailingQueryLeavesNoServiceBehind) {
+  host.failsAtQuery = true;
+  EXPECT_THROW(RegistrationSettings(), std::runtime_error);
+}
+
+TEST_F(Settings, AFailingOpeningLeavesNeitherServiceNorProfileBehind) {
+  host.failsAtOpening = true;
+  EXPECT_THROW(RegistrationSettings(), std::runtime_error);
+}
+
+TEST_F(Settings, AHostThatFailsAsItTakesItsObjectsBackIsNoFailure) {
+  host.failsAtRelease = true;
+  store(L"MaxIterations", 7);
+  EXPECT_EQ(RegistrationSettings().maxIterations(), 7);
 }
 
 }  // namespace

@@ -134,5 +134,39 @@ TEST_F(ImportCommandHost, GetsItsDatabaseBack) {
   EXPECT_EQ(document.drawing->numRefs(), 1);
 }
 
+TEST_F(ImportCommandDialog, AHostThatGoesWhileTheUserChoosesIsNotAskedAgain) {
+  dialog.whileOpen = [&] {
+    setApplication(nullptr);
+    application.document = nullptr;
+    application.line = nullptr;
+  };
+  EXPECT_NO_THROW(import({files.write(L"a.txt", "P1 1 2 3\n")}));
+  EXPECT_EQ(dialog.asked, 1);
+  EXPECT_THAT(messages(), IsEmpty());
+  EXPECT_THAT(groups(), IsEmpty());
+}
+
+TEST_F(ImportCommandDialog, TheApplicationOfTheMomentAfterItGetsThePoints) {
+  DocumentOfTest laterDocument;
+  MessageLineOfTest laterLine;
+  ApplicationOfTest later;
+  later.document = &laterDocument;
+  later.line = &laterLine;
+  dialog.whileOpen = [&] { setApplication(&later); };
+  import({files.write(L"a.txt", "P1 1 2 3\n")});
+  EXPECT_THAT(groups(), IsEmpty());
+  EXPECT_THAT(messages(), IsEmpty());
+  EXPECT_THAT(laterLine.messages,
+              ElementsAre(L"Found 1 files", L"Command complite. 1 groups of reference points loaded in document"));
+  EXPECT_TRUE(ZOR::RegistrationObjectPointsRepository::documentHasRegistrationPoints(*laterDocument.drawing));
+}
+
+TEST_F(ImportCommandDialog, ADocumentThatIsClosedMeanwhileEndsTheCommandInSilence) {
+  dialog.whileOpen = [&] { application.document = nullptr; };
+  import({files.write(L"a.txt", "P1 1 2 3\n")});
+  EXPECT_THAT(messages(), IsEmpty());
+  EXPECT_THAT(groups(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace tiepoint::testing

@@ -40,6 +40,7 @@ HostFileDialogAnswer DialogOfTest::open(const HostFileDialogRequest& request) {
   ++asked;
   lastRequest = request;
   lastBuffer.assign(request.buffer, request.bufferLength);
+  if (whileOpen) whileOpen();
   return answer;
 }
 

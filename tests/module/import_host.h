@@ -23,6 +23,8 @@ class DialogOfTest final : public HostFileDialog {
   HostFileDialogAnswer open(const HostFileDialogRequest& request) override;
 
   HostFileDialogAnswer answer;
+  /// Called while the user chooses, when set.
+  std::function<void()> whileOpen;
   int asked = 0;
   HostFileDialogRequest lastRequest;
   /// The buffer as it came in.

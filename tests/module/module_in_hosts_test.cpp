@@ -92,6 +92,16 @@ TEST(ModuleBeingLoaded, HasNoCommandWhenTheHostRefusesAFactory) {
               ElementsAre("mainview: new_ICmdFactory"));
 }
 
+TEST(ModuleBeingLoaded, HasNoCommandWhenTheFactoryFailsAndGivesTheFactoryBack) {
+  EXPECT_EQ(whileLoading("fake_host_plain", {"load=" + fakeHostLibrary("view_failing_at_the_command", "mainview")}),
+            registration("mainview"));
+}
+
+TEST(ModuleBeingLoaded, HasNoCommandWhenTheHostFailsInsteadOfGivingAFactory) {
+  EXPECT_THAT(whileLoading("fake_host_plain", {"load=" + fakeHostLibrary("view_failing_at_the_factory", "mainview")}),
+              ElementsAre("mainview: new_ICmdFactory"));
+}
+
 TEST(ModuleBeingLoaded, RegistersItsCommandAtTheModuleThatZorAppGives) {
   EXPECT_EQ(whileLoading("fake_host_plain", {appWithInstance, behind}),
             std::vector<std::string>{"ZorApp: GetMainDllInstanceEx"} + registration("behind_app"));

@@ -207,4 +207,16 @@ TEST(Zooms, WithoutADocumentNothingHappens) {
   EXPECT_EQ(session.host.redraws, redraws);
 }
 
+TEST(Zooms, APointWithoutAPlaceLeavesTheView) {
+  Session session({{"A",
+                    {{"T1", std::nan(""), 0, 0},
+                     {"T2", 0, std::numeric_limits<double>::infinity(), 0},
+                     {"T3", 0, 0, -std::numeric_limits<double>::infinity()}}}});
+  session.document().view().setState(somewhere);
+  const auto redraws = session.host.redraws;
+  for (const RefPointId point : {0, 1, 2}) session->zoomToPoint(point);
+  expectViewLeftAlone(session);
+  EXPECT_EQ(session.host.redraws, redraws);
+}
+
 }  // namespace

@@ -42,3 +42,9 @@ long OdRxObject::numRefs() const { return 1; }
 OdSmartPtr<OdRxObject> OdRxObject::clone() const { throw OdError(eNotApplicable, "This object cannot be copied"); }
 
 void OdRxObject::copyFrom(const OdRxObject*) { throw OdError(eNotApplicable, "This object takes no copy"); }
+
+OdRxOrdering OdRxObject::comparedTo(const OdRxObject* other) const {
+  return other == this ? OdRxOrdering::equal : OdRxOrdering::notOrdered;
+}
+
+bool OdRxObject::isEqualTo(const OdRxObject* other) const { return comparedTo(other) == OdRxOrdering::equal; }

@@ -33,6 +33,9 @@ class DRAWING_SDK_EXPORT OdRxClass {
   Constructor constructor;
 };
 
+/// What a comparison of two objects gives.
+enum class OdRxOrdering : int { less = -1, equal = 0, greater = 1, notOrdered = 2 };
+
 /// Base of all objects that the SDK knows. Counting is left to the class: an object that is a
 /// plain member of another one overrides addRef and release to do nothing.
 class DRAWING_SDK_EXPORT OdRxObject {
@@ -52,6 +55,11 @@ class DRAWING_SDK_EXPORT OdRxObject {
   /// A copy of the object; a class that can't be copied throws OdError(eNotApplicable).
   virtual OdSmartPtr<OdRxObject> clone() const;
   virtual void copyFrom(const OdRxObject* source);
+  /// How this object stands to another one. Without an order of the class's own, an object is equal
+  /// to itself, and not ordered beside any other.
+  virtual OdRxOrdering comparedTo(const OdRxObject* other) const;
+  /// Whether comparedTo finds them equal.
+  virtual bool isEqualTo(const OdRxObject* other) const;
 
   bool isKindOf(const OdRxClass* type) const { return isA()->isDerivedFrom(type); }
 

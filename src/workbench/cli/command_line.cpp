@@ -97,15 +97,15 @@ void addPictureOptions(CLI::App& app, PictureOptions& picture, const char* size,
 }
 
 void addMatchOptions(CLI::App& app, RegisterOptions& options) {
-  addText(app, "--match", options.match, "HOW",
-          "name points without a name: auto (search; the usual one), triangles or distance");
+  addText(app, "--match", options.match, "HOW", "name points without a name: auto (searches), triangles or distance");
   addNumber(app, "--match-limit", options.matchLimit, "LENGTH",
             "auto: the largest discrepancy left; none: 0.02 (20 with --unit mm)");
   addNumber(app, "--side-tolerance", options.sideTolerance, "LENGTH",
             "triangles, auto: how far the sides of equal triangles may differ at most");
   addNumber(app, "--min-side-difference", options.minSideDifference, "LENGTH",
             "triangles, auto: how much two sides of a usable triangle differ at least");
-  addNumber(app, "--tolerance", options.tolerance, "LENGTH", "distance: how far apart the points of one spot may lie");
+  addNumber(app, "--tolerance", options.tolerance, "LENGTH",
+            "distance, auto: how far apart the points of one spot may lie");
 }
 
 void addRegister(CLI::App& app, RegisterOptions& options) {

@@ -66,10 +66,16 @@ void TransientService::addTransient(OdGiDrawable* drawable, int mode, int subMod
     *shown = entry;
     return;
   }
-  entries.push_back(entry);
-  std::shared_ptr<Node> node = Node::on(*drawable);
+  const std::shared_ptr<Node> node = Node::on(*drawable);
   node->addHolder(this);
-  nodes[drawable] = std::move(node);
+  try {
+    nodes.emplace(drawable, node);
+    entries.push_back(entry);
+  } catch (...) {
+    nodes.erase(drawable);
+    node->removeHolder(this);
+    throw;
+  }
 }
 
 void TransientService::removeTransient(OdGiDrawable* drawable) {

@@ -29,7 +29,8 @@ class TransientService : public HostTransientService {
   TransientService(const TransientService&) = delete;
   TransientService& operator=(const TransientService&) = delete;
 
-  /// A drawable that is shown already keeps its place and takes the new values.
+  /// A drawable that is shown already keeps its place and takes the new values. Without memory nothing
+  /// is shown and nothing hangs on the drawable.
   void addTransient(OdGiDrawable* drawable, int mode, int subMode, int viewGroup, int flags) override;
   /// Does nothing for a drawable that isn't shown.
   void removeTransient(OdGiDrawable* drawable) override;

@@ -131,3 +131,38 @@ TEST(OdSmartPtr, ConversionOfNullStaysNull) {
   const OdDbDictionaryPtr dictionary = OdDbObjectPtr();
   EXPECT_TRUE(dictionary.isNull());
 }
+
+TEST(OdRxObject, IsEqualToItselfAndNotOrderedBesideOthers) {
+  const Uncounted one;
+  const Uncounted other;
+  EXPECT_EQ(one.comparedTo(&one), OdRxOrdering::equal);
+  EXPECT_EQ(one.comparedTo(&other), OdRxOrdering::notOrdered);
+  EXPECT_EQ(one.comparedTo(nullptr), OdRxOrdering::notOrdered);
+  EXPECT_TRUE(one.isEqualTo(&one));
+  EXPECT_FALSE(one.isEqualTo(&other));
+  EXPECT_FALSE(one.isEqualTo(nullptr));
+}
+
+namespace {
+
+// A class with an order of its own.
+class Ranked : public Uncounted {
+ public:
+  explicit Ranked(int rankOfIt) : rank(rankOfIt) {}
+  OdRxOrdering comparedTo(const OdRxObject* other) const override {
+    const int difference = rank - static_cast<const Ranked*>(other)->rank;
+    return difference < 0 ? OdRxOrdering::less : difference > 0 ? OdRxOrdering::greater : OdRxOrdering::equal;
+  }
+
+ private:
+  int rank;
+};
+
+}  // namespace
+
+TEST(OdRxObject, IsEqualWhereTheOrderOfItsClassSaysSo) {
+  const Ranked one(1), alsoOne(1), two(2);
+  EXPECT_TRUE(one.isEqualTo(&alsoOne));
+  EXPECT_FALSE(one.isEqualTo(&two));
+  EXPECT_EQ(two.comparedTo(&one), OdRxOrdering::greater);
+}

@@ -2,9 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
+#include "platform/sdk/od_alloc.h"
 #include "workbench/view/test_drawable.h"
 
 using namespace tiepoint::workbench;
@@ -248,4 +251,56 @@ TEST(TransientService, RefusesAViewOfAnotherDocument) {
   EXPECT_THROW(service.removeView(other.view()), std::invalid_argument);
   EXPECT_EQ(service.views().size(), 1u);
   EXPECT_EQ(other.views().size(), 1u);
+}
+
+namespace {
+
+/// Shows the drawable with the first allocations succeeding and all after them failing. True when
+/// that many were enough.
+bool addsWithAllocations(std::uint64_t count, TransientService& service, OdGiDrawable& drawable) {
+  odrxFailAllocationsAfter(count);
+  try {
+    service.addTransient(&drawable, 4, 768, 2, 0);
+  } catch (const std::bad_alloc&) {
+    odrxStopFailingAllocations();
+    return false;
+  }
+  odrxStopFailingAllocations();
+  return true;
+}
+
+}  // namespace
+
+TEST(TransientService, KeepsNothingOfADrawableThatThereIsNoMemoryFor) {
+  std::uint64_t failures = 0;
+  for (bool isAdded = false; !isAdded; ++failures) {
+    TransientService service;
+    TestDrawable drawable;
+    isAdded = addsWithAllocations(failures, service, drawable);
+    if (isAdded) break;
+    EXPECT_THAT(service.drawables(), IsEmpty()) << failures;
+    EXPECT_EQ(drawable.gsNode(), nullptr) << failures;
+    service.addTransient(&drawable, 4, 768, 2, 0);
+    EXPECT_THAT(service.drawables(), ElementsAre(IsEntry(&drawable, 4, 768, 2, 0))) << failures;
+  }
+  // The node, its place among the holders, its place here, the entry.
+  EXPECT_GE(failures, 4u);
+}
+
+TEST(TransientService, IsNoHolderOfASharedNodeWhenThereWasNoMemoryForTheDrawable) {
+  bool isAdded = false;
+  for (std::uint64_t allocations = 0; !isAdded; ++allocations) {
+    TransientService first;
+    TestDrawable drawable;
+    first.addTransient(&drawable, 1, 2, 3, 5);
+    {
+      // It goes without having been told to forget the drawable: as a holder it would be told later.
+      TransientService second;
+      isAdded = addsWithAllocations(allocations, second, drawable);
+    }
+    if (isAdded) break;
+    drawable.gsNode()->setDrawableNull();
+    EXPECT_THAT(first.drawables(), IsEmpty()) << allocations;
+    drawable.setGsNode(nullptr);
+  }
 }

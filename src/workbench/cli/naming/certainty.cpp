@@ -16,7 +16,7 @@ constexpr std::size_t mostWays = 16;
 /// So many pairs of triangles make a density.
 constexpr std::size_t enoughSeen = 16;
 /// The widest bound in which they are looked for is so many times doubled.
-constexpr int mostDoublings = 6;
+constexpr int mostDoublings = 5;
 constexpr double pi = 3.14159265358979323846;
 
 /// Three points within the full reach of a target each are found by chance among any few dozen.
@@ -63,15 +63,13 @@ double partOfCube(double difference, double wide) { return std::min(std::pow(dif
 }  // namespace
 
 double expectedByChance(const TargetField& field, const StationShape& station, const Placement& own, double reach) {
-  const double difference = sideDifference(field, station, own);
-  double expected = 0.0;
-  double wide = reach;
-  for (int doubling = 0; doubling < mostDoublings && expected <= 0.0; ++doubling) {
+  double wide = 2.0 * reach;
+  std::size_t seen = othersWithin(field, station, own, wide);
+  for (int doubling = 0; doubling < mostDoublings && seen < enoughSeen; ++doubling) {
     wide *= 2.0;
-    const std::size_t seen = othersWithin(field, station, own, wide);
-    if (seen >= enoughSeen) expected = static_cast<double>(seen) * partOfCube(difference, wide);
+    seen = othersWithin(field, station, own, wide);
   }
-  return expected > 0.0 ? expected : static_cast<double>(enoughSeen) * partOfCube(difference, wide);
+  return static_cast<double>(std::max(seen, enoughSeen)) * partOfCube(sideDifference(field, station, own), wide);
 }
 
 Certainty certaintyOf(const TargetField& field, const StationShape& station, const Placement& own, double reach,

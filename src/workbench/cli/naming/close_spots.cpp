@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "workbench/cli/naming/target_field.h"
+
 namespace tiepoint::workbench::cli {
 
 using namespace ZOR::reg;
@@ -74,11 +76,7 @@ class SpotSearch {
 std::vector<PlacedPoint> placedPoints(const SessionState& state, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
   std::vector<PlacedPoint> placed;
   for (const SessionPoint& point : state.points) {
-    const auto motion = toCommon.find(point.record.groupId);
-    if (motion == toCommon.end()) continue;
-    OdGePoint3d place = point.record.position;
-    place.p_transform(motion->second);
-    placed.push_back({{place.x, place.y, place.z}, &point});
+    if (toCommon.count(point.record.groupId) != 0) placed.push_back({inCommonSystem(point.record, toCommon), &point});
   }
   return placed;
 }

@@ -59,10 +59,6 @@ struct EqualTriangles {
   std::optional<std::string> repeated;
 };
 
-bool areEqual(const Triangle& a, const Triangle& b, double tolerance) {
-  return std::hypot(a.sides[0] - b.sides[0], a.sides[1] - b.sides[1], a.sides[2] - b.sides[2]) < tolerance;
-}
-
 bool hasUnnamed(const GroupShape& shape, const Triangle& triangle) {
   return std::any_of(triangle.corners.begin(), triangle.corners.end(),
                      [&](std::uint32_t corner) { return !shape.isNamed[corner]; });
@@ -72,7 +68,7 @@ bool hasUnnamed(const GroupShape& shape, const Triangle& triangle) {
 void compare(const GroupShape& one, const GroupShape& other, double tolerance, EqualTriangles& equal) {
   std::map<const Triangle*, std::size_t> counts;
   forEachEqualPair(one.triangles, other.triangles, tolerance, [&](const Triangle& a, const Triangle& b) {
-    if (!areEqual(a, b, tolerance)) return true;
+    if (!(sidesApart(a, b) < tolerance)) return true;
     equal.areThere = true;
     equal.haveUnnamed = equal.haveUnnamed || hasUnnamed(one, a);
     if (++counts[&a] < 2) return true;

@@ -158,12 +158,16 @@ void addRisks(const SessionState& state, const NamingPlan& plan, MatchReport& re
 }
 
 /// Twins matter only where they may have kept a station out, or all but three of its points.
-void addPointReasons(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
+void addReasons(const SessionState& state, const NamingPlan& plan, MatchReport& report) {
   const auto add = [&](const std::vector<MatchReason>& reasons) {
     report.reasons.insert(report.reasons.end(), reasons.begin(), reasons.end());
   };
+  const bool isShort = !plan.unplaced.empty() || !plan.risks.empty();
+  const Stations stations = isShort ? stationsOf(state) : Stations();
+  if (!plan.unplaced.empty()) add(spanReasons(state, stations, *report.limits));
+  addStationReasons(state, plan, report);
   add(notFiniteReasons(state));
-  if (!plan.unplaced.empty() || !plan.risks.empty()) add(twinReasons(state, stationsOf(state), report.limits->side));
+  if (isShort) add(twinReasons(state, stations, report.limits->side));
 }
 
 bool isAmbiguous(const NamingPlan& plan) {
@@ -194,9 +198,7 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterO
     const Spinner spinner(stderr, "looking for names", options.quiet);
     plan = searchNames(workbench, naming.state(), *report.limits);
   }
-  if (!plan.unplaced.empty()) report.reasons = spanReasons(naming.state(), stationsOf(naming.state()), *report.limits);
-  addStationReasons(naming.state(), plan, report);
-  addPointReasons(naming.state(), plan, report);
+  addReasons(naming.state(), plan, report);
   report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;
   addRisks(naming.state(), plan, report);

@@ -56,12 +56,15 @@ void forEachEqualPair(const std::vector<Triangle>& first, const std::vector<Tria
   }
 }
 
+double sidesApart(const Triangle& a, const Triangle& b) {
+  return std::hypot(a.sides[0] - b.sides[0], a.sides[1] - b.sides[1], a.sides[2] - b.sides[2]);
+}
+
 std::size_t countEqualPairs(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
                             std::size_t most) {
   std::size_t count = 0;
   forEachEqualPair(first, second, tolerance, [&](const Triangle& a, const Triangle& b) {
-    const double distance = std::hypot(a.sides[0] - b.sides[0], a.sides[1] - b.sides[1], a.sides[2] - b.sides[2]);
-    if (distance < tolerance) ++count;
+    if (sidesApart(a, b) < tolerance) ++count;
     return count < most;
   });
   return count;

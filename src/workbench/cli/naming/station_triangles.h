@@ -29,8 +29,10 @@ std::vector<Triangle> stationTriangles(const std::vector<Eigen::Vector3d>& point
 void forEachEqualPair(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
                       const std::function<bool(const Triangle&, const Triangle&)>& visit);
 
-/// How many pairs of triangles lie less than `tolerance` apart, their sides seen as points in space.
-/// Counts up to `most`.
+/// How far apart two triangles lie, their sides seen as points in space.
+double sidesApart(const Triangle& a, const Triangle& b);
+
+/// How many pairs of triangles lie less than `tolerance` apart. Counts up to `most`.
 std::size_t countEqualPairs(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double tolerance,
                             std::size_t most);
 
