@@ -4,6 +4,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <cctype>
 #include <clocale>
+#include <locale>
 #include <sstream>
 
 #include "files/html_reports.h"
@@ -33,6 +34,14 @@ TEST(HostileLocale, SpoilsTheStreamsThatAreLeftToIt) {
   });
   EXPECT_EQ(narrow, "1.234,500000");
   EXPECT_EQ(wide, L"#.###.####");
+}
+
+TEST(HostileLocale, CountsBytesAbove0x7FAsBlanksAndKnowsNoLowerCase) {
+  const auto isBlank = [](char byte) { return inHostileLocale([=] { return std::isspace(byte, std::locale()); }); };
+  EXPECT_TRUE(isBlank('\xA0'));
+  EXPECT_TRUE(isBlank(' '));
+  EXPECT_FALSE(isBlank('A'));
+  EXPECT_EQ(inHostileLocale([] { return std::tolower('A', std::locale()); }), 'A');
 }
 
 #ifndef _WIN32

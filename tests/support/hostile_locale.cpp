@@ -2,6 +2,7 @@
 
 #include <stdlib.h>
 
+#include <algorithm>
 #include <array>
 #include <boost/filesystem/fstream.hpp>
 #include <boost/filesystem/operations.hpp>
@@ -30,9 +31,12 @@ class BlanksAbove0x7F : public std::ctype<char> {
   static const mask* table() {
     static const std::array<mask, table_size> masks = [] {
       std::array<mask, table_size> changed{};
-      for (std::size_t byte = 0; byte < changed.size(); ++byte) {
-        changed[byte] = byte < 0x80 ? classic_table()[byte] : static_cast<mask>(space);
+      const auto& classic = std::use_facet<std::ctype<char>>(std::locale::classic());
+      for (std::size_t byte = 0; byte < 0x80; ++byte) {
+        const char character = static_cast<char>(byte);
+        classic.is(&character, &character + 1, &changed[byte]);
       }
+      std::fill(changed.begin() + 0x80, changed.end(), static_cast<mask>(space));
       return changed;
     }();
     return masks.data();
