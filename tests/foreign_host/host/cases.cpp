@@ -78,6 +78,7 @@ std::string playCase(const Options& options) {
   if (name == "close-in-dialog") return playCloseInDialog(host, options);
   if (name == "two-documents") return playTwoDocuments(host, options);
   if (name == "null") return playFaults(host, options, Fault::nothing);
+  if (name == "empty") return playFaults(host, options, Fault::emptiness);
   if (name == "throw") return playFaults(host, options, Fault::exception);
   if (name == "throw-late") return playFaults(host, options, Fault::lateException);
   throw std::runtime_error("no such case: " + name);

@@ -32,7 +32,8 @@ Document::Document(Switchboard& switchboard, Graphics& graphics)
     : HostObject(switchboard, "document"), drawing(new OdDbDatabase), transients(switchboard, graphics) {}
 
 OdDbDatabasePtr Document::database() {
-  return answer("Document::database", [this] { return drawing; });
+  return answer(
+      "Document::database", [this] { return drawing; }, [] { return OdDbDatabasePtr(new OdDbDatabase); });
 }
 
 HostTransientService* Document::transientService() {

@@ -107,6 +107,8 @@ std::string surveyWithSecondDocument(Host& host, const Module& module, const Opt
   if (going == Going::second) host.closeDocument(second);
   run.look();
   run.endSession();
+  // A document keeps the drawable when another comes in; there its node tells that it is gone.
+  if (going != Going::first) first.service().forgetGone();
   requireGood(when, steps, host);
   if (going != Going::first) host.closeDocument(first);
   if (going != Going::second) host.closeDocument(second);

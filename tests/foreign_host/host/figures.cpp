@@ -161,6 +161,7 @@ class Printer {
 
   void printSpread() {
     out << "spread.largest " << text(findings.maxSpread) << '\n';
+    if (findings.spreadCounts.empty()) out << "spread.histogram []\n";
     for (std::size_t i = 0; i < findings.spreadCounts.size(); ++i) {
       const std::string path = "spread.histogram." + std::to_string(i);
       out << path << ".from " << text(findings.spreadEdges[i]) << '\n'

@@ -12,12 +12,14 @@ const std::vector<std::wstring> expectedLabels = {L"NXYZ", L"XYZ", L"XYZW", L"NX
 }  // namespace
 
 HostFileDialogAnswer FileDialog::open(const HostFileDialogRequest& request) {
-  return answer("FileDialog::open", [&] {
+  const auto choose = [&] {
     check(request);
     fillBuffer(request);
     if (whileOpen) whileOpen();
     return HostFileDialogAnswer{true, paths, filterIndex};
-  });
+  };
+  const auto chooseNone = [&] { return HostFileDialogAnswer{true, {}, filterIndex}; };
+  return answer("FileDialog::open", choose, chooseNone);
 }
 
 void FileDialog::check(const HostFileDialogRequest& request) {

@@ -4,12 +4,17 @@
 
 namespace foreign {
 
-void Graphics::Node::setDrawableNull() {
+void Node::setDrawableNull() {
   letGo("Node::setDrawableNull", [this] { end(); });
 }
 
-void Graphics::attach(OdGiDrawable& drawable) {
-  if (!drawable.gsNode()) drawable.setGsNode(&nodes.emplace_back(board));
+const Node& Graphics::attach(OdGiDrawable& drawable) {
+  const auto known =
+      std::find_if(nodes.begin(), nodes.end(), [&](const Node& node) { return &node == drawable.gsNode(); });
+  if (known != nodes.end()) return *known;
+  Node& node = nodes.emplace_back(board);
+  drawable.setGsNode(&node);
+  return node;
 }
 
 void Graphics::count(const Drawn& one) {

@@ -10,12 +10,20 @@
 
 namespace foreign {
 
+/// Tells when its drawable is gone.
+class Node final : public OdGsCache, public HostObject {
+ public:
+  explicit Node(Switchboard& switchboard) : HostObject(switchboard, "node") {}
+  void setDrawableNull() override;
+};
+
 class Graphics {
  public:
   explicit Graphics(Switchboard& switchboard) : board(switchboard) {}
 
-  /// Hangs a node on a drawable that has none. It stays there until the drawable is gone.
-  void attach(OdGiDrawable& drawable);
+  /// The node on a drawable, which gets one when it has none. It stays there until the drawable is
+  /// gone.
+  const Node& attach(OdGiDrawable& drawable);
   /// How many nodes haven't been told that their drawable is gone.
   std::size_t attachedNodes() const;
   void clear() { nodes.clear(); }
@@ -30,12 +38,6 @@ class Graphics {
   Drawn drawn;
 
  private:
-  class Node final : public OdGsCache, public HostObject {
-   public:
-    explicit Node(Switchboard& switchboard) : HostObject(switchboard, "node") {}
-    void setDrawableNull() override;
-  };
-
   Switchboard& board;
   std::deque<Node> nodes;
 };

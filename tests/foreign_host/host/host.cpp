@@ -28,7 +28,10 @@ void Host::closeDocument(Document& document) {
       failure = std::current_exception();
     }
   }
-  if (document.service().size() != 0) switchboard.complain("a drawable was left in a document that was closed");
+  // With others open, the module's drawable may be shown in another one too.
+  if (open.size() == 1 && document.service().size() != 0) {
+    switchboard.complain("a drawable was left in the last document as it was closed");
+  }
   document.close();
   open.erase(std::remove(open.begin(), open.end(), &document), open.end());
   application().end();
@@ -44,19 +47,22 @@ void Host::refresh(unsigned char argument) {
   });
 }
 
-std::vector<std::string> Host::leftovers() const {
+std::vector<std::string> Host::leftovers() {
   std::vector<std::string> found;
   const auto note = [&](std::size_t count, const char* what) {
     if (count != 0) found.push_back(std::to_string(count) + " " + what);
   };
   std::size_t drawables = 0;
+  std::size_t gone = 0;
   std::size_t holders = 0;
   for (Document* document : open) {
     drawables += document->service().size();
+    gone += document->service().forgetGone();
     holders += document->holders();
   }
   note(reactors.size(), "reactors are left");
   note(drawables, "drawables are left");
+  note(gone, "drawables went without having been removed");
   note(graphics.attachedNodes(), "nodes weren't told that their drawable is gone");
   note(profile.held(), "objects of the profile weren't released");
   note(commands.heldFactories(), "command factories weren't released");

@@ -39,7 +39,7 @@ class Host {
 
   /// What a module has left behind that holds no session: reactors, drawables, counted objects,
   /// nodes, objects held open. One sentence each.
-  std::vector<std::string> leftovers() const;
+  std::vector<std::string> leftovers();
   /// Lets go of everything that the host keeps of modules, documents and objects that are over.
   void clear();
 

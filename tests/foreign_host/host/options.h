@@ -1,6 +1,7 @@
 // What the program is told to do.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>

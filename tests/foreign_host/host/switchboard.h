@@ -16,10 +16,14 @@ enum class Fault {
   /// It gives what its type has for nothing: null, 0, false, a refused dialog. A call without a
   /// result does its work, as there is nothing to withhold.
   nothing,
+  /// It gives something empty where there is such a thing: a drawing without anything in it, a
+  /// choice of no files. Elsewhere as `nothing`.
+  emptiness,
   /// It throws and has done nothing. A call by which the module gives something back is done even
   /// so: the host would otherwise keep what the module can't give back twice.
   exception,
-  /// It does its work, and throws then.
+  /// It does its work, and throws then; but where it would hand something out, which would be lost,
+  /// it throws before.
   lateException
 };
 
@@ -41,9 +45,9 @@ class Switchboard {
   /// What was noted since the last time.
   std::vector<std::string> takeComplaints() { return std::exchange(complaints, {}); }
 
-  /// Lets a call through that asks for something or adds something.
-  template <class Work>
-  auto answer(const char* call, Work work) -> decltype(work()) {
+  /// Lets a call through that asks for something or adds something. `empty` gives the empty answer.
+  template <class Work, class Empty>
+  auto answer(const char* call, Work work, Empty empty) -> decltype(work()) {
     using Result = decltype(work());
     const Fault fault = next(call);
     if (fault == Fault::exception) throw InjectedFault(call);
@@ -51,11 +55,14 @@ class Switchboard {
       work();
       if (fault == Fault::lateException) throw InjectedFault(call);
     } else {
-      if (fault == Fault::nothing) return Result{};
-      Result result = work();
       if (fault == Fault::lateException) throw InjectedFault(call);
-      return result;
+      if (fault == Fault::emptiness) return empty();
+      return fault == Fault::nothing ? Result{} : work();
     }
+  }
+  template <class Work>
+  auto answer(const char* call, Work work) -> decltype(work()) {
+    return answer(call, work, [] { return decltype(work())(); });
   }
 
   /// Lets a call through that gives something back to the host.
@@ -90,10 +97,10 @@ class HostObject {
  protected:
   ~HostObject() = default;
 
-  template <class Work>
-  auto answer(const char* call, Work work) const -> decltype(work()) {
+  template <class... Works>
+  auto answer(const char* call, Works... works) const {
     complainWhenOver(call);
-    return board.answer(call, work);
+    return board.answer(call, works...);
   }
   template <class Work>
   void letGo(const char* call, Work work) const {

@@ -7,9 +7,11 @@ namespace foreign {
 void TransientService::addTransient(OdGiDrawable* drawable, int mode, int subMode, int viewGroup, int flags) {
   answer("TransientService::addTransient", [&] {
     if (mode != 4 || subMode != 768 || viewGroup != 2 || flags != 0) board.complain("a drawable in another place");
-    if (std::count(shown.begin(), shown.end(), drawable) != 0) board.complain("a drawable was added twice");
-    shown.push_back(drawable);
-    graphics.attach(*drawable);
+    const Node& node = graphics.attach(*drawable);
+    if (std::any_of(shown.begin(), shown.end(), [&](const Shown& entry) { return entry.node == &node; })) {
+      board.complain("a drawable was added twice");
+    }
+    shown.push_back({drawable, &node});
     if (graphics.drawsAtOnce) draw();
   });
 }
@@ -17,7 +19,8 @@ void TransientService::addTransient(OdGiDrawable* drawable, int mode, int subMod
 void TransientService::removeTransient(OdGiDrawable* drawable) {
   letGo("TransientService::removeTransient", [&] {
     if (graphics.drawsAtOnce) draw();
-    shown.erase(std::remove(shown.begin(), shown.end(), drawable), shown.end());
+    const auto isMeant = [&](const Shown& entry) { return entry.drawable == drawable && !entry.node->isOver(); };
+    shown.erase(std::remove_if(shown.begin(), shown.end(), isMeant), shown.end());
   });
 }
 
@@ -34,11 +37,23 @@ void TransientService::applyView(HostView* view, int flags) {
 Drawn TransientService::draw() const {
   Drawn drawn;
   Canvas canvas(shownView, drawn);
-  for (const OdGiDrawable* drawable : shown) {
-    if (!drawable->worldDraw(nullptr)) drawable->viewportDraw(&canvas);
+  for (const auto& [drawable, node] : shown) {
+    if (!node->isOver() && !drawable->worldDraw(nullptr)) drawable->viewportDraw(&canvas);
   }
   graphics.count(drawn);
   return drawn;
+}
+
+std::size_t TransientService::size() const {
+  return static_cast<std::size_t>(
+      std::count_if(shown.begin(), shown.end(), [](const Shown& entry) { return !entry.node->isOver(); }));
+}
+
+std::size_t TransientService::forgetGone() {
+  const std::size_t before = shown.size();
+  shown.erase(std::remove_if(shown.begin(), shown.end(), [](const Shown& entry) { return entry.node->isOver(); }),
+              shown.end());
+  return before - shown.size();
 }
 
 }  // namespace foreign

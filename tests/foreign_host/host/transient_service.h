@@ -24,15 +24,21 @@ class TransientService final : public HostTransientService, public HostObject {
 
   /// Draws everything that is shown here.
   Drawn draw() const;
-  std::size_t size() const { return shown.size(); }
+  /// How many drawables are shown here.
+  std::size_t size() const;
+  /// Forgets the drawables that went without having been removed, as their nodes tell; how many.
+  std::size_t forgetGone();
   View& view() { return shownView; }
-  /// Lets go of what a module has left here.
-  void clear() { shown.clear(); }
 
  private:
+  struct Shown {
+    OdGiDrawable* drawable;
+    const Node* node;
+  };
+
   Graphics& graphics;
   View shownView;
-  std::vector<OdGiDrawable*> shown;
+  std::vector<Shown> shown;
 };
 
 }  // namespace foreign

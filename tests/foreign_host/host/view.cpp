@@ -12,6 +12,13 @@ OdGeVector3d cross(const OdGeVector3d& a, const OdGeVector3d& b) {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
+/// Whether one can look that way: with an extent, and with an up that isn't the way itself.
+bool canLook(const OdGeVector3d& way, const OdGeVector3d& up, double width, double height) {
+  const OdGeVector3d right = cross(up, way);
+  const double reach = dot(way, way) + dot(right, right);
+  return std::isfinite(reach) && dot(right, right) > 0.0 && width > 0.0 && height > 0.0;
+}
+
 OdGeVector3d unit(const OdGeVector3d& v) {
   const double length = std::sqrt(dot(v, v));
   return {v.x / length, v.y / length, v.z / length};
@@ -61,6 +68,11 @@ double View::fieldHeight() const {
 void View::set(const OdGePoint3d& position, const OdGePoint3d& target, const OdGeVector3d& upVector, double fieldWidth,
                double fieldHeight, HostProjection projection) {
   answer("View::set", [&] {
+    if (!canLook(position - target, upVector, fieldWidth, fieldHeight)) {
+      // What this host itself has told wrongly comes back so.
+      if (board.spoiledCall().empty()) board.complain("a view was set to look nowhere");
+      return;
+    }
     if (projection != HostProjection::parallel) board.complain("a view was set to perspective");
     eye = position;
     centre = target;
