@@ -106,10 +106,7 @@ void RefPointsTransient::leaveHost() noexcept {
     if (application) application->removeReactor(this);
     return application != nullptr;
   });
-  insist([this] {
-    hide();
-    return true;
-  });
+  hide();
   settings.reset();
   insist([this] {
     if (node) std::exchange(node, nullptr)->setDrawableNull();
@@ -135,9 +132,14 @@ void RefPointsTransient::show() {
   transientManager->addTransient(this, transientMode, transientSubMode, transientViewGroup, transientFlags);
 }
 
-void RefPointsTransient::hide() {
+/// A service that won't let go is asked for nothing more all the same: its document is about to go,
+/// or this object is.
+void RefPointsTransient::hide() noexcept {
   if (!transientManager) return;
-  transientManager->removeTransient(this);
+  insist([this] {
+    transientManager->removeTransient(this);
+    return true;
+  });
   transientManager = nullptr;
 }
 

@@ -58,7 +58,7 @@ class RefPointsTransient : public OdGiDrawable, public HostApDocManagerReactor {
   void enterHost();
   void leaveHost() noexcept;
   void show();
-  void hide();
+  void hide() noexcept;
   void readSizes();
 
   OdGsCache* node = nullptr;

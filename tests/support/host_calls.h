@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -41,9 +42,13 @@ class HostCalls {
   template <class... Arguments>
   bool arrivesAt(std::string_view where, std::string_view name, const Arguments&... arguments) {
     if (!isHeard) return true;
+    if (atEachCall) atEachCall();
     if (isSpelt) note(std::string(where).append(name), {spelled(arguments)...});
     return passes();
   }
+
+  /// Done at the head of every call that is heard, when set.
+  std::function<void()> atEachCall;
 
   /// Adds an event of a test's own to the words. It is no call and isn't counted.
   void note(std::string event) { spelt.push_back(std::move(event)); }

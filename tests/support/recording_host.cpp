@@ -312,6 +312,12 @@ HostAppService* RecordingHost::newAppService() { return give<AppServiceFace>(val
 
 ICmdFactory* RecordingHost::newCommandFactory() { return give<Factory>(); }
 
+void RecordingHost::drawAtEveryCall() {
+  calls.atEachCall = [this] {
+    if (!documents.empty()) drawAll(document());
+  };
+}
+
 void RecordingHost::refresh() {
   if (drawsAtRefresh && !documents.empty()) drawAll(document());
 }

@@ -55,6 +55,7 @@ class RecordingHost {
   TestDocument& openDocument();
   /// Closes the active document; the reactors are told, and the one before it becomes active.
   void closeDocument();
+  std::size_t documentCount() const { return documents.size(); }
 
   workbench::Profile& profile() { return values; }
   /// What every document says of its readiness.
@@ -68,6 +69,8 @@ class RecordingHost {
   bool drawsAtOnce = false;
   /// A host whose refresh draws: all that the active document shows, in its active view.
   bool drawsAtRefresh = false;
+  /// A host whose views are drawn at every call: all that the active document shows.
+  void drawAtEveryCall();
   /// What was drawn, one for each drawable and time.
   std::vector<workbench::RecordingDraw> draws;
 

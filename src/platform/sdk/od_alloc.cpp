@@ -14,16 +14,19 @@ namespace {
 std::atomic<std::uint64_t> allocationCount{0};
 
 struct FailurePlan {
-  bool active = false;
   std::uint64_t successesLeft = 0;
+  std::uint64_t failuresLeft = 0;
 };
 thread_local FailurePlan failurePlan;
 
 bool isToFail() {
-  if (!failurePlan.active) return false;
-  if (failurePlan.successesLeft == 0) return true;
-  --failurePlan.successesLeft;
-  return false;
+  if (failurePlan.failuresLeft == 0) return false;
+  if (failurePlan.successesLeft > 0) {
+    --failurePlan.successesLeft;
+    return false;
+  }
+  if (failurePlan.failuresLeft != odrxFailForEver) --failurePlan.failuresLeft;
+  return true;
 }
 
 bool countAndAdmit() {
@@ -67,7 +70,7 @@ void odrxFreeAligned(void* memory) { freeHeapAligned(memory); }
 
 std::uint64_t odrxAllocationCount() { return allocationCount.load(std::memory_order_relaxed); }
 
-void odrxFailAllocationsAfter(std::uint64_t successes) { failurePlan = {true, successes}; }
+void odrxFailAllocationsAfter(std::uint64_t successes, std::uint64_t failures) { failurePlan = {successes, failures}; }
 
 void odrxStopFailingAllocations() { failurePlan = {}; }
 

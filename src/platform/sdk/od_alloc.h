@@ -23,13 +23,15 @@ DRAWING_SDK_EXPORT void* odrxAllocAligned(std::size_t size, std::size_t alignmen
 DRAWING_SDK_EXPORT void odrxFreeAligned(void* memory);
 }
 
+inline constexpr std::uint64_t odrxFailForEver = ~std::uint64_t{0};
+
 /// Number of calls of odrxAlloc and odrxAllocAligned since the process started, over all threads. For tests and
 /// measurements: the difference of two readings tells what a piece of code allocated.
 DRAWING_SDK_EXPORT std::uint64_t odrxAllocationCount();
 
-/// Makes odrxAlloc and odrxAllocAligned fail from the `successes`-th call from now on (0: the very next one) on the
-/// calling thread, until odrxStopFailingAllocations. For tests of exhausted memory.
-DRAWING_SDK_EXPORT void odrxFailAllocationsAfter(std::uint64_t successes);
+/// Makes odrxAlloc and odrxAllocAligned fail on the calling thread from the `successes`-th call from now on (0: the
+/// very next one), `failures` times or until odrxStopFailingAllocations. For tests of exhausted memory.
+DRAWING_SDK_EXPORT void odrxFailAllocationsAfter(std::uint64_t successes, std::uint64_t failures = odrxFailForEver);
 DRAWING_SDK_EXPORT void odrxStopFailingAllocations();
 
 /// One allocation after the standard new-handler protocol of a single try: when odrxAlloc gives

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <string>
 #include <thread>
 
 namespace {
@@ -94,6 +95,18 @@ TEST(OdAlloc, CountsEveryCallOnceAlsoTheFailingOnes) {
     odrxFree(odrxAlloc(1));
   }
   EXPECT_EQ(odrxAllocationCount() - before, 3u);
+}
+
+TEST(OdAlloc, FailsAsOftenAsItIsToldTo) {
+  odrxFailAllocationsAfter(1, 2);
+  std::string failed;
+  for (int i = 0; i < 5; ++i) {
+    void* memory = odrxAlloc(8);
+    failed.push_back(memory ? '.' : 'x');
+    odrxFree(memory);
+  }
+  odrxStopFailingAllocations();
+  EXPECT_EQ(failed, ".xx..");
 }
 
 TEST(OdAlloc, FailsFromTheGivenCallOnUntilItIsStopped) {
