@@ -1,9 +1,31 @@
 #include "files/html_text.h"
 
+#include <algorithm>
 #include <boost/locale/encoding.hpp>
 #include <locale>
 
 namespace ZOR::reg {
+
+namespace {
+
+constexpr const char* nameEncoding = "windows-1251";
+/// The code page leaves this byte free, and a name counts it as the control character of its number.
+/// Boost.Locale drops it on some systems.
+constexpr char freeByte = '\x98';
+constexpr wchar_t freeByteCharacter = 0x98;
+
+std::wstring wideName(const std::string& name) {
+  std::wstring wide;
+  for (std::size_t begin = 0;;) {
+    const std::size_t end = std::min(name.find(freeByte, begin), name.size());
+    wide += boost::locale::conv::to_utf<wchar_t>(name.data() + begin, name.data() + end, nameEncoding);
+    if (end == name.size()) return wide;
+    wide += freeByteCharacter;
+    begin = end + 1;
+  }
+}
+
+}  // namespace
 
 HtmlText::HtmlText() { out.imbue(std::locale::classic()); }
 
@@ -24,7 +46,7 @@ const std::wstring& WideNames::operator[](std::uint64_t id) {
   const auto known = narrow.find(id);
   if (known == narrow.end()) return none;
   const auto [name, isNew] = wide.try_emplace(id);
-  if (isNew) name->second = boost::locale::conv::to_utf<wchar_t>(*known->second, "windows-1251");
+  if (isNew) name->second = wideName(*known->second);
   return name->second;
 }
 

@@ -1,6 +1,7 @@
 #include "module/point_file.h"
 
 #include <fstream>
+#include <locale>
 #include <stdexcept>
 
 #include "files/line_grammar.h"
@@ -28,12 +29,15 @@ LineParser parserOf(int layout) {
 }
 
 std::ifstream openForReading(const std::wstring& path) {
+  std::ifstream file;
+  // The bytes as they stand, whatever conversion the host's locale has.
+  file.imbue(std::locale::classic());
   try {
-    return std::ifstream(narrowPath(path), std::ios::in);
+    file.open(narrowPath(path), std::ios::in);
   } catch (const std::runtime_error&) {
     // The path has no narrow form: no file can be opened by it.
-    return std::ifstream();
   }
+  return file;
 }
 
 _StoredPoint storedForm(const ParsedPoint& point) {

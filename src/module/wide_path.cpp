@@ -4,6 +4,8 @@
 #include <boost/filesystem/path.hpp>
 #include <type_traits>
 
+#include "files/path_of_text.h"
+
 namespace ZOR::reg {
 namespace {
 
@@ -42,6 +44,6 @@ std::wstring stemOf(const std::wstring& path) {
   return stemByShape(path);
 }
 
-std::string narrowPath(const std::wstring& path) { return fs::path(path).string(); }
+std::string narrowPath(const std::wstring& path) { return pathOfText(path).string(); }
 
 }  // namespace ZOR::reg

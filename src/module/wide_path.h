@@ -9,8 +9,8 @@ namespace ZOR::reg {
 /// is taken on the wide text itself, so that a path without a narrow form has its stem too.
 std::wstring stemOf(const std::wstring& path);
 
-/// The path in narrow characters, by Boost.Filesystem's conversion. Throws what that throws
-/// (std::runtime_error) when there is no such form.
+/// The path in narrow characters: UTF-8, and on Windows what Boost.Filesystem's conversion makes of
+/// it. Throws std::runtime_error when there is no such form.
 std::string narrowPath(const std::wstring& path);
 
 }  // namespace ZOR::reg

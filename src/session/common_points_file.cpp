@@ -2,7 +2,6 @@
 #include <boost/filesystem/path.hpp>
 #include <fstream>
 #include <iomanip>
-#include <locale>
 
 #include "session/multi_registrator.h"
 #include "session/name_tables.h"
@@ -29,12 +28,10 @@ bool MultiRegistrator::saveCommonPointsFile(std::string name, std::string folder
 
   auto out = openForWriting<std::ofstream>(folderPath / textFileName(name));
   if (!out) return false;
-  out.imbue(std::locale::classic());
   out << std::fixed;
   const NamesById nameOf(commonNames);
   for (const auto& [id, point] : commonPoints) writeLine(out, nameOf[id], point);
-  out.close();
-  return out.good();
+  return true;
 }
 
 }  // namespace ZOR::reg

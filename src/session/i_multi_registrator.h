@@ -66,7 +66,8 @@ class iMultiRegistrator {
   virtual void zoomToPoint(RefPointId point) = 0;
   virtual void zoomToAll() = 0;
 
-  /// Writes the merged targets to the text file `folder`/`name`.txt.
+  /// Writes the merged targets to the text file `folder`/`name`.txt. True once the file is open,
+  /// whatever comes of the writing: on a full disk it is cut short.
   virtual bool saveCommonPointsFile(std::string name, std::string folder) = 0;
   /// Stores the merged targets as a new group of the drawing.
   virtual bool storeCommonPoints(std::string name) = 0;

@@ -2,6 +2,7 @@
 
 #include <boost/filesystem/operations.hpp>
 
+#include "files/path_of_text.h"
 #include "platform/sdk/od_string.h"
 
 namespace ZOR::reg {
@@ -12,7 +13,7 @@ bool isFolder(const boost::filesystem::path& path) {
 }
 
 boost::filesystem::path textFileName(const std::string& name) {
-  return boost::filesystem::path(OdString(name + ".txt", CP_ANSI_1251).wideText());
+  return pathOfText(OdString(name + ".txt", CP_ANSI_1251).wideText());
 }
 
 }  // namespace ZOR::reg

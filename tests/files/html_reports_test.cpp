@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/sdk/od_code_page.h"
+
 namespace {
 
 using namespace ZOR::reg;
@@ -116,6 +118,15 @@ TEST(Reports, ReadNamesAsWindows1251AndEscapeNothing) {
   EXPECT_NE(groupsReport(source(), {0}).find(L"<td>\u044F&</td><td>\u0410<b><br></td>"), std::wstring::npos);
   EXPECT_NE(resultsReport(source()).find(L"<td>\u0410<b></td>"), std::wstring::npos);
   EXPECT_NE(resultsReport(source()).find(L"<h4>\u044F&</h4>"), std::wstring::npos);
+}
+
+TEST(Reports, KeepEveryByteOfAName) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string name(1, static_cast<char>(byte));
+    Source source;
+    source.groups = {{0, name}};
+    EXPECT_NE(groupsReport(source(), {0}).find(L"<td>" + odToWide(name) + L"</td>"), std::wstring::npos) << byte;
+  }
 }
 
 TEST(Reports, AMissingIdHasAnEmptyNameAndOneThatStandsTwiceItsFirst) {

@@ -79,6 +79,14 @@ TEST_F(CommonPointsFile, AFileThatCannotBeOpenedIsRefused) {
   EXPECT_FALSE(session->saveCommonPointsFile("merged", folder.narrow()));
 }
 
+// As with the matrix files: whoever asked for the file looks whether it is whole.
+TEST_F(CommonPointsFile, AFullDiskIsNoRefusalOnceTheFileIsOpen) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
+  solve();
+  fs::create_symlink("/dev/full", folder.path() / "merged.txt");
+  EXPECT_TRUE(session->saveCommonPointsFile("merged", folder.narrow()));
+}
+
 TEST_F(CommonPointsFile, ANameThatWasLostIsEmpty) {
   solve();
   Outputs out;

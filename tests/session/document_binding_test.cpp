@@ -361,7 +361,7 @@ TEST_F(CloudsOfAnEarlierListing, AreGoneInADrawingWhereAnotherObjectStandsInTheP
   replaceByACloud(database, hostDbPointCloudDefinition::createPointCloudDictionary(database));
   std::list<NamedId> clouds{{4, "kept"}};
   EXPECT_THROW(job.session->getPointClouds(clouds), OdError_NotThatKindOfClass);
-  EXPECT_EQ(clouds.front().name, "kept");
+  EXPECT_EQ(clouds.size(), 1u);
   expectGone();
 }
 

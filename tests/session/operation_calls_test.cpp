@@ -187,6 +187,13 @@ const Operation operationsWithoutAHost[] = {
      [](RecordedSession& s) {
        s->matchPointsByDistance(0.1, s.out.names, s.out.inactiveGroups, s.out.inactivePoints);
      }},
+    {"RegisteringIterativelyWithoutAnActivePoint",
+     [](RecordedSession& s) {
+       s->clearResults();
+       s->excludeGroups({0, 1}, s.out.points, s.out.inactiveGroups, s.out.inactivePoints);
+       s.host.calls.clear();
+       EXPECT_TRUE(s->registerIterative(5, 0.001, s.out.discrepancies));
+     }},
     {"TellingTheSpread",
      [](RecordedSession& s) {
        std::vector<std::uint64_t> counts;

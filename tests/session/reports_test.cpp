@@ -29,6 +29,17 @@ TEST(Reports, TheLastDocumentIsSavedAsUtf8WithoutAMark) {
   EXPECT_EQ(text.substr(text.size() - end.size()), end);
 }
 
+// windows-1251 leaves this byte free; in names it is the control character of its number.
+TEST(Reports, TheFreeByteOfTheCodePageIsKeptAsItsControlCharacter) {
+  TemporaryFolder folder;
+  Session session({{"\x98\xC0\x98\x98", {{"T\x98\x31", 1, 2, 3}}}});
+  session->getGroupsReport({0});
+  EXPECT_TRUE(session->saveReport((folder.path() / "report.html").string(), 1));
+  const std::string text = folder.textOf("report.html");
+  EXPECT_NE(text.find("<td>\xC2\x98\xD0\x90\xC2\x98\xC2\x98</td><td>T\xC2\x98\x31<br></td>"), std::string::npos)
+      << text;
+}
+
 TEST(Reports, AnotherFormatIsRefusedAndLeavesNoFile) {
   TemporaryFolder folder;
   Session session;

@@ -214,14 +214,26 @@ void describe(Workbench& workbench, DrivenSession& session, Road& road) {
   road.targets = std::move(solved.targets);
 }
 
+std::size_t lineFeeds(const std::string& text) {
+  return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+/// The line feeds of the whole file: one ends each target's line, and a name may hold some. The last
+/// stands at the end, so that a file that was cut short has fewer.
+std::size_t lineFeedsOf(const std::vector<MergedTarget>& targets) {
+  std::size_t all = targets.size();
+  for (const MergedTarget& target : targets) all += lineFeeds(target.name);
+  return all;
+}
+
 void writeCommonPoints(DrivenSession& session, const RegisterOptions& options, const CommonPointsTarget& target,
                        Road& road) {
   const StagingFolder staging;
-  const bool isWritten = session.operations().saveCommonPointsFile(target.name, staging.path());
+  const bool isOpened = session.operations().saveCommonPointsFile(target.name, staging.path());
   const std::string content = staging.content(target.fileName);
-  if (!isWritten || static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n')) != road.targets.size()) {
+  if (!isOpened || lineFeeds(content) != lineFeedsOf(road.targets)) {
     throw CommandError(ExitStatus::file, fmt::format("{}: the common points can't be written{}", target.path,
-                                                     isWritten ? " to their end; is the disk full?" : ""));
+                                                     isOpened ? " to their end; is the disk full?" : ""));
   }
   putFile(options, {"--common-points", target.path}, content);
   road.commonPointsFile = target.path;

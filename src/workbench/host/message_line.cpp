@@ -16,7 +16,7 @@ constexpr std::size_t firstBufferLength = 256;
 constexpr std::size_t lastBufferLength = std::size_t{1} << 24;
 
 /// The end of flags, width and precision of the conversion that starts at `at`.
-std::size_t endOfFieldSpecification(const std::wstring& format, std::size_t at) {
+std::size_t endOfConversionOptions(const std::wstring& format, std::size_t at) {
   const std::size_t end = format.find_first_not_of(L"-+ #0123456789.*'", at);
   return end == std::wstring::npos ? format.size() : end;
 }
@@ -61,7 +61,7 @@ std::wstring portableWideFormat(const std::wstring& format) {
     const wchar_t character = format[at++];
     portable += character;
     if (character != L'%') continue;
-    const std::size_t conversion = endOfFieldSpecification(format, at);
+    const std::size_t conversion = endOfConversionOptions(format, at);
     portable.append(format, at, conversion - at);
     if (conversion == format.size()) break;
     if (format[conversion] == L's') portable += L'l';

@@ -9,6 +9,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
+using tiepoint::testing::inTextMode;
 using tiepoint::testing::onWindows;
 using tiepoint::workbench::Drawing;
 
@@ -130,8 +131,25 @@ TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
   setup.largestFile = 16UL * 1024;
   const ProcessResult result = run({"register", "--quiet", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
   EXPECT_EQ(result.status, 3);
-  EXPECT_THAT(result.err, HasSubstr("common.txt: the common points can't be written"));
+  EXPECT_EQ(result.err, "tiepoint: common.txt: the common points can't be written to their end; is the disk full?\n");
   EXPECT_FALSE(exists("common.txt"));
+}
+
+TEST_F(BadDrawings, CommonPointsAreWholeThoughANameHoldsALineFeed) {
+  const std::string points =
+      R"("points":[{"name":"T\n1","x":1,"y":2,"z":3,"w":1},{"name":"T2","x":11,"y":2,"z":3,"w":1},)"
+      R"({"name":"T3","x":1,"y":9,"z":5,"w":1}]}})";
+  ProcessSetup setup;
+  for (const std::string group : {"A", "B"}) {
+    setup.input +=
+        R"({"jsonrpc":"2.0","id":1,"method":"document.storeGroup","params":{"name":")" + group + "\"," + points + "\n";
+  }
+  ASSERT_EQ(run({"rpc", "--document", "named"}, setup).status, 0);
+  const ProcessResult result = run({"register", "--quiet", "--document", "named", "--common-points", "common.txt"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(read("common.txt"), inTextMode("T\n1 1.000000 2.000000 3.000000 1.00\n"
+                                           "T2 11.000000 2.000000 3.000000 1.00\n"
+                                           "T3 1.000000 9.000000 5.000000 1.00\n"));
 }
 
 TEST_F(BadDrawings, CommonPointsThatCantBeWrittenLeaveTheOlderOnesWhole) {
