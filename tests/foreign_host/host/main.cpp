@@ -1,0 +1,3 @@
+#include "exports.h"
+
+int main(int argumentCount, char** arguments) { return runForeignHost(argumentCount, arguments); }
