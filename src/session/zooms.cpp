@@ -86,12 +86,10 @@ void MultiRegistrator::zoomToPointsOf(const GroupIdSet& groups) {
   double width = field.width();
   double height = field.height();
   if (width == 0.0 && height == 0.0) return;
-  const double viewWidth = active.view->fieldWidth();
-  const double viewHeight = active.view->fieldHeight();
   if (width == 0.0) {
-    width = viewWidth * (1.0 / viewHeight) * height;
+    width = active.view->fieldWidth() * (1.0 / active.view->fieldHeight()) * height;
   } else if (height == 0.0) {
-    height = viewHeight * (1.0 / viewWidth) * width;
+    height = active.view->fieldHeight() * (1.0 / active.view->fieldWidth()) * width;
   }
 
   const OdGeMatrix3d viewToWorld = worldToView.inverse();

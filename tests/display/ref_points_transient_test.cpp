@@ -372,6 +372,15 @@ TEST(RefPointsTransient, IsNoObjectOfTheDrawing) {
   EXPECT_FALSE(drawable.worldDraw(nullptr));
 }
 
+TEST(RefPointsTransient, HasTheColourZeroByTheMethod194) {
+  SessionHost host;
+  const DisplayGroups groups;
+  const RefPointsTransient transient(&groups);
+  EXPECT_EQ(static_cast<int>(transient.entityColor().colorMethod()), 194);
+  // The method stands in the highest byte, the colour in the three below it.
+  EXPECT_EQ(transient.entityColor().color(), 0xC2000000u);
+}
+
 TEST(RefPointsTransient, IsNotCounted) {
   SessionHost host;
   const DisplayGroups groups;

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "support/virtual_table.h"
+
 namespace {
 
 class SmallModule : public OdRxModule {
@@ -64,5 +66,20 @@ TEST(OdRxWin32Module, IsAnObjectOfTheModuleClass) {
   EXPECT_TRUE(module->isKindOf(OdRxModule::desc()));
   module->deleteModule();
 }
+
+#ifndef _MSC_VER
+
+TEST(OdRxWin32Module, HasItsFunctionsWhereTheDrawingSdkLooksForThem) {
+  using namespace tiepoint::testing;
+  using Object = SmallModuleObject;
+  EXPECT_TRUE(std::has_virtual_destructor_v<OdRxModule>);
+  // Between the count and the handle stand what every object of the SDK can do.
+  EXPECT_EQ(placesOf(&Object::addRef, &Object::release, &Object::numRefs), inTurn(5, 3));
+  EXPECT_EQ(placesOf(&Object::moduleHandle, &Object::deleteModule, &Object::initApp, &Object::uninitApp,
+                     &Object::moduleFileName),
+            inTurn(12, 5));
+}
+
+#endif
 
 }  // namespace

@@ -312,4 +312,57 @@ TEST(DocumentBinding, AnObjectThatIsNoDictionaryStopsTheListingOfClouds) {
   EXPECT_EQ(clouds.size(), 1u);
 }
 
+/// Results, and one listed cloud to which they can be applied.
+class CloudsOfAnEarlierListing : public ::testing::Test {
+ protected:
+  CloudsOfAnEarlierListing() {
+    job.session.document().addCloud("B");
+    listClouds(job.session);
+    EXPECT_TRUE(job.session->applyTransformToCloud(1, 0));
+  }
+
+  /// A listing that ends early leaves its output alone, and no cloud to apply anything to.
+  void expectGoneAfterAListingThatEndsEarly() {
+    std::list<NamedId> clouds{{4, "kept"}};
+    job.session->getPointClouds(clouds);
+    ASSERT_EQ(clouds.size(), 1u);
+    EXPECT_EQ(clouds.front().name, "kept");
+    expectGone();
+  }
+  void expectGone() {
+    EXPECT_FALSE(job.session->applyTransformToCloud(1, 0));
+    EXPECT_FALSE(job.session->applyTransformations());
+  }
+
+  Registered job;
+  /// The first drawing outlives its document, so that its clouds could still be moved.
+  const OdDbDatabasePtr drawing = job.session.document().database();
+};
+
+TEST_F(CloudsOfAnEarlierListing, AreGoneWithoutADocument) {
+  job.session.host.closeDocument();
+  expectGoneAfterAListingThatEndsEarly();
+}
+
+TEST_F(CloudsOfAnEarlierListing, AreGoneInADrawingWithoutClouds) {
+  job.session.host.openDocument();
+  expectGoneAfterAListingThatEndsEarly();
+}
+
+TEST_F(CloudsOfAnEarlierListing, AreGoneInADrawingWhoseDictionaryOfCloudsIsEmpty) {
+  job.session.host.openDocument();
+  ASSERT_FALSE(hostDbPointCloudDefinition::createPointCloudDictionary(*job.session.document().database()).isNull());
+  expectGoneAfterAListingThatEndsEarly();
+}
+
+TEST_F(CloudsOfAnEarlierListing, AreGoneInADrawingWhereAnotherObjectStandsInThePlaceOfTheDictionary) {
+  job.session.host.openDocument();
+  OdDbDatabase& database = *job.session.document().database();
+  replaceByACloud(database, hostDbPointCloudDefinition::createPointCloudDictionary(database));
+  std::list<NamedId> clouds{{4, "kept"}};
+  EXPECT_THROW(job.session->getPointClouds(clouds), OdError_NotThatKindOfClass);
+  EXPECT_EQ(clouds.size(), 1u);
+  expectGone();
+}
+
 }  // namespace

@@ -16,6 +16,16 @@ const ViewState somewhere{{100, 100, 50}, {100, 100, 0}, {0, 1, 0}, 40, 30, 800,
 
 void expectView(Session& session, const OdGePoint3d& position, const OdGePoint3d& target, double width, double height) {
   const ViewState& state = session.document().view().state();
+  EXPECT_EQ(state.position, position);
+  EXPECT_EQ(state.target, target);
+  EXPECT_EQ(state.width, width);
+  EXPECT_EQ(state.height, height);
+}
+
+/// For a view whose axes don't lie along the drawing's.
+void expectSlantedView(Session& session, const OdGePoint3d& position, const OdGePoint3d& target, double width,
+                       double height) {
+  const ViewState& state = session.document().view().state();
   // The camera's matrices are rounded; its distances here are of the order of 100.
   constexpr double rounding = 1e-12;
   EXPECT_NEAR(state.position.x, position.x, rounding);
@@ -66,14 +76,23 @@ TEST(Zooms, NothingToLookAtLeavesTheView) {
   expectViewLeftAlone(session);
 }
 
-TEST(Zooms, AFlatExtentTakesTheViewsAspect) {
-  Session session({{"A", {{"T1", 5, 0, 0}, {"T2", 5, 12, 0}}}, {"B", {{"T1", 0, 5, 0}, {"T2", 12, 5, 0}}}});
-  session.document().view().setState(somewhere);
+/// A view whose sides make the aspect 44 x (1 / 71) another number than 44 / 71.
+const ViewState oddAspect{{100, 100, 50}, {100, 100, 0}, {0, 1, 0}, 44, 71, 800, 600};
+
+TEST(Zooms, AnExtentWithoutWidthTakesTheViewsWidthTimesTheInverseOfItsHeight) {
+  Session session({{"A", {{"T1", 5, 0, 0}, {"T2", 5, 13, 0}}}});
+  session.document().view().setState(oddAspect);
   session->zoomToGroup(0);
-  expectView(session, {5, 6, 50}, {5, 6, 49}, 40.0 * (1.0 / 30.0) * 12.0 * 1.1, 13.2);
-  session.document().view().setState(somewhere);
-  session->zoomToGroup(1);
-  expectView(session, {6, 5, 50}, {6, 5, 49}, 13.2, 30.0 * (1.0 / 40.0) * 12.0 * 1.1);
+  // 44 / 71 x 13 x 1.1 would be 8.861971830985917.
+  expectView(session, {5, 6.5, 50}, {5, 6.5, 49}, 8.861971830985919, 14.3);
+}
+
+TEST(Zooms, AnExtentWithoutHeightTakesTheViewsHeightTimesTheInverseOfItsWidth) {
+  Session session({{"A", {{"T1", 0, 5, 0}, {"T2", 13, 5, 0}}}});
+  session.document().view().setState(oddAspect);
+  session->zoomToGroup(0);
+  // 71 / 44 x 13 x 1.1 would be 23.075000000000003.
+  expectView(session, {6.5, 5, 50}, {6.5, 5, 49}, 14.3, 23.075000000000006);
 }
 
 TEST(Zooms, ARotatedViewMeasuresAlongItsOwnAxes) {
@@ -99,7 +118,7 @@ TEST(Zooms, AViewTurnedByAnyAngleMeasuresAlongItsOwnAxes) {
   Session session({{"A", {{"T1", 0, 0, 0}, {"T2", 10, 5, 0}}}});
   session.document().view().setState({{0, 0, 50}, {0, 0, 0}, {-0.6, 0.8, 0}, 40, 30, 800, 600});
   session->zoomToGroup(0);
-  expectView(session, {5, 2.5, 50}, {5, 2.5, 49}, 12.1, 2.2);
+  expectSlantedView(session, {5, 2.5, 50}, {5, 2.5, 49}, 12.1, 2.2);
 }
 
 TEST(Zooms, AViewFromAboveAtASlantKeepsItsDistanceFromTheViewPlane) {
@@ -109,7 +128,7 @@ TEST(Zooms, AViewFromAboveAtASlantKeepsItsDistanceFromTheViewPlane) {
   session.document().view().setState({{0, -30, 40}, {0, 0, 0}, {0, 0, 1}, 40, 30, 800, 600});
   session->zoomToGroup(0);
   // The middle (2, 5.5) on the screen, in the plane through the eye: (2, 4.4, 3.3) + 50 x (0, -0.6, 0.8).
-  expectView(session, {2, -25.6, 43.3}, {2, -25, 42.5}, 4.4, 12.1);
+  expectSlantedView(session, {2, -25.6, 43.3}, {2, -25, 42.5}, 4.4, 12.1);
 }
 
 TEST(Zooms, OnlyTheActiveViewOfSeveralIsSet) {
@@ -146,7 +165,7 @@ TEST(Zooms, APointInASlantedViewKeepsDirectionUpAndField) {
   Session session({{"A", {{"T1", 7, 8, 9}}}});
   session.document().view().setState({{0, -30, 40}, {0, 0, 0}, {0, 0, 1}, 40, 30, 800, 600});
   session->zoomToPoint(0);
-  expectView(session, {7, -22, 49}, {7, 8, 9}, 40, 30);
+  expectSlantedView(session, {7, -22, 49}, {7, 8, 9}, 40, 30);
   EXPECT_EQ(session.document().view().upVector(), OdGeVector3d(0, 0, 1));
 }
 
