@@ -32,7 +32,7 @@ std::size_t fileCount(const Options& options) {
   return count;
 }
 
-/// Imports with the closing user, one run for each open document.
+/// Imports once; the active document is closed in the course of it.
 void importWhileClosing(const std::string& when, Host& host, SurveyRun& run, const Steps& steps) {
   host.messageLine.lines.clear();
   const ClosingUser user(host);
@@ -131,7 +131,7 @@ std::string playCloseInDialog(Host& host, const Options& options) {
 std::string playTwoDocuments(Host& host, const Options& options) {
   const ProfileLibrary profile;
   const Module module(host, options.module);
-  const std::string figures = surveyWithSecondDocument(host, module, options, Going::neither);
+  std::string figures = surveyWithSecondDocument(host, module, options, Going::neither);
   for (const Going going : {Going::first, Going::second}) {
     if (surveyWithSecondDocument(host, module, options, going) != figures) {
       throw std::runtime_error("the figures depend on the documents that go");
