@@ -238,4 +238,17 @@ TEST(Zooms, APointWithoutAPlaceLeavesTheView) {
   EXPECT_EQ(session.host.redraws, redraws);
 }
 
+TEST(Zooms, PlacesAtTheEndOfTheNumbersRangeLeaveTheView) {
+  constexpr double largest = std::numeric_limits<double>::max();
+  Session session({{"A", {{"T1", largest, 0, 0}, {"T2", -largest, 1, 0}}},
+                   {"B", {{"T1", largest, 0, 0}, {"T2", largest / 2, 1, 0}}}});
+  session.document().view().setState(somewhere);
+  const auto redraws = session.host.redraws;
+  // The width is beyond the range, and so is twice the middle.
+  session->zoomToGroup(0);
+  session->zoomToGroup(1);
+  expectViewLeftAlone(session);
+  EXPECT_EQ(session.host.redraws, redraws);
+}
+
 }  // namespace
