@@ -233,7 +233,7 @@ TEST(Zooms, APointWithoutAPlaceLeavesTheView) {
                      {"T3", 0, 0, -std::numeric_limits<double>::infinity()}}}});
   session.document().view().setState(somewhere);
   const auto redraws = session.host.redraws;
-  for (const RefPointId point : {0, 1, 2}) session->zoomToPoint(point);
+  for (const RefPointId point : {0u, 1u, 2u}) session->zoomToPoint(point);
   expectViewLeftAlone(session);
   EXPECT_EQ(session.host.redraws, redraws);
 }
