@@ -148,6 +148,8 @@ void RefPointsTransient::subViewportDraw(OdGiViewportDraw* draw) const {
   OdGiViewportGeometry& geometry = draw->geometry();
   OdGiSubEntityTraits& traits = draw->subEntityTraits();
   const auto* view = static_cast<const OdGsViewImpl*>(draw->x(OdGsViewImpl::desc()));
+  // What isn't a view has no pixels.
+  if (!view) return;
   traits.setFillType(kOdGiFillNever);
   const double unit = pixelSize(*view);
   drawMarkers(*display, traits, geometry, static_cast<double>(markerSize) * unit);

@@ -6,6 +6,7 @@
 
 #include "files/string_table.h"
 #include "host_access/host_objects.h"
+#include "host_access/raised_to_writing.h"
 #include "module/point_file.h"
 #include "module/wide_path.h"
 #include "platform/host/file_dialog.h"
@@ -115,9 +116,10 @@ bool importFile(const std::wstring& path, int layout, OdDbDictionary& groups, Me
     messages.print(noRepository);
     return false;
   }
-  groups.upgradeOpen();
-  groups.setAt(groupName, repository.get());
-  groups.downgradeOpen();
+  {
+    const RaisedToWriting access(groups);
+    groups.setAt(groupName, repository.get());
+  }
   repository->setData(points);
   return true;
 }

@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "host_access/host_objects.h"
+#include "host_access/raised_to_writing.h"
 #include "platform/pointclouds/points_repository.h"
 #include "platform/sdk/od_db_dictionary.h"
 #include "session/multi_registrator.h"
@@ -58,21 +59,6 @@ OdGeMatrix3d matrixOf(const RigidTransform& transform) {
   return matrix;
 }
 
-/// Raises an object from reading to writing as long as it stands. A cloud that can't be changed must
-/// not stay raised: the session keeps it open, and the next attempt would find it being written.
-class RaisedToWriting {
- public:
-  explicit RaisedToWriting(OdDbObject& object) : raised(object) { raised.upgradeOpen(); }
-  ~RaisedToWriting() {
-    if (raised.isWriteEnabled()) raised.downgradeOpen();
-  }
-  RaisedToWriting(const RaisedToWriting&) = delete;
-  RaisedToWriting& operator=(const RaisedToWriting&) = delete;
-
- private:
-  OdDbObject& raised;
-};
-
 /// Null when none can be made.
 RepositoryPtr newRepository() {
   const OdRxClass* repositoryClass = Repository::desc();
@@ -123,14 +109,20 @@ void MultiRegistrator::syncFromDrawing() {
 
     // Ids are handed out by the count of names known, even where renames have left gaps.
     const GroupId group = groupsByName.size();
-    groupNames.push_back({group, groupName});
+    NamedIdList newGroup{{group, groupName}};
     groupsByName.emplace(groupName, group);
+    NamedIdList newNames;
+    RefPointList points;
     for (const _StoredPoint& point : stored) {
       const std::string name = point.name.narrow();
       const auto [known, isNew] = commonByName.try_emplace(name, commonByName.size());
-      if (isNew) commonNames.push_back({known->second, name});
-      allPoints.push_back(pointAsRead(point, name, allPoints.size(), group, known->second));
+      if (isNew) newNames.push_back({known->second, name});
+      points.push_back(pointAsRead(point, name, allPoints.size() + points.size(), group, known->second));
     }
+    // All of it or nothing: a group that is known is never read again.
+    groupNames.splice(groupNames.end(), newGroup);
+    commonNames.splice(commonNames.end(), newNames);
+    allPoints.splice(allPoints.end(), points);
   }
 }
 

@@ -16,7 +16,7 @@ namespace ZOR::reg {
 ///
 /// Every call runs to its end on the caller's thread. An operation refuses by a false result and
 /// leaves the session as it was. Output arguments are emptied first and then filled; where an
-/// operation refuses, they stay as they were handed in unless its comment says otherwise.
+/// operation refuses, they stay as they were handed in. Where a comment says otherwise, it holds.
 ///
 /// Four outputs recur, each filled from the state at the end of the operation:
 /// `inactiveGroups`, the groups of the session without an active point; `inactivePoints`, the
@@ -74,7 +74,8 @@ class iMultiRegistrator {
 
   virtual void clearResults() = 0;
 
-  /// False when the groups don't hang together; getGroupClusters then tells which do.
+  /// False when the groups don't hang together; getGroupClusters then tells which do. The earlier
+  /// discrepancies are gone even then, and `discrepancies` is empty.
   virtual bool registerPairwise(std::map<RefPointId, double>& discrepancies) = 0;
   virtual void getGroupClusters(std::map<std::uint64_t, GroupIdSet>& clusters) = 0;
   /// Excludes the groups of all other clusters.
@@ -82,7 +83,8 @@ class iMultiRegistrator {
                                 RefPointIdSet& inactivePoints) = 0;
 
   virtual void getIterationLimits(std::uint64_t& maxIterations, double& convergenceCriteria) = 0;
-  /// `convergenceCriteria` bounds how far the merged targets move in one pass, drawing units.
+  /// `convergenceCriteria` bounds how far the merged targets move in one pass, drawing units. False,
+  /// with `discrepancies` empty, unless both limits are above 0.
   virtual bool registerIterative(std::uint64_t maxIterations, double convergenceCriteria,
                                  std::map<RefPointId, double>& discrepancies) = 0;
 
@@ -122,8 +124,8 @@ class iMultiRegistrator {
   virtual bool getPointSpreadHistogram(std::vector<std::uint64_t>& binCounts, std::vector<double>& binEdges) = 0;
 };
 
-/// The module's export ZOR::reg::GetMultiRegistrator: a new session that the caller owns, or null
-/// when there is no memory for it.
+/// The module's export ZOR::reg::GetMultiRegistrator: a new session that the caller owns. Without
+/// memory for it: null when a new handler is set, which is called, std::bad_alloc when none is.
 using GetMultiRegistratorFunction = iMultiRegistrator* (*)();
 
 }  // namespace ZOR::reg

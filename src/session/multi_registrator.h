@@ -25,7 +25,7 @@ namespace ZOR::reg {
 /// matrix_files, reports.
 class MultiRegistrator : public iMultiRegistrator {
  public:
-  /// Needs a host with an active document.
+  /// Reads the settings and puts the markers into the active document, if there is one.
   MultiRegistrator();
   ~MultiRegistrator() override;
   MultiRegistrator(const MultiRegistrator&) = delete;

@@ -54,8 +54,9 @@ bool MultiRegistrator::renamePoint(RefPointId id, std::string newName, GroupId& 
     if (!unidentified && groupHasName(sessionPoints, point->groupId, found->second)) return false;
     point->commonId = found->second;
   } else {
-    point->commonId = smallestFreeId(commonNames);
-    commonNames.push_back({point->commonId, std::move(newName)});
+    const CommonPointId newId = smallestFreeId(commonNames);
+    commonNames.push_back({newId, std::move(newName)});
+    point->commonId = newId;
   }
   point->named = !unidentified;
 

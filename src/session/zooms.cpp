@@ -26,8 +26,12 @@ ActiveView activeViewOfHost() {
   return {service, service ? service->activeView() : nullptr};
 }
 
+bool isFinite(const OdGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+
+/// Places at the end of the numbers' range are passed over: no view can be there.
 void show(const ActiveView& active, const OdGePoint3d& position, const OdGePoint3d& target, double width,
           double height) {
+  if (!isFinite(position) || !isFinite(target) || !std::isfinite(width) || !std::isfinite(height)) return;
   active.view->set(position, target, active.view->upVector(), width, height, HostProjection::parallel);
   active.service->applyView(active.view, 0);
   refreshViews();
@@ -42,8 +46,6 @@ struct Field {
   double midX() const { return (minX + maxX) / 2.0; }
   double midY() const { return (minY + maxY) / 2.0; }
 };
-
-bool isFinite(const OdGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
 Field fieldOf(const std::vector<OdGePoint3d>& points, const OdGeMatrix3d& worldToView) {
   OdGePoint3d first = points.front();

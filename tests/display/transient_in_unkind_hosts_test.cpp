@@ -227,4 +227,34 @@ TEST(TransientInAHostThatDrawsAtOnce, DrawsNoMoreAsItGoesThoughNobodyHasSaidSo) 
   EXPECT_EQ(drawn, 0u);
 }
 
+/// A draw that is no view of the graphics system.
+class BareDraw : public OdGiViewportDraw, private OdGiViewportGeometry, private OdGiSubEntityTraits {
+ public:
+  int calls = 0;
+
+  void addRef() override {}
+  void release() override {}
+  OdGiViewportGeometry& geometry() override { return *this; }
+  OdGiSubEntityTraits& subEntityTraits() override { return *this; }
+
+ private:
+  void setColor(std::uint16_t) override { ++calls; }
+  void setFillType(OdGiFillType) override { ++calls; }
+  void worldLine(const OdGePoint3d*) override { ++calls; }
+  void text(const OdGePoint3d&, const OdGeVector3d&, const OdGeVector3d&, double, double, double,
+            const OdString&) override {
+    ++calls;
+  }
+};
+
+TEST(TransientInAHostOfOtherViews, DrawsNothingWhereThereAreNoPixels) {
+  UnkindHost host;
+  const DisplayGroups groups = onePoint();
+  RefPointsTransient transient(&groups);
+  transient.beginDrawing();
+  BareDraw draw;
+  transient.viewportDraw(&draw);
+  EXPECT_EQ(draw.calls, 0);
+}
+
 }  // namespace

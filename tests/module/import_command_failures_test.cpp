@@ -78,6 +78,17 @@ TEST_F(ImportCommandFailure, TheDictionaryIsOpenForWritingOnlyAroundEachEntry) {
   EXPECT_THAT(groups(), ElementsAre(L"a", L"b"));
 }
 
+TEST_F(ImportCommandFailure, TheDictionaryIsLoweredAgainAlsoWhenTheGroupIsRefusedAndSomebodyElseReadsIt) {
+  const OdDbDictionaryPtr reader = makeDictionary().safeOpenObject();
+  document.drawing->setReadOnly(true);
+  EXPECT_THROW(import({files.write(L"a.txt", "P1 1 2 3\n")}), OdError);
+  EXPECT_FALSE(reader->isWriteEnabled());
+  document.drawing->setReadOnly(false);
+  EXPECT_NO_THROW(import({files.path(L"a.txt")}));
+  EXPECT_FALSE(reader->isWriteEnabled());
+  EXPECT_THAT(groups(), ElementsAre(L"a"));
+}
+
 // Wherever memory runs out, the command ends by an exception or in silence, and a group that is
 // there has all its points or, where it ran out between the entry and its data, none.
 TEST_F(ImportCommandFailure, ExhaustedMemoryAtAnyPlaceLeavesTheDrawingUsable) {

@@ -134,14 +134,14 @@ class FailingHost : public ::testing::Test {
 TEST_F(FailingHost, EveryCallThrowsOnce) {
   const Sweep sweep = overAllSteps([this](std::size_t index) { return failEachCall(index, Fault::throws); });
   print("calls that throw", sweep);
-  EXPECT_GT(sweep.failures, 200u);
+  EXPECT_GT(sweep.failures, 190u);
   EXPECT_GT(sweep.reported, 100u);
 }
 
 TEST_F(FailingHost, EveryCallGivesNothingOnce) {
   const Sweep sweep = overAllSteps([this](std::size_t index) { return failEachCall(index, Fault::givesNull); });
   print("calls that give nothing", sweep);
-  EXPECT_GT(sweep.failures, 200u);
+  EXPECT_GT(sweep.failures, 190u);
   EXPECT_EQ(sweep.reported, 0u);
 }
 

@@ -233,7 +233,20 @@ TEST(Zooms, APointWithoutAPlaceLeavesTheView) {
                      {"T3", 0, 0, -std::numeric_limits<double>::infinity()}}}});
   session.document().view().setState(somewhere);
   const auto redraws = session.host.redraws;
-  for (const RefPointId point : {0, 1, 2}) session->zoomToPoint(point);
+  for (const RefPointId point : {0u, 1u, 2u}) session->zoomToPoint(point);
+  expectViewLeftAlone(session);
+  EXPECT_EQ(session.host.redraws, redraws);
+}
+
+TEST(Zooms, PlacesAtTheEndOfTheNumbersRangeLeaveTheView) {
+  constexpr double largest = std::numeric_limits<double>::max();
+  Session session({{"A", {{"T1", largest, 0, 0}, {"T2", -largest, 1, 0}}},
+                   {"B", {{"T1", largest, 0, 0}, {"T2", largest / 2, 1, 0}}}});
+  session.document().view().setState(somewhere);
+  const auto redraws = session.host.redraws;
+  // The width is beyond the range, and so is twice the middle.
+  session->zoomToGroup(0);
+  session->zoomToGroup(1);
   expectViewLeftAlone(session);
   EXPECT_EQ(session.host.redraws, redraws);
 }

@@ -12,9 +12,9 @@
 /// Thrown by the casts of CZorVariant for a value that can't be converted.
 struct CZorVariantBadCast {};
 
-/// Nothing, a number, or a text. The casts convert between numbers, and from a text that is a
-/// number as a whole (digits, a minus, a point, an exponent); whole-number casts cut towards zero and refuse what is
-/// out of range.
+/// Nothing, a number, or a text. The casts convert between numbers, and from a text that is a number
+/// as a whole (digits, a minus, a point, an exponent; "nan", "inf" and "infinity" in any case);
+/// whole-number casts cut towards zero and refuse what is out of range.
 class CZorVariant {
  public:
   CZorVariant() = default;

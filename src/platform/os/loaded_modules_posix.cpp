@@ -1,7 +1,10 @@
 // The POSIX loader, in the GNU manner: dl_iterate_phdr lists what is loaded, in the order of loading.
 #include <dlfcn.h>
+#include <limits.h>
 #include <link.h>
+#include <unistd.h>
 
+#include <array>
 #include <boost/locale/encoding_utf.hpp>
 #include <filesystem>
 #include <string_view>
@@ -19,9 +22,13 @@ constexpr const char* mainExecutableLink = "/proc/self/exe";
 constexpr std::string_view foreignEnding = ".dll";
 constexpr std::string_view libraryEnding = ".so";
 
-std::string mainExecutablePath() {
-  std::error_code error;
-  return fs::read_symlink(mainExecutableLink, error).string();
+// In a buffer of the stack: whoever looks for its host does so also where there is no memory.
+using PathBuffer = std::array<char, PATH_MAX>;
+
+// Empty when the system doesn't tell.
+std::string_view mainExecutablePath(PathBuffer& buffer) {
+  const ssize_t length = readlink(mainExecutableLink, buffer.data(), buffer.size());
+  return {buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
 }
 
 // The loader may have been given a path relative to the working folder.
@@ -41,23 +48,32 @@ bool endsWithIgnoringCase(std::string_view text, std::string_view lowerCaseEndin
   return true;
 }
 
-// The name that the library has here: "mainview.dll" and "mainview" are "mainview.so".
-std::string libraryName(const std::string& name) {
-  if (endsWithIgnoringCase(name, foreignEnding)) {
-    return name.substr(0, name.size() - foreignEnding.size()).append(libraryEnding);
-  }
-  return fs::path(name).has_extension() ? name : std::string(name).append(libraryEnding);
+std::string_view lastElement(std::string_view path) { return path.substr(path.find_last_of('/') + 1); }
+
+// A point at the beginning belongs to a hidden file's name.
+bool hasEnding(std::string_view path) {
+  const std::string_view element = lastElement(path);
+  const std::size_t point = element.find_last_of('.');
+  return point != std::string_view::npos && point != 0 && element != "..";
 }
 
-bool isNameOf(const std::string& name, const std::string& modulePath) {
-  if (name.find('/') != std::string::npos) return name == fullPath(modulePath);
-  return name == fs::path(modulePath).filename().string();
+// The name that the library has here: "mainview.dll" and "mainview" are "mainview.so".
+std::string libraryName(std::string_view name) {
+  if (endsWithIgnoringCase(name, foreignEnding)) {
+    return std::string(name.substr(0, name.size() - foreignEnding.size())).append(libraryEnding);
+  }
+  return hasEnding(name) ? std::string(name) : std::string(name).append(libraryEnding);
+}
+
+bool isNameOf(std::string_view name, std::string_view modulePath) {
+  if (name.find('/') != std::string_view::npos) return name == fullPath(std::string(modulePath));
+  return name == lastElement(modulePath);
 }
 
 struct LibrarySearch {
   std::string name;
-  /// As the loader knows it; empty as long as nothing is found.
-  std::string foundPath;
+  /// The loader's own text; null as long as nothing is found.
+  const char* foundPath = nullptr;
 };
 
 int visitLoaded(dl_phdr_info* info, std::size_t, void* data) {
@@ -95,10 +111,11 @@ ModuleHandle loadedModule(const wchar_t* name) {
 
 ModuleHandle loadedModule(const char* name) {
   if (!name) return borrowedHandle(nullptr);
-  LibrarySearch search{libraryName(name), {}};
+  LibrarySearch search{libraryName(name)};
   dl_iterate_phdr(visitLoaded, &search);
-  if (!search.foundPath.empty()) return borrowedHandle(search.foundPath.c_str());
-  return isNameOf(name, mainExecutablePath()) ? borrowedHandle(nullptr) : nullptr;
+  if (search.foundPath) return borrowedHandle(search.foundPath);
+  PathBuffer buffer;
+  return isNameOf(name, mainExecutablePath(buffer)) ? borrowedHandle(nullptr) : nullptr;
 }
 
 ExportAddress exportedFunction(ModuleHandle module, const char* name) {
@@ -114,7 +131,8 @@ ExportAddress exportedFunction(ModuleHandle module, const char* name) {
 std::wstring moduleFileName(ModuleHandle module) {
   const link_map* const map = module ? linkMapOf(module) : nullptr;
   if (!map) return {};
-  const std::string path = *map->l_name == '\0' ? mainExecutablePath() : fullPath(map->l_name);
+  PathBuffer buffer;
+  const std::string path = *map->l_name == '\0' ? std::string(mainExecutablePath(buffer)) : fullPath(map->l_name);
   return boost::locale::conv::utf_to_utf<wchar_t>(path);
 }
 

@@ -24,7 +24,7 @@ class DRAWING_SDK_EXPORT OdRxClass {
   const OdRxClass* myParent() const { return parent; }
   bool isDerivedFrom(const OdRxClass* other) const;
 
-  /// A new object with no reference counted yet held by the result; null for an abstract class.
+  /// A new object that the result alone holds; null for an abstract class.
   OdSmartPtr<OdRxObject> create() const;
 
  private:

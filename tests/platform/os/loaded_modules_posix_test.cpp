@@ -2,11 +2,13 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
 #include "platform/os/loaded_library.h"
 #include "platform/os/loaded_modules.h"
+#include "platform/sdk/od_alloc.h"
 
 namespace {
 
@@ -97,4 +99,26 @@ TEST(ExportedFunctionPosix, DoesNotFindWhatALibraryOpenedForEverybodyDefines) {
 TEST(ModuleFileNamePosix, OfTheMainExecutableIsItsFullPath) {
   const auto self = loadedModule(static_cast<const char*>(nullptr));
   EXPECT_EQ(moduleFileName(self), fs::read_symlink("/proc/self/exe").wstring());
+}
+
+TEST(LoadedModulePosix, TakesNoMemoryForAShortName) {
+  const LoadedLibrary library(LOOKUP_HOST_FILE);
+  const std::uint64_t before = odrxAllocationCount();
+  const auto* const found = loadedModule(L"lookup_host.dll");
+  const auto* const missing = loadedModule(L"mainview.dll");
+  EXPECT_EQ(odrxAllocationCount(), before);
+  EXPECT_EQ(found, library.handle());
+  EXPECT_EQ(missing, nullptr);
+}
+
+TEST(LoadedModulePosix, TakesAPointAtTheBeginningForAPartOfTheName) {
+  const fs::path copy = fs::path(testing::TempDir()) / ".hidden.so";
+  fs::copy_file(LOOKUP_HOST_FILE, copy, fs::copy_options::overwrite_existing);
+  {
+    const LoadedLibrary library(copy.string());
+    EXPECT_EQ(loadedModule(".hidden"), library.handle());
+    EXPECT_EQ(loadedModule(".hidden.dll"), library.handle());
+    EXPECT_EQ(loadedModule("hidden"), nullptr);
+  }
+  fs::remove(copy);
 }

@@ -160,3 +160,16 @@ TEST_F(PointsRepository, IsOfItsClass) {
   EXPECT_STREQ(repository->isA()->name(), L"RegistrationObjectPointsRepository");
   EXPECT_TRUE(repository->isKindOf(OdDbObject::desc()));
 }
+
+TEST_F(PointsRepository, TheNamedObjectsAreLoweredAgainWhereSomebodyElseReadsThem) {
+  const OdDbDictionaryPtr reader = database->getNamedObjectsDictionaryId().safeOpenObject();
+  EXPECT_FALSE(Repository::createRegistrationPointsDictionary(*database).isNull());
+  EXPECT_FALSE(reader->isWriteEnabled());
+}
+
+TEST_F(PointsRepository, TheNamedObjectsAreLoweredAgainAlsoWhenTheyTakeNoDictionary) {
+  const OdDbDictionaryPtr reader = database->getNamedObjectsDictionaryId().safeOpenObject();
+  database->setReadOnly(true);
+  EXPECT_TRUE(Repository::createRegistrationPointsDictionary(*database).isNull());
+  EXPECT_FALSE(reader->isWriteEnabled());
+}
