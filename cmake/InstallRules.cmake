@@ -2,7 +2,8 @@
 #
 #   bin/tiepoint              the workbench
 #   lib/tiepoint/             the module and the two shared libraries, which bear no "lib" prefix and
-#                             so stay out of the folder that everybody's linker searches
+#                             so stay out of the folder that everybody's linker searches; on Windows
+#                             the two libraries stand in bin/, and their import libraries here
 #   lib/cmake/tiepoint/       the package
 #   include/tiepoint/         the headers of the interface, in the folders in which they name each other
 #

@@ -2,7 +2,7 @@
 # Builds the foreign host against an installation of a build, and plays its cases.
 #
 #   foreign_host_test.sh build BUILD-FOLDER CMAKE COMPILER FLAGS [TOOLCHAIN-FILE]
-#   foreign_host_test.sh play BUILD-FOLDER CASE
+#   foreign_host_test.sh play BUILD-FOLDER CASE [SURVEY]...
 #
 # All of it stands in BUILD-FOLDER/foreign_host: the installation, the host, and what the installed
 # workbench has found in the surveys that the host registers.
@@ -103,13 +103,15 @@ build() { # CMAKE COMPILER FLAGS [TOOLCHAIN-FILE]
   done
 }
 
-play() { # CASE
-  local survey found
-  for survey in "${surveys[@]}"; do
-    found="$sandbox/$survey of $1"
-    hostFinds "$survey" "$1" >"$found.figures" || fail "$1, $survey: status $?"
+play() { # CASE [SURVEY]...
+  local case=$1 survey found
+  shift
+  if (($# == 0)); then set -- "${surveys[@]}"; fi
+  for survey in "$@"; do
+    found="$sandbox/$survey of $case"
+    hostFinds "$survey" "$case" >"$found.figures" || fail "$case, $survey: status $?"
     comparable <"$found.figures" >"$found.found"
-    diff "$sandbox/$survey.expected" "$found.found" >&2 || fail "$1, $survey: the figures of the workbench"
+    diff "$sandbox/$survey.expected" "$found.found" >&2 || fail "$case, $survey: the figures of the workbench"
   done
 }
 
