@@ -1,9 +1,12 @@
 #include "workbench/cli/links.h"
 
 #include <algorithm>
-#include <iterator>
 #include <map>
 #include <set>
+#include <string_view>
+#include <unordered_map>
+
+#include "workbench/cli/linked_sets.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -11,25 +14,36 @@ using namespace ZOR::reg;
 
 namespace {
 
-std::map<GroupId, std::set<std::string>> eligibleNames(const SessionState& state) {
-  std::map<GroupId, std::set<std::string>> names;
+using Names = std::set<std::string>;
+
+std::map<GroupId, Names> eligibleNames(const SessionState& state) {
+  std::map<GroupId, Names> names;
   for (const SessionPoint& point : state.points) {
     if (isEligible(point.record)) names[point.record.groupId].insert(point.name);
   }
   return names;
 }
 
-using Names = std::set<std::string>;
+/// Of each name, the places of the parts that have it, ascending.
+std::unordered_map<std::string_view, std::vector<std::size_t>> bearersOf(const std::vector<Names>& namesOfPart) {
+  std::unordered_map<std::string_view, std::vector<std::size_t>> bearers;
+  for (std::size_t part = 0; part < namesOfPart.size(); ++part) {
+    for (const std::string& name : namesOfPart[part]) bearers[name].push_back(part);
+  }
+  return bearers;
+}
 
 std::vector<Link> linksBetween(const std::vector<Names>& namesOfPart) {
+  const auto bearers = bearersOf(namesOfPart);
   std::vector<Link> links;
-  for (std::size_t a = 0; a < namesOfPart.size(); ++a) {
-    for (std::size_t b = a + 1; b < namesOfPart.size(); ++b) {
-      Link link{a, b, {}};
-      std::set_intersection(namesOfPart[a].begin(), namesOfPart[a].end(), namesOfPart[b].begin(), namesOfPart[b].end(),
-                            std::back_inserter(link.names));
-      if (!link.names.empty()) links.push_back(std::move(link));
+  for (std::size_t part = 0; part < namesOfPart.size(); ++part) {
+    std::map<std::size_t, std::vector<std::string>> shared;
+    for (const std::string& name : namesOfPart[part]) {
+      const std::vector<std::size_t>& those = bearers.at(name);
+      const auto behind = std::upper_bound(those.begin(), those.end(), part);
+      std::for_each(behind, those.end(), [&](std::size_t other) { shared[other].push_back(name); });
     }
+    for (auto& [other, names] : shared) links.push_back({part, other, std::move(names)});
   }
   std::stable_sort(links.begin(), links.end(),
                    [](const Link& a, const Link& b) { return a.names.size() > b.names.size(); });
@@ -61,54 +75,26 @@ std::vector<Part> partsOf(const SessionState& state, const GroupClusters& cluste
   return parts;
 }
 
-/// Groups that have been found to hang together so far, and all their names.
-struct GrowingPart {
+/// A group in use, or several bases, which are one.
+struct ActiveGroups {
   std::set<GroupId> groups;
   Names names;
-
-  void join(const GrowingPart& other) {
-    groups.insert(other.groups.begin(), other.groups.end());
-    names.insert(other.names.begin(), other.names.end());
-  }
 };
 
-/// One for each group in use; several bases are one.
-std::vector<GrowingPart> activeGroupParts(const SessionState& state) {
+std::vector<ActiveGroups> activeGroupsOf(const SessionState& state) {
   std::optional<GroupId> base;
-  std::map<GroupId, GrowingPart> parts;
+  std::map<GroupId, ActiveGroups> byId;
   for (const SessionPoint& point : state.points) {
     if (!point.record.active) continue;
     const GroupId group = point.record.groupId;
     if (point.record.inBase && !base) base = group;
-    GrowingPart& part = parts[point.record.inBase ? *base : group];
-    part.groups.insert(group);
-    part.names.insert(point.name);
+    ActiveGroups& those = byId[point.record.inBase ? *base : group];
+    those.groups.insert(group);
+    those.names.insert(point.name);
   }
-  std::vector<GrowingPart> all;
-  for (auto& entry : parts) all.push_back(std::move(entry.second));
+  std::vector<ActiveGroups> all;
+  for (auto& entry : byId) all.push_back(std::move(entry.second));
   return all;
-}
-
-bool areLinked(const GrowingPart& a, const GrowingPart& b) {
-  const bool fewerInA = a.names.size() < b.names.size();
-  const Names& fewer = fewerInA ? a.names : b.names;
-  const Names& more = fewerInA ? b.names : a.names;
-  std::size_t common = 0;
-  for (const std::string& name : fewer) common += more.count(name);
-  return common >= namesThatLink;
-}
-
-/// Joins two linked parts. False when no two are left.
-bool joinTwo(std::vector<GrowingPart>& parts) {
-  for (std::size_t a = 0; a < parts.size(); ++a) {
-    for (std::size_t b = a + 1; b < parts.size(); ++b) {
-      if (!areLinked(parts[a], parts[b])) continue;
-      parts[a].join(parts[b]);
-      parts.erase(parts.begin() + static_cast<std::ptrdiff_t>(b));
-      return true;
-    }
-  }
-  return false;
 }
 
 }  // namespace
@@ -130,16 +116,22 @@ LinkReport describeLinks(const SessionState& state, const GroupClusters& cluster
 }
 
 LinkReport activeLinks(const SessionState& state) {
-  std::vector<GrowingPart> parts = activeGroupParts(state);
-  while (joinTwo(parts)) {
-  }
-  LinkReport report;
+  std::vector<ActiveGroups> all = activeGroupsOf(state);
   std::vector<Names> names;
-  for (GrowingPart& part : parts) {
-    report.parts.push_back({std::nullopt, {part.groups.begin(), part.groups.end()}});
-    names.push_back(std::move(part.names));
+  for (ActiveGroups& those : all) names.push_back(std::move(those.names));
+  LinkReport report;
+  std::vector<Names> namesOfPart;
+  for (const std::vector<std::size_t>& part : linkedSets(names, namesThatLink)) {
+    std::set<GroupId> groups;
+    Names together;
+    for (const std::size_t i : part) {
+      groups.insert(all[i].groups.begin(), all[i].groups.end());
+      together.insert(names[i].begin(), names[i].end());
+    }
+    report.parts.push_back({std::nullopt, {groups.begin(), groups.end()}});
+    namesOfPart.push_back(std::move(together));
   }
-  report.links = linksBetween(names);
+  report.links = linksBetween(namesOfPart);
   return report;
 }
 
