@@ -56,6 +56,30 @@ PointPairs sharedNames(const SessionState& state, GroupId first, GroupId second)
   return shared;
 }
 
+NamesByGroup namesByGroup(const SessionState& state) {
+  NamesByGroup names;
+  for (const SessionPoint& point : state.points) {
+    if (isEligible(point.record)) names[point.record.groupId].push_back(point.record.commonId);
+  }
+  for (auto& [group, those] : names) {
+    std::sort(those.begin(), those.end());
+    those.erase(std::unique(those.begin(), those.end()), those.end());
+  }
+  return names;
+}
+
+std::size_t countSharedNames(const NamesByGroup& names, GroupId first, GroupId second) {
+  const auto here = names.find(first), there = names.find(second);
+  if (here == names.end() || there == names.end()) return 0;
+  std::size_t count = 0;
+  auto b = there->second.begin();
+  for (const CommonPointId name : here->second) {
+    while (b != there->second.end() && *b < name) ++b;
+    if (b != there->second.end() && *b == name) ++count;
+  }
+  return count;
+}
+
 double largestDiscrepancy(const SessionState& state) {
   double largest = 0.0;
   for (const auto& [point, discrepancy] : state.discrepancies) {

@@ -27,6 +27,13 @@ Stations stationsOf(const SessionState& state);
 /// The points that two groups have under the same names: the first's, the second's.
 PointPairs sharedNames(const SessionState& state, ZOR::reg::GroupId first, ZOR::reg::GroupId second);
 
+/// The names that the points of each group may be joined by, ascending.
+using NamesByGroup = std::map<ZOR::reg::GroupId, std::vector<ZOR::reg::CommonPointId>>;
+NamesByGroup namesByGroup(const SessionState& state);
+
+/// How many names two groups share: as many as there are pairs in `sharedNames`.
+std::size_t countSharedNames(const NamesByGroup& names, ZOR::reg::GroupId first, ZOR::reg::GroupId second);
+
 /// A naming that was solved is no good when a discrepancy is above the limit or isn't a number, or
 /// when a group has two points in use of one name.
 bool isSound(const SessionState& state, double limit);

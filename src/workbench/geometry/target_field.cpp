@@ -1,7 +1,6 @@
 #include "workbench/geometry/target_field.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace tiepoint::workbench {
 
@@ -45,14 +44,19 @@ Placement placementOf(const SessionState& state, const Station& station, const N
   return placement;
 }
 
-double farthestApart(const SessionState& state, const PointPairs& pairs,
+RecordsById recordsById(const SessionState& state) {
+  RecordsById records;
+  records.reserve(state.points.size());
+  for (const SessionPoint& point : state.points) records.emplace(point.record.id, &point.record);
+  return records;
+}
+
+double farthestApart(const RecordsById& records, const PointPairs& pairs,
                      const std::map<GroupId, OdGeMatrix3d>& toCommon) {
-  std::unordered_map<RefPointId, const RefPoint*> byId;
-  for (const SessionPoint& point : state.points) byId.emplace(point.record.id, &point.record);
   double farthest = 0.0;
   for (const auto& [first, second] : pairs) {
-    const Eigen::Vector3d here = inCommonSystem(*byId.at(first), toCommon);
-    farthest = std::max(farthest, (here - inCommonSystem(*byId.at(second), toCommon)).norm());
+    const Eigen::Vector3d here = inCommonSystem(*records.at(first), toCommon);
+    farthest = std::max(farthest, (here - inCommonSystem(*records.at(second), toCommon)).norm());
   }
   return farthest;
 }

@@ -1,6 +1,8 @@
 // The stations that are joined already, as the field of targets that a further one is laid onto.
 #pragma once
 
+#include <unordered_map>
+
 #include "platform/sdk/od_ge_matrix3d.h"
 #include "workbench/geometry/station_shapes.h"
 
@@ -24,8 +26,12 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const ZO
 /// Where the names put a station's points in the field.
 Placement placementOf(const SessionState& state, const Station& station, const NamedField& named);
 
+/// The points' records by their ids. The state must outlive them.
+using RecordsById = std::unordered_map<ZOR::reg::RefPointId, const ZOR::reg::RefPoint*>;
+RecordsById recordsById(const SessionState& state);
+
 /// The largest distance between the points of a pair, in the common system.
-double farthestApart(const SessionState& state, const PointPairs& pairs,
+double farthestApart(const RecordsById& records, const PointPairs& pairs,
                      const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon);
 
 }  // namespace tiepoint::workbench

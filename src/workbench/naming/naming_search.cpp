@@ -8,6 +8,7 @@
 
 #include "workbench/geometry/certainty.h"
 #include "workbench/geometry/doubled_names.h"
+#include "workbench/geometry/nearest_points.h"
 #include "workbench/geometry/links.h"
 #include "workbench/naming/planned_session.h"
 
@@ -24,6 +25,9 @@ constexpr int mostRounds = 12;
 constexpr double widestGap = 20.0;
 /// Close points first: a wide tolerance chains neighbours together.
 constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
+/// Points a little farther apart than the widest tolerance are looked for too, so that what lies
+/// exactly at it is seen.
+constexpr double nearestPart = 1.001 * closenessParts.back();
 /// A link of three points that contradicts another is as likely when chance makes it no more than so
 /// many times as often.
 constexpr double likelyAsWell = 4.0;
@@ -48,6 +52,7 @@ class Growth {
  public:
   Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_)
       : start(start_),
+        records(recordsById(start_)),
         limits(limits_),
         stations(stationsOf(start_)),
         settings(settingsOf(start_)),
@@ -162,11 +167,24 @@ class Growth {
 
   void nameSpotsInRounds(const GroupIdSet& groups) {
     for (int round = 0; round < mostRounds; ++round) {
-      const auto names = [&](double part) { return nameSpots(groups, part * limits.closeness); };
+      const NearestPoints nearest = nearestNow();
+      const auto names = [&](double part) {
+        const double tolerance = part * limits.closeness;
+        return tolerance > nearest.toUnnamed && nameSpots(groups, tolerance);
+      };
       if (std::any_of(closenessParts.begin(), closenessParts.end(), names)) continue;
-      const auto unites = [&](double part) { return uniteNames(groups, part * limits.closeness); };
+      const auto unites = [&](double part) {
+        const double tolerance = part * limits.closeness;
+        return tolerance >= nearest.betweenNames && uniteNames(groups, tolerance);
+      };
       if (std::none_of(closenessParts.begin(), closenessParts.end(), unites)) return;
     }
+  }
+
+  /// A tolerance within which there is nothing to name isn't worth the operation, which looks at all
+  /// points of the session.
+  NearestPoints nearestNow() {
+    return nearestPoints(placedPoints(planned.state(), planned.motions()), nearestPart * limits.closeness);
   }
 
   /// What a station brings a name for may have an automatic one in those that stand.
@@ -196,32 +214,31 @@ class Growth {
   /// Links between stations that stand, of which not all points have got their names.
   std::vector<const PairLink*> openLinks() {
     std::vector<const PairLink*> open;
+    const NamesByGroup names = namesByGroup(planned.state());
     for (const PairLink& link : pairs.links) {
       const bool bothStand = placed.count(link.first) != 0 && placed.count(link.second) != 0;
       if (!bothStand) continue;
-      if (sharedNames(planned.state(), link.first, link.second).size() < link.shared.size()) open.push_back(&link);
+      if (countSharedNames(names, link.first, link.second) < link.shared.size()) open.push_back(&link);
     }
     return open;
   }
 
   /// Whether its points lie as near as the two ends of a loop; those of a chance link don't.
   bool nearlyCloses(const PairLink& link, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
-    return farthestApart(start, link.shared, toCommon) <= widestGap * limits.reach();
+    return farthestApart(records, link.shared, toCommon) <= widestGap * limits.reach();
   }
 
   void closeLoops() {
     const std::vector<const PairLink*> open = openLinks();
     if (open.empty()) return;
-    std::map<GroupId, OdGeMatrix3d> toCommon = planned.motions();
     for (const PairLink* link : open) {
-      if (!nearlyCloses(*link, toCommon)) continue;
+      if (!nearlyCloses(*link, planned.motions())) continue;
       const std::size_t stepsBefore = planned.steps().size();
       if (matchTriangles(*link) && planned.solve(placed) && isSoundNow()) {
         nameSpotsInRounds(placed);
       } else {
         planned.backTo(stepsBefore);
       }
-      toCommon = planned.motions();
     }
   }
 
@@ -261,6 +278,7 @@ class Growth {
   }
 
   const SessionState& start;
+  RecordsById records;
   NamingLimits limits;
   Stations stations;
   SettingsById settings;

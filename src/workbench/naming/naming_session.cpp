@@ -33,6 +33,7 @@ NamingSession::NamingSession(DrivenSession& session_) : session(session_) {
       excluded.insert(point.record.id);
     }
   }
+  included = participants;
 }
 
 std::size_t NamingSession::matchByTriangles(const GroupIdSet& groups, double sideTolerance, double minSideDifference) {
@@ -77,12 +78,17 @@ void NamingSession::finish() {
   includeOnly(participants);
 }
 
-/// To include a group includes all its points, so the choices are made once more.
+/// To include a group includes all its points, so the choices are made once more. Each operation looks
+/// at all points of the session, so only what changes is told to it.
 void NamingSession::includeOnly(const GroupIdSet& groups) {
-  session.includeGroups(groups);
-  const GroupIdSet others = without(participants, groups);
-  if (!others.empty()) session.excludeGroups(others);
-  if (!excluded.empty()) session.excludePoints(excluded);
+  const GroupIdSet entering = without(groups, included);
+  const GroupIdSet leaving = without(included, groups);
+  if (!entering.empty()) {
+    session.includeGroups(entering);
+    if (!excluded.empty()) session.excludePoints(excluded);
+  }
+  if (!leaving.empty()) session.excludeGroups(leaving);
+  included = groups;
 }
 
 SettingsById settingsOf(const SessionState& state) {

@@ -39,6 +39,8 @@ class NamingSession {
   DrivenSession& session;
   ZOR::reg::GroupIdSet participants;
   ZOR::reg::RefPointIdSet excluded;
+  /// Of the participants, those that are included.
+  ZOR::reg::GroupIdSet included;
 };
 
 /// What the user has chosen of one point.

@@ -1,5 +1,7 @@
 #include "workbench/naming/planned_session.h"
 
+#include <algorithm>
+
 #include "workbench/session/solved_transforms.h"
 
 namespace tiepoint::workbench {
@@ -29,17 +31,26 @@ bool PlannedSession::unite(const PointPairs& takers, double tolerance) {
 
 bool PlannedSession::solve(const GroupIdSet& groups) {
   done.push_back({NamingKind::solve, groups, 0.0, 0.0, 0});
+  lastMotions.reset();
   return (*scratch)->solve(groups);
 }
 
-std::map<GroupId, OdGeMatrix3d> PlannedSession::motions() {
-  const GroupIdSet& groups = (*scratch)->groups();
-  return solvedMotions(workbench, (*scratch)->driven().operations(), {groups.begin(), groups.end()});
+/// Only what was solved has moved. To read a motion takes a cloud in a drawing of its own.
+const std::map<GroupId, OdGeMatrix3d>& PlannedSession::motions() {
+  if (lastMotions) return *lastMotions;
+  const auto solve = std::find_if(done.rbegin(), done.rend(),
+                                  [](const NamingStep& step) { return step.kind == NamingKind::solve; });
+  lastMotions.emplace();
+  if (solve == done.rend()) return *lastMotions;
+  const std::vector<GroupId> groups(solve->groups.begin(), solve->groups.end());
+  *lastMotions = solvedMotions(workbench, (*scratch)->driven().operations(), groups);
+  return *lastMotions;
 }
 
 void PlannedSession::backTo(std::size_t count) {
   if (done.size() == count) return;
   done.resize(count);
+  lastMotions.reset();
   scratch = std::make_unique<ScratchSession>(workbench, settings);
   for (const NamingStep& step : done) (*scratch)->repeat(step);
 }

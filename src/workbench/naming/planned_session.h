@@ -1,7 +1,9 @@
 // A plan of naming steps, and a scratch session in which it has been carried out.
 #pragma once
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "workbench/naming/naming_session.h"
@@ -24,8 +26,8 @@ class PlannedSession {
   /// False when these groups don't hang together.
   bool solve(const ZOR::reg::GroupIdSet& groups);
 
-  /// Of the last solve.
-  std::map<ZOR::reg::GroupId, OdGeMatrix3d> motions();
+  /// Of the last solve; stays as it is until the next one.
+  const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& motions();
 
   /// Drops the last step, which has named nothing.
   void dropIdle() { done.pop_back(); }
@@ -37,6 +39,7 @@ class PlannedSession {
   const SettingsById& settings;
   std::unique_ptr<ScratchSession> scratch;
   std::vector<NamingStep> done;
+  std::optional<std::map<ZOR::reg::GroupId, OdGeMatrix3d>> lastMotions;
 };
 
 }  // namespace tiepoint::workbench
