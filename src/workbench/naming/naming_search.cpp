@@ -8,8 +8,8 @@
 
 #include "workbench/geometry/certainty.h"
 #include "workbench/geometry/doubled_names.h"
-#include "workbench/geometry/nearest_points.h"
 #include "workbench/geometry/links.h"
+#include "workbench/geometry/nearest_points.h"
 #include "workbench/naming/planned_session.h"
 
 namespace tiepoint::workbench {
@@ -55,8 +55,9 @@ class Growth {
         records(recordsById(start_)),
         limits(limits_),
         stations(stationsOf(start_)),
+        common(stations, std::max(limits_.side, limits_.reach())),
         settings(settingsOf(start_)),
-        pairs(findPairLinks(workbench, settings, start_, stations, limits_)),
+        pairs(findPairLinks(workbench, settings, start_, stations, common, limits_)),
         planned(workbench, settings) {}
 
   NamingPlan run() {
@@ -131,10 +132,11 @@ class Growth {
     if (link && !matchTriangles(*link)) return Joined::no;
     if (!planned.solve(all) || !isSoundNow()) return Joined::no;
     nameSpotsInRounds(all);
-    const NamedField named = fieldOf(planned.state(), stations, before, planned.motions());
+    NamedField named = fieldOf(planned.state(), stations, before, planned.motions());
     const Station& station = stations.at(group);
     const Placement own = placementOf(planned.state(), station, named);
     const double tries = triesFor(before);
+    if (own.size() > namesThatLink) keepThoseInCommon(named.field, before, group);
     const Certainty certainty = certaintyOf(named.field, station.shape, own, limits.reach(), tries);
     if (certainty == Certainty::rivalled && own.size() > namesThatLink) {
       ambiguous[group] = own.size();
@@ -146,6 +148,18 @@ class Growth {
       weak.push_back({group, stepsBefore, before, link ? link->chance : 0.0, risk});
     }
     return Joined::yes;
+  }
+
+  /// Only those can show another way of laying the station; how often chance makes a link of three
+  /// points takes all.
+  void keepThoseInCommon(TargetField& field, const GroupIdSet& groups, GroupId added) const {
+    std::vector<TargetField::Seen> kept;
+    auto seen = field.stations.begin();
+    for (const GroupId group : groups) {
+      if (common.mayBeBetween(group, added)) kept.push_back(std::move(*seen));
+      ++seen;
+    }
+    field.stations = std::move(kept);
   }
 
   /// Of the links that could carry the set on the best is tried first, and each might have been it by
@@ -281,6 +295,7 @@ class Growth {
   RecordsById records;
   NamingLimits limits;
   Stations stations;
+  CommonTriangles common;
   SettingsById settings;
   PairLinks pairs;
   PlannedSession planned;

@@ -112,9 +112,12 @@ ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& setting
   choose();
 }
 
-void ScratchSession::restart() {
+void ScratchSession::restart() { changeTo(groups); }
+
+void ScratchSession::changeTo(GroupIdSet groups_) {
   driven.clearResults();
   driven.removeGroups(groups);
+  groups = std::move(groups_);
   driven.addGroups(groups);
   choose();
 }

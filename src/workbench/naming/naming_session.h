@@ -63,6 +63,9 @@ class ScratchSession {
 
   /// Everything as it was at first, but for the numbers of names to come.
   void restart();
+  /// The same with other groups instead. Costs less than a session of its own, which reads the whole
+  /// drawing.
+  void changeTo(ZOR::reg::GroupIdSet groups);
 
   NamingSession& operator*() { return *naming; }
   NamingSession* operator->() { return &*naming; }

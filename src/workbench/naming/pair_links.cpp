@@ -82,7 +82,8 @@ class PairSearch {
   bool isEnough() const { return best && best->shared.size() >= enoughShared; }
 
   void tryTriangles(std::optional<NamingStep> step) {
-    scratch.restart();
+    if (!isFresh) scratch.restart();
+    isFresh = false;
     if (step && scratch->matchByTriangles(step->groups, step->tolerance, step->minSideDifference) == 0) return;
     if (!solves()) return;
     if (!isSound(scratch->state(), limits.discrepancy)) {
@@ -119,6 +120,7 @@ class PairSearch {
   }
 
   ScratchSession& scratch;
+  bool isFresh = true;
   const Stations& stations;
   const NamingLimits& limits;
   GroupId first, second;
@@ -127,15 +129,26 @@ class PairSearch {
 }  // namespace
 
 PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
-                        const Stations& stations, const NamingLimits& limits) {
+                        const Stations& stations, const CommonTriangles& common, const NamingLimits& limits) {
   PairLinks result;
+  const NamesByGroup names = namesByGroup(start);
   for (auto first = stations.begin(); first != stations.end(); ++first) {
+    // One for each first station: a session keeps all names that it ever made.
+    std::optional<ScratchSession> scratch;
     for (auto second = std::next(first); second != stations.end(); ++second) {
-      const Tolerances tolerances =
-          tolerancesFor(first->second.shape.triangles, second->second.shape.triangles, limits.side);
-      if (tolerances.each.empty() && sharedNames(start, first->first, second->first).size() < namesThatLink) continue;
-      ScratchSession scratch(workbench, settings, {first->first, second->first});
-      PairSearch search(scratch, stations, limits, first->first, second->first);
+      Tolerances tolerances;
+      if (common.mayBeBetween(first->first, second->first)) {
+        tolerances = tolerancesFor(first->second.shape.triangles, second->second.shape.triangles, limits.side);
+      }
+      const bool haveNames = countSharedNames(names, first->first, second->first) >= namesThatLink;
+      if (tolerances.each.empty() && !haveNames) continue;
+      const GroupIdSet both{first->first, second->first};
+      if (scratch) {
+        scratch->changeTo(both);
+      } else {
+        scratch.emplace(workbench, settings, both);
+      }
+      PairSearch search(*scratch, stations, limits, first->first, second->first);
       search.run(tolerances);
       if (search.best) result.links.push_back(*search.best);
       if (search.best || !search.aboveLimit) continue;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "workbench/geometry/common_triangles.h"
 #include "workbench/geometry/station_shapes.h"
 #include "workbench/naming/naming_session.h"
 #include "workbench/values/naming_limits.h"
@@ -33,8 +34,8 @@ struct PairLinks {
 };
 
 /// Tries every pair of stations in scratch sessions: with the names that there are, then by
-/// triangles with a tolerance from tight to the limits' widest.
+/// triangles with a tolerance from tight to the limits' widest. `common`: for no less a tolerance.
 PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
-                        const Stations& stations, const NamingLimits& limits);
+                        const Stations& stations, const CommonTriangles& common, const NamingLimits& limits);
 
 }  // namespace tiepoint::workbench

@@ -38,8 +38,8 @@ bool PlannedSession::solve(const GroupIdSet& groups) {
 /// Only what was solved has moved. To read a motion takes a cloud in a drawing of its own.
 const std::map<GroupId, OdGeMatrix3d>& PlannedSession::motions() {
   if (lastMotions) return *lastMotions;
-  const auto solve = std::find_if(done.rbegin(), done.rend(),
-                                  [](const NamingStep& step) { return step.kind == NamingKind::solve; });
+  const auto solve =
+      std::find_if(done.rbegin(), done.rend(), [](const NamingStep& step) { return step.kind == NamingKind::solve; });
   lastMotions.emplace();
   if (solve == done.rend()) return *lastMotions;
   const std::vector<GroupId> groups(solve->groups.begin(), solve->groups.end());

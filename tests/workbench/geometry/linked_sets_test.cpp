@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <random>
 
+#include "solver/arbitrary.h"
 #include "workbench/geometry/plain_linked_sets.h"
 
 namespace tiepoint::workbench {
@@ -13,6 +14,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using tiepoint::testing::arbitraryBetween;
 using Sets = std::vector<std::set<std::string>>;
 
 TEST(LinkedSets, AreJoinedByThreeNamesAndNotByTwo) {
@@ -35,26 +37,38 @@ TEST(LinkedSets, WithoutNamesStandAlone) {
   EXPECT_THAT(linkedSets({}, 3), IsEmpty());
 }
 
-/// Few names, so that many sets share just too few or just enough.
-rc::Gen<Sets> crowdedSets() {
-  const auto name = rc::gen::map(rc::gen::inRange(0, 24), [](int i) { return "n" + std::to_string(i); });
-  return rc::gen::container<Sets>(rc::gen::scale(0.06, rc::gen::container<std::set<std::string>>(name)));
+/// Few names for many sets, so that many share just too few or just enough.
+Sets crowdedSets() {
+  Sets sets(arbitraryBetween<std::size_t>(0, 20));
+  for (std::set<std::string>& names : sets) {
+    const int count = arbitraryBetween(0, 6);
+    for (int i = 0; i < count; ++i) names.insert("n" + std::to_string(arbitraryBetween(0, 23)));
+  }
+  return sets;
 }
 
 RC_GTEST_PROP(LinkedSets, AreThoseOfAScanThatStartsAgain, ()) {
-  const Sets sets = *crowdedSets();
-  const std::size_t least = *rc::gen::inRange<std::size_t>(1, 5);
+  const Sets sets = crowdedSets();
+  const std::size_t least = arbitraryBetween<std::size_t>(1, 4);
   const auto parts = linkedSets(sets, least);
   RC_CLASSIFY(parts.size() > 1 && parts.size() < sets.size());
   RC_ASSERT(parts == tiepoint::testing::plainLinkedSets(sets, least));
 }
 
-/// Each set hangs on all before it together, by one name of each of three, and on none alone.
+/// The first two share three names; each further set shares two with the one before it and one with
+/// the one before that, so that it hangs on both together and on none alone.
 Sets chain(std::size_t count) {
-  const auto own = [](std::size_t set, const char* which) { return std::to_string(set) + which; };
-  Sets sets{{"0a", "0b", "0c"}, {"0a", "0b", "0c", "1a", "1b"}};
-  for (std::size_t k = 2; k < count; ++k) {
-    sets.push_back({own(k - 2, "a"), own(k - 1, "a"), own(k - 1, "b"), own(k, "a"), own(k, "b")});
+  Sets sets(count);
+  const auto share = [&](std::size_t a, std::size_t b, const std::string& which) {
+    const std::string name = std::to_string(a) + " " + std::to_string(b) + which;
+    sets[a].insert(name);
+    sets[b].insert(name);
+  };
+  share(0, 1, "c");
+  for (std::size_t k = 1; k < count; ++k) {
+    share(k - 1, k, "a");
+    share(k - 1, k, "b");
+    if (k > 1) share(k - 2, k, "a");
   }
   return sets;
 }

@@ -44,6 +44,20 @@ TEST(SharedNames, AreThoseOfEligiblePointsInBothGroups) {
   EXPECT_EQ(sharedNames(survey.state, 1, 0), (PointPairs{{6, 1}}));
 }
 
+TEST(CountSharedNames, IsHowManyPairsShareANameAlsoWhereAGroupHasItTwice) {
+  StateBuilder survey;
+  survey.group("A").points({"T3", "T1", "T2", "T1", "?", "?", "T5"});
+  survey.last().included = false;
+  survey.group("B").points({"T1", "T4", "T3", "T3", "?", "T5"}).group("C").points({"T4"}).group("D");
+  const NamesByGroup names = namesByGroup(survey.state);
+  for (const ZOR::reg::GroupId one : {0u, 1u, 2u, 3u}) {
+    for (const ZOR::reg::GroupId other : {0u, 1u, 2u, 3u}) {
+      EXPECT_EQ(countSharedNames(names, one, other), sharedNames(survey.state, one, other).size()) << one << other;
+    }
+  }
+  EXPECT_EQ(countSharedNames(names, 0, 1), 2u);
+}
+
 TEST(IsSound, NeedsEveryDiscrepancyWithinTheLimit) {
   StateBuilder survey;
   survey.group("A").points({"T1", "T2"});
