@@ -23,6 +23,15 @@ GroupIdSet without(const GroupIdSet& all, const GroupIdSet& some) {
   return rest;
 }
 
+/// A solve that another one follows before anything uses it.
+bool isSuperseded(std::vector<NamingStep>::const_iterator step, std::vector<NamingStep>::const_iterator end) {
+  if (step->kind != NamingKind::solve) return false;
+  const auto next = std::find_if(std::next(step), end, [](const NamingStep& later) {
+    return later.kind == NamingKind::solve || later.kind == NamingKind::closeness;
+  });
+  return next != end && next->kind == NamingKind::solve;
+}
+
 }  // namespace
 
 NamingSession::NamingSession(DrivenSession& session_) : session(session_) {
@@ -58,7 +67,15 @@ bool NamingSession::solve(const GroupIdSet& groups) {
   return active == groups && session.registerPairwise();
 }
 
-std::size_t NamingSession::repeat(const NamingStep& step) {
+bool NamingSession::repeat(const std::vector<NamingStep>& steps) {
+  for (auto step = steps.begin(); step != steps.end(); ++step) {
+    if (isSuperseded(step, steps.end())) continue;
+    if (repeatOne(*step) != step->named) return false;
+  }
+  return true;
+}
+
+std::size_t NamingSession::repeatOne(const NamingStep& step) {
   switch (step.kind) {
     case NamingKind::triangles:
       return matchByTriangles(step.groups, step.tolerance, step.minSideDifference);

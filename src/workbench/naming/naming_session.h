@@ -28,12 +28,15 @@ class NamingSession {
   std::size_t unite(const PointPairs& takers);
   /// True when all of these groups hang together and each takes part.
   bool solve(const ZOR::reg::GroupIdSet& groups);
-  /// Any of them, as it was taken before. Says how many points it named.
-  std::size_t repeat(const NamingStep& step);
+  /// Takes steps as they were taken before. Only a matching by closeness and whoever goes on from here
+  /// see what a solve has found, so the other solves are left out. False when one names another number
+  /// of points; the steps after it aren't taken then.
+  bool repeat(const std::vector<NamingStep>& steps);
   /// Forgets the solves and lets all groups take part again.
   void finish();
 
  private:
+  std::size_t repeatOne(const NamingStep& step);
   void includeOnly(const ZOR::reg::GroupIdSet& groups);
 
   DrivenSession& session;

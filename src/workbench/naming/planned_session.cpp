@@ -52,7 +52,7 @@ void PlannedSession::backTo(std::size_t count) {
   done.resize(count);
   lastMotions.reset();
   scratch = std::make_unique<ScratchSession>(workbench, settings);
-  for (const NamingStep& step : done) (*scratch)->repeat(step);
+  (*scratch)->repeat(done);
 }
 
 }  // namespace tiepoint::workbench

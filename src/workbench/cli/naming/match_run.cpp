@@ -176,8 +176,7 @@ bool isAmbiguous(const NamingPlan& plan) {
 }
 
 void repeatPlan(NamingSession& naming, const NamingPlan& plan) {
-  for (const NamingStep& step : plan.steps) {
-    if (naming.repeat(step) == step.named) continue;
+  if (!naming.repeat(plan.steps)) {
     throw CommandError(ExitStatus::refused,
                        "the search for names came out otherwise when it was repeated; give the "
                        "points names, or --match triangles");
