@@ -11,13 +11,13 @@
 #include "workbench/cli/mismatch_warnings.h"
 #include "workbench/cli/output_targets.h"
 #include "workbench/cli/picture_options.h"
-#include "workbench/cli/plain_text.h"
 #include "workbench/cli/point_choice.h"
-#include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/road_checks.h"
 #include "workbench/cli/staging_folder.h"
 #include "workbench/cli/survey_picture.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/geometry/rigid_motion.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -2,7 +2,7 @@
 
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/naming/match_text.h"
-#include "workbench/cli/rigid_motion.h"
+#include "workbench/geometry/rigid_motion.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 

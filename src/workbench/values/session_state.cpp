@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "platform/sdk/od_code_page.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 

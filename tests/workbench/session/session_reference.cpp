@@ -6,7 +6,7 @@
 #include "solver/iterative.h"
 #include "solver/pairwise.h"
 #include "solver/solve_input.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 

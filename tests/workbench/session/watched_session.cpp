@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "session/active_flags.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 #include "workbench/view/recording_draw.h"
 
 namespace tiepoint::workbench {
