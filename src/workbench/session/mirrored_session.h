@@ -28,29 +28,31 @@ class MirroredSession : public ZOR::reg::iMultiRegistrator {
   const SessionState& state();
 
   bool getAvailableGroups(std::map<ZOR::reg::GroupId, std::string>& groups) override;
-  bool addGroups(const ZOR::reg::GroupIdSet& groups, std::list<ZOR::reg::RefPoint>& addedPoints, ZOR::reg::GroupIdSet& inactiveGroups,
-                 ZOR::reg::RefPointIdSet& inactivePoints) override;
-  bool removeGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::RefPointIdSet& removedPoints, ZOR::reg::GroupIdSet& inactiveGroups,
-                    ZOR::reg::RefPointIdSet& inactivePoints) override;
-  bool removePoints(const ZOR::reg::RefPointIdSet& points, ZOR::reg::GroupIdSet& vanishedGroups, ZOR::reg::GroupIdSet& inactiveGroups,
-                    ZOR::reg::RefPointIdSet& inactivePoints) override;
-  void setBaseGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::GroupIdSet& baseGroups, ZOR::reg::RefPointIdSet& basePoints,
+  bool addGroups(const ZOR::reg::GroupIdSet& groups, std::list<ZOR::reg::RefPoint>& addedPoints,
+                 ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
+  bool removeGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::RefPointIdSet& removedPoints,
+                    ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
+  bool removePoints(const ZOR::reg::RefPointIdSet& points, ZOR::reg::GroupIdSet& vanishedGroups,
+                    ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void setBaseGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::GroupIdSet& baseGroups,
+                     ZOR::reg::RefPointIdSet& basePoints, ZOR::reg::GroupIdSet& inactiveGroups,
+                     ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void unsetBaseGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::GroupIdSet& baseGroups,
+                       ZOR::reg::RefPointIdSet& basePoints, ZOR::reg::GroupIdSet& inactiveGroups,
+                       ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void includePoints(const ZOR::reg::RefPointIdSet& points, ZOR::reg::GroupIdSet& excludedGroups,
                      ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
-  void unsetBaseGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::GroupIdSet& baseGroups, ZOR::reg::RefPointIdSet& basePoints,
-                       ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
-  void includePoints(const ZOR::reg::RefPointIdSet& points, ZOR::reg::GroupIdSet& excludedGroups, ZOR::reg::GroupIdSet& inactiveGroups,
-                     ZOR::reg::RefPointIdSet& inactivePoints) override;
-  void excludePoints(const ZOR::reg::RefPointIdSet& points, ZOR::reg::GroupIdSet& excludedGroups, ZOR::reg::GroupIdSet& inactiveGroups,
-                     ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void excludePoints(const ZOR::reg::RefPointIdSet& points, ZOR::reg::GroupIdSet& excludedGroups,
+                     ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
   bool setPointsWeight(const ZOR::reg::RefPointIdSet& points, double weight, ZOR::reg::GroupIdSet& inactiveGroups,
                        ZOR::reg::RefPointIdSet& inactivePoints) override;
-  void includeGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::RefPointIdSet& excludedPoints, ZOR::reg::GroupIdSet& inactiveGroups,
-                     ZOR::reg::RefPointIdSet& inactivePoints) override;
-  void excludeGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::RefPointIdSet& excludedPoints, ZOR::reg::GroupIdSet& inactiveGroups,
-                     ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void includeGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::RefPointIdSet& excludedPoints,
+                     ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void excludeGroups(const ZOR::reg::GroupIdSet& groups, ZOR::reg::RefPointIdSet& excludedPoints,
+                     ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
   bool renameGroup(ZOR::reg::GroupId group, std::string newName, ZOR::reg::RefPointIdSet& groupPoints) override;
-  bool renamePoint(ZOR::reg::RefPointId point, std::string newName, ZOR::reg::GroupId& group, ZOR::reg::GroupIdSet& inactiveGroups,
-                   ZOR::reg::RefPointIdSet& inactivePoints) override;
+  bool renamePoint(ZOR::reg::RefPointId point, std::string newName, ZOR::reg::GroupId& group,
+                   ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
   void setGroupsVisible(ZOR::reg::GroupIdSet groups, bool visible) override;
   void zoomToGroup(ZOR::reg::GroupId group) override;
   void zoomToPoint(ZOR::reg::RefPointId point) override;
@@ -60,8 +62,8 @@ class MirroredSession : public ZOR::reg::iMultiRegistrator {
   void clearResults() override;
   bool registerPairwise(std::map<ZOR::reg::RefPointId, double>& discrepancies) override;
   void getGroupClusters(std::map<std::uint64_t, ZOR::reg::GroupIdSet>& clusters) override;
-  void keepGroupCluster(std::uint64_t cluster, ZOR::reg::RefPointIdSet& excludedPoints, ZOR::reg::GroupIdSet& inactiveGroups,
-                        ZOR::reg::RefPointIdSet& inactivePoints) override;
+  void keepGroupCluster(std::uint64_t cluster, ZOR::reg::RefPointIdSet& excludedPoints,
+                        ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
   void getIterationLimits(std::uint64_t& maxIterations, double& convergenceCriteria) override;
   bool registerIterative(std::uint64_t maxIterations, double convergenceCriteria,
                          std::map<ZOR::reg::RefPointId, double>& discrepancies) override;
@@ -84,10 +86,11 @@ class MirroredSession : public ZOR::reg::iMultiRegistrator {
   void matchPointsByDistance(double tolerance, std::map<ZOR::reg::RefPointId, std::string>& assignedNames,
                              ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
   void matchGroupsByTriangles(const ZOR::reg::GroupIdSet& groups, double sideTolerance, double minSideDifference,
-                              std::map<ZOR::reg::RefPointId, std::string>& assignedNames, ZOR::reg::GroupIdSet& inactiveGroups,
-                              ZOR::reg::RefPointIdSet& inactivePoints) override;
+                              std::map<ZOR::reg::RefPointId, std::string>& assignedNames,
+                              ZOR::reg::GroupIdSet& inactiveGroups, ZOR::reg::RefPointIdSet& inactivePoints) override;
   void matchAllGroupsByTriangles(double sideTolerance, double minSideDifference,
-                                 std::map<ZOR::reg::RefPointId, std::string>& assignedNames, ZOR::reg::GroupIdSet& inactiveGroups,
+                                 std::map<ZOR::reg::RefPointId, std::string>& assignedNames,
+                                 ZOR::reg::GroupIdSet& inactiveGroups,
                                  ZOR::reg::RefPointIdSet& inactivePoints) override;
   double getMaxPointSpread() override;
   bool getPointSpreadHistogram(std::vector<std::uint64_t>& binCounts, std::vector<double>& binEdges) override;

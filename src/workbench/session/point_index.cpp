@@ -29,8 +29,8 @@ std::size_t PointIndex::placeOf(ZOR::reg::RefPointId id) const {
   // Where no id is missing, the way from the first one is the place.
   const std::uint64_t distance = id - places.front().first;
   if (distance < places.size() && places[distance].first == id) return places[distance].second;
-  const auto found =
-      std::lower_bound(places.begin(), places.end(), id, [](const auto& entry, auto wanted) { return entry.first < wanted; });
+  const auto found = std::lower_bound(places.begin(), places.end(), id,
+                                      [](const auto& entry, auto wanted) { return entry.first < wanted; });
   return found == places.end() || found->first != id ? none : found->second;
 }
 

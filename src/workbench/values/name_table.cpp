@@ -17,8 +17,7 @@ const std::string* NameTable::nameOf(CommonPointId id) const {
 }
 
 std::optional<CommonPointId> NameTable::idOf(const std::string& name) const {
-  const auto found =
-      std::find_if(list.begin(), list.end(), [&](const PointName& entry) { return entry.name == name; });
+  const auto found = std::find_if(list.begin(), list.end(), [&](const PointName& entry) { return entry.name == name; });
   if (found == list.end()) return std::nullopt;
   return found->id;
 }

@@ -19,14 +19,8 @@ constexpr int mostGroups = 5;
 constexpr int mostPoints = 7 * mostGroups;
 
 /// Targets of a hall, no two of whose distances are equal.
-const std::array<OdGePoint3d, 8> targets{{{0, 0, 0},
-                                          {10, 1, 0},
-                                          {3, 17, 2},
-                                          {29, 5, 4},
-                                          {12, 31, 7},
-                                          {41, 23, 1},
-                                          {37, 47, 11},
-                                          {5, 53, 19}}};
+const std::array<OdGePoint3d, 8> targets{
+    {{0, 0, 0}, {10, 1, 0}, {3, 17, 2}, {29, 5, 4}, {12, 31, 7}, {41, 23, 1}, {37, 47, 11}, {5, 53, 19}}};
 
 /// Of the whole range from the first test on.
 int anyBelow(int end) { return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange(0, end)); }
@@ -98,13 +92,13 @@ class Course {
 
   void step() {
     static const std::vector<Operation> operations{
-        &Course::read,        &Course::read,      &Course::add,          &Course::add,        &Course::addAll,
-        &Course::addAll,      &Course::remove,    &Course::drop,         &Course::base,       &Course::unbase,
-        &Course::include,     &Course::exclude,   &Course::weigh,        &Course::includeAll, &Course::includeAll,
-        &Course::excludeAll,  &Course::show,      &Course::zoom,         &Course::store,      &Course::renameGroup,
-        &Course::rename,      &Course::rename,    &Course::rename,       &Course::clear,      &Course::keep,
-        &Course::pairwise,    &Course::pairwise,  &Course::pairwise,     &Course::iterative,  &Course::distance,
-        &Course::distance,    &Course::triangles, &Course::allTriangles, &Course::clouds,     &Course::bringGroup};
+        &Course::read,       &Course::read,      &Course::add,          &Course::add,        &Course::addAll,
+        &Course::addAll,     &Course::remove,    &Course::drop,         &Course::base,       &Course::unbase,
+        &Course::include,    &Course::exclude,   &Course::weigh,        &Course::includeAll, &Course::includeAll,
+        &Course::excludeAll, &Course::show,      &Course::zoom,         &Course::store,      &Course::renameGroup,
+        &Course::rename,     &Course::rename,    &Course::rename,       &Course::clear,      &Course::keep,
+        &Course::pairwise,   &Course::pairwise,  &Course::pairwise,     &Course::iterative,  &Course::distance,
+        &Course::distance,   &Course::triangles, &Course::allTriangles, &Course::clouds,     &Course::bringGroup};
     const Operation operation = operations[static_cast<std::size_t>(anyBelow(static_cast<int>(operations.size())))];
     if (oneIn(4)) session.host.calls.failAt(static_cast<std::uint64_t>(1 + anyBelow(12)), Fault::throws);
     try {

@@ -68,8 +68,8 @@ void SessionReference::clearResults() {
 
 std::wstring SessionReference::reports(const SessionState& state) const {
   const SessionLists lists(state);
-  const ReportSource source{lists.points,        lists.groupNames, lists.commonNames,  groupTransforms,
-                            commonPoints,        pointDiscrepancies, registrationMethod, actualIterations,
+  const ReportSource source{lists.points,        lists.groupNames,   lists.commonNames,        groupTransforms,
+                            commonPoints,        pointDiscrepancies, registrationMethod,       actualIterations,
                             state.maxIterations, actualDiscrepancy,  state.convergenceCriteria};
   return pointsReport(source, everyId()) + groupsReport(source, everyId()) + resultsReport(source);
 }
