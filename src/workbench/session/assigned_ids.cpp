@@ -7,15 +7,15 @@ namespace tiepoint::workbench {
 
 using namespace ZOR::reg;
 
-AssignedIds::AssignedIds(const std::map<RefPointId, std::string>& assigned, const SessionState& before,
-                         const std::vector<PointName>& names) {
+AssignedIds::AssignedIds(const std::map<RefPointId, std::string>& assigned, const std::vector<SessionPoint>& before,
+                         const std::vector<PointName>& made) {
   std::unordered_set<std::string> wanted;
   for (const auto& entry : assigned) wanted.insert(entry.second);
-  for (const SessionPoint& point : before.points) {
+  for (const SessionPoint& point : before) {
     if (point.record.named && wanted.count(point.name) != 0) consider(point.name, point.record.commonId, false);
   }
-  for (std::size_t i = before.names.entries().size(); i < names.size(); ++i) {
-    if (wanted.count(names[i].name) != 0) consider(names[i].name, names[i].id, true);
+  for (const PointName& entry : made) {
+    if (wanted.count(entry.name) != 0) consider(entry.name, entry.id, true);
   }
 }
 

@@ -23,9 +23,9 @@ struct AssignedId {
 /// made, which stands behind those that there were, or the id of a point that had a name before.
 class AssignedIds {
  public:
-  /// `before`: the session before the matching; `names`: its list of names after it.
-  AssignedIds(const std::map<ZOR::reg::RefPointId, std::string>& assigned, const SessionState& before,
-              const std::vector<PointName>& names);
+  /// `before`: the points before the matching; `made`: the names that the matching has made.
+  AssignedIds(const std::map<ZOR::reg::RefPointId, std::string>& assigned, const std::vector<SessionPoint>& before,
+              const std::vector<PointName>& made);
 
   /// Of a name that was assigned; of several ids the newest. Nothing for a name that nobody had.
   std::optional<AssignedId> of(const std::string& name) const;

@@ -33,13 +33,14 @@ class ToldIds {
   /// Calls `mark(id, isIn)` for all that are in now, and for all that were and aren't.
   template <class Mark>
   void replace(const std::set<std::uint64_t>& now, Mark mark) {
-    auto next = now.begin();
-    for (const std::uint64_t id : ids) {
-      while (next != now.end() && *next < id) ++next;
-      if (next == now.end() || *next != id) mark(id, false);
+    std::vector<std::uint64_t> before(now.begin(), now.end());
+    before.swap(ids);
+    auto next = ids.begin();
+    for (const std::uint64_t id : before) {
+      while (next != ids.end() && *next < id) ++next;
+      if (next == ids.end() || *next != id) mark(id, false);
     }
-    for (const std::uint64_t id : now) mark(id, true);
-    ids.assign(now.begin(), now.end());
+    for (const std::uint64_t id : ids) mark(id, true);
   }
   /// These are in as well, without having been told.
   void add(const std::set<std::uint64_t>& more);

@@ -1,6 +1,7 @@
 #include "workbench/session/session_mirror.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "workbench/io/text_encoding.h"
 
@@ -10,10 +11,14 @@ using namespace ZOR::reg;
 
 namespace {
 
-std::vector<PointName> entriesOf(const std::list<NamedId>& names) {
+/// But for the first `known` ones.
+std::vector<PointName> entriesOf(const std::list<NamedId>& names, std::size_t known = 0) {
   std::vector<PointName> entries;
-  entries.reserve(names.size());
-  for (const NamedId& named : names) entries.push_back({named.id, utf8FromName(named.name)});
+  if (names.size() <= known) return entries;
+  entries.reserve(names.size() - known);
+  for (auto entry = std::next(names.begin(), static_cast<std::ptrdiff_t>(known)); entry != names.end(); ++entry) {
+    entries.push_back({entry->id, utf8FromName(entry->name)});
+  }
   return entries;
 }
 
@@ -162,10 +167,10 @@ void SessionMirror::assignNames(const std::map<RefPointId, std::string>& assigne
   }
   std::map<RefPointId, std::string> texts;
   for (const auto& [id, name] : assigned) texts.emplace_hint(texts.end(), id, utf8FromName(name));
-  const std::vector<PointName> entries = entriesOf(names);
-  const AssignedIds ids(texts, current, entries);
+  const std::vector<PointName> made = entriesOf(names, current.names.entries().size());
+  const AssignedIds ids(texts, current.points, made);
 
-  current.names = NameTable(entries);
+  for (const PointName& entry : made) current.names.append(entry.id, entry.name);
   for (const auto& [id, text] : texts) {
     if (SessionPoint* point = find(id)) takeName(*point, text, ids.of(text), automatic);
   }
@@ -190,8 +195,12 @@ void SessionMirror::takeName(SessionPoint& point, const std::string& name, const
 
 GroupIdSet SessionMirror::movingGroups() const {
   GroupIdSet groups;
+  // As a rule the points of a group stand together.
+  const SessionPoint* last = nullptr;
   for (const SessionPoint& point : current.points) {
-    if (point.record.active && !point.record.inBase) groups.insert(point.record.groupId);
+    if (!point.record.active || point.record.inBase) continue;
+    if (!last || last->record.groupId != point.record.groupId) groups.insert(point.record.groupId);
+    last = &point;
   }
   return groups;
 }
