@@ -352,8 +352,8 @@ Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warn
     carryOutImport(workbench, runs, road.import, warnings);
   }
   if (delivery.picture()) suitMarkers(workbench, delivery.picture()->size);
-  const SessionPtr registrator = workbench.newSession();
-  DrivenSession session(*registrator);
+  MirroredSession mirrored(workbench.newSession());
+  DrivenSession session(mirrored);
   travelWith(workbench, session, options, delivery, road, warnings);
   return road;
 }

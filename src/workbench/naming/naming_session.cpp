@@ -117,14 +117,14 @@ SettingsById settingsOf(const SessionState& state) {
 }
 
 ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& settings_)
-    : registrator(workbench.newSession()), driven(*registrator), settings(settings_) {
+    : mirrored(workbench.newSession()), driven(mirrored), settings(settings_) {
   driven.addAllGroups();
   groups = groupsOf(driven.state());
   choose();
 }
 
 ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& settings_, GroupIdSet groups_)
-    : registrator(workbench.newSession()), driven(*registrator), settings(settings_), groups(std::move(groups_)) {
+    : mirrored(workbench.newSession()), driven(mirrored), settings(settings_), groups(std::move(groups_)) {
   driven.addGroups(groups);
   choose();
 }

@@ -76,7 +76,7 @@ class ScratchSession {
  private:
   void choose();
 
-  SessionPtr registrator;
+  MirroredSession mirrored;
   DrivenSession driven;
   const SettingsById& settings;
   ZOR::reg::GroupIdSet groups;

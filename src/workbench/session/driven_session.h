@@ -1,20 +1,17 @@
-// A registration session, driven as a dialog drives it.
+// The operations of a registration session in the forms in which a survey needs them.
 #pragma once
 
 #include <cstddef>
-#include <list>
-#include <map>
-#include <string>
 
-#include "session/i_multi_registrator.h"
-#include "workbench/values/session_state.h"
+#include "workbench/session/mirrored_session.h"
 
 namespace tiepoint::workbench {
 
-/// Calls the operations of one session and keeps its answers.
+/// Calls operations whose answers are left to the mirror.
 class DrivenSession {
  public:
-  explicit DrivenSession(ZOR::reg::iMultiRegistrator& registrator);
+  /// `session` must outlive it.
+  explicit DrivenSession(MirroredSession& session);
 
   /// Puts all groups of the active drawing in. False when it holds none.
   bool addAllGroups();
@@ -33,11 +30,11 @@ class DrivenSession {
   bool registerPairwise();
   /// False for limits that aren't above 0. Fewer than two groups in use leave everything as it was.
   bool registerIterative(std::uint64_t maxIterations, double convergence);
-  ZOR::reg::GroupClusters clusters();
+  ZOR::reg::GroupClusters clusters() const { return state().clusters; }
   /// Excludes the groups of all other clusters. The clusters are forgotten by the next solve.
   void keepCluster(std::uint64_t number);
   /// Takes the markers away too when there are no results yet; `restoreMarkers` brings them back.
-  void clearResults() { registrator.clearResults(); }
+  void clearResults() { session.clearResults(); }
   /// Shows every point of the session where it was measured. To be called before a solve, which moves
   /// the markers that it finds.
   void restoreMarkers();
@@ -52,20 +49,12 @@ class DrivenSession {
   /// Gives a point the name of another. False when its group has the name already.
   bool takeName(ZOR::reg::RefPointId point, ZOR::reg::RefPointId other);
 
-  ZOR::reg::iMultiRegistrator& operations() { return registrator; }
-  const SessionState& state() const { return current; }
+  /// All operations there are.
+  MirroredSession& operations() { return session; }
+  const SessionState& state() const { return session.state(); }
 
  private:
-  /// The groups of the drawing that aren't in the session.
-  ZOR::reg::GroupIdSet readGroups();
-  void takeAdded(const std::list<ZOR::reg::RefPoint>& added);
-  SessionPoint& pointOf(ZOR::reg::RefPointId id);
-  void takeInactive(const ZOR::reg::RefPointIdSet& inactivePoints);
-  void takeExcluded(const ZOR::reg::RefPointIdSet& excludedPoints);
-  std::size_t takeNames(const std::map<ZOR::reg::RefPointId, std::string>& assignedNames);
-
-  ZOR::reg::iMultiRegistrator& registrator;
-  SessionState current;
+  MirroredSession& session;
 };
 
 }  // namespace tiepoint::workbench
