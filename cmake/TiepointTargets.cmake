@@ -21,6 +21,13 @@ function(tiepoint_component name)
   add_library(tiepoint::${name} ALIAS tiepoint_${name})
 endfunction()
 
+# All rooms of the workbench below its command line, for a program that holds them all: the objects of
+# a room reach a program only through the program's own list.
+set(tiepointWorkbenchRooms
+  tiepoint::workbench_io tiepoint::drawing tiepoint::profile tiepoint::view tiepoint::clouds tiepoint::workbench_host
+  tiepoint::workbench_values tiepoint::workbench_geometry tiepoint::workbench_session tiepoint::workbench_naming
+  tiepoint::picture tiepoint::report tiepoint::rpc)
+
 # tiepoint_utf8_program(name)
 #
 # Narrow text that this program exchanges with the system (arguments, paths) is UTF-8. It is so

@@ -8,7 +8,7 @@
 
 #include "platform/sdk/od_code_page.h"
 #include "workbench/cli/exit_status.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -7,10 +7,10 @@
 
 #include "session/i_multi_registrator.h"
 #include "workbench/cli/options.h"
-#include "workbench/cli/results.h"
-#include "workbench/cli/session_state.h"
 #include "workbench/clouds/drawing_clouds.h"
 #include "workbench/clouds/moved_cloud.h"
+#include "workbench/session/results.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

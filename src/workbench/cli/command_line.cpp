@@ -17,9 +17,9 @@
 #include "workbench/cli/commands/rpc_command.h"
 #include "workbench/cli/help_texts.h"
 #include "workbench/cli/output.h"
-#include "workbench/cli/suggestion.h"
-#include "workbench/host/text_encoding.h"
 #include "workbench/host/workbench.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/suggestion.h"
 
 namespace tiepoint::workbench::cli {
 

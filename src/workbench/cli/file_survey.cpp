@@ -9,8 +9,8 @@
 #include <cstring>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/plain_text.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/plain_text.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

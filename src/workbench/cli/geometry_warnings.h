@@ -2,7 +2,7 @@
 #pragma once
 
 #include "workbench/cli/output.h"
-#include "workbench/cli/session_state.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "workbench/cli/results.h"
-#include "workbench/cli/session_state.h"
+#include "workbench/session/results.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -11,10 +11,10 @@
 #include "workbench/cli/file_survey.h"
 #include "workbench/cli/layouts.h"
 #include "workbench/cli/line_complaint.h"
-#include "workbench/cli/plain_text.h"
-#include "workbench/cli/scratch_document.h"
-#include "workbench/cli/stored_groups.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/session/scratch_document.h"
+#include "workbench/session/stored_groups.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -7,8 +7,8 @@
 #include <set>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/plain_text.h"
 #include "workbench/cli/spinner.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

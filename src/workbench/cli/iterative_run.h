@@ -3,11 +3,11 @@
 
 #include <optional>
 
-#include "workbench/cli/driven_session.h"
-#include "workbench/cli/iteration_course.h"
-#include "workbench/cli/links.h"
 #include "workbench/cli/options.h"
 #include "workbench/cli/output.h"
+#include "workbench/geometry/links.h"
+#include "workbench/session/driven_session.h"
+#include "workbench/session/iteration_course.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -8,8 +8,8 @@
 
 #include "platform/sdk/od_code_page.h"
 #include "workbench/cli/layouts.h"
-#include "workbench/cli/plain_text.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

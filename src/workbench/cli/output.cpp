@@ -11,7 +11,7 @@
 #include <cstring>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/plain_text.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -7,8 +7,8 @@
 #include <map>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/host/text_encoding.h"
-#include "workbench/profile/durable_file.h"
+#include "workbench/io/durable_file.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
 

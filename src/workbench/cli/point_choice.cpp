@@ -9,7 +9,7 @@
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/file_survey.h"
-#include "workbench/cli/suggestion.h"
+#include "workbench/report/suggestion.h"
 
 namespace tiepoint::workbench::cli {
 

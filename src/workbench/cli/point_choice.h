@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench/cli/session_state.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -9,7 +9,7 @@
 #include "workbench/cli/group_matrices.h"
 #include "workbench/cli/road_checks.h"
 #include "workbench/cli/staging_folder.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -7,8 +7,8 @@
 #include "session/i_multi_registrator.h"
 #include "workbench/cli/options.h"
 #include "workbench/cli/output_targets.h"
-#include "workbench/cli/results.h"
-#include "workbench/cli/session_state.h"
+#include "workbench/session/results.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

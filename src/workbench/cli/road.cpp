@@ -11,13 +11,13 @@
 #include "workbench/cli/mismatch_warnings.h"
 #include "workbench/cli/output_targets.h"
 #include "workbench/cli/picture_options.h"
-#include "workbench/cli/plain_text.h"
 #include "workbench/cli/point_choice.h"
-#include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/road_checks.h"
 #include "workbench/cli/staging_folder.h"
 #include "workbench/cli/survey_picture.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/geometry/rigid_motion.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -129,9 +129,10 @@ void keepCluster(DrivenSession& session, std::uint64_t number, Warnings& warning
   const GroupIdSet others = activeOutside(kept->second, session.state());
   if (!others.empty()) session.excludeGroups(others);
 
+  const GroupIdSet active = activeGroups(session.state());
   std::vector<std::string> left;
   for (const SessionGroup& group : session.state().groups) {
-    if (activeGroups(session.state()).count(group.id) == 0) left.push_back(group.name);
+    if (active.count(group.id) == 0) left.push_back(group.name);
   }
   warnings.add(fmt::format("cluster {} is kept; left out: {}", number, joined(left)));
 }
@@ -184,11 +185,13 @@ Outcome solveNamed(DrivenSession& session, const RegisterOptions& options, Road&
 
 /// A registered survey from which stations are missing looks complete; so it is said.
 void warnOfLeftOut(const SessionState& state, Warnings& warnings) {
-  const GroupIdSet active = activeGroups(state);
+  GroupIdSet included, active;
+  for (const SessionPoint& point : state.points) {
+    if (point.record.included) included.insert(point.record.groupId);
+    if (point.record.active) active.insert(point.record.groupId);
+  }
   for (const SessionGroup& group : state.groups) {
-    const bool included = anyPoint(
-        state, [&](const SessionPoint& point) { return point.record.groupId == group.id && point.record.included; });
-    if (!included || active.count(group.id) != 0) continue;
+    if (included.count(group.id) == 0 || active.count(group.id) != 0) continue;
     warnings.add(fmt::format("{} {}; see the points that are out", group.name,
                              group.inBase ? "takes no part as a base" : "isn't registered"));
   }
@@ -349,8 +352,8 @@ Road travel(Workbench& workbench, const RegisterOptions& options, Warnings& warn
     carryOutImport(workbench, runs, road.import, warnings);
   }
   if (delivery.picture()) suitMarkers(workbench, delivery.picture()->size);
-  const SessionPtr registrator = workbench.newSession();
-  DrivenSession session(*registrator);
+  MirroredSession mirrored(workbench.newSession());
+  DrivenSession session(mirrored);
   travelWith(workbench, session, options, delivery, road, warnings);
   return road;
 }

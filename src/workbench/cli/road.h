@@ -7,17 +7,17 @@
 #include <vector>
 
 #include "workbench/cli/cloud_moves.h"
-#include "workbench/cli/driven_session.h"
 #include "workbench/cli/import_files.h"
-#include "workbench/cli/iteration_course.h"
-#include "workbench/cli/links.h"
 #include "workbench/cli/naming/match_run.h"
 #include "workbench/cli/options.h"
 #include "workbench/cli/output.h"
-#include "workbench/cli/reasons.h"
 #include "workbench/cli/result_files.h"
-#include "workbench/cli/results.h"
+#include "workbench/geometry/links.h"
 #include "workbench/host/workbench.h"
+#include "workbench/session/driven_session.h"
+#include "workbench/session/iteration_course.h"
+#include "workbench/session/reasons.h"
+#include "workbench/session/results.h"
 
 namespace tiepoint::workbench::cli {
 

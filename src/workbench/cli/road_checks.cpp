@@ -8,10 +8,10 @@
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/output_targets.h"
-#include "workbench/cli/session_state.h"
-#include "workbench/cli/stored_groups.h"
-#include "workbench/cli/suggestion.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/suggestion.h"
+#include "workbench/session/stored_groups.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

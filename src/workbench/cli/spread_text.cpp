@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "workbench/cli/plain_text.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "workbench/cli/length_format.h"
-#include "workbench/cli/point_spread.h"
+#include "workbench/values/point_spread.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
 

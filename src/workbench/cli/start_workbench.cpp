@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::cli {
 

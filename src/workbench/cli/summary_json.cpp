@@ -1,8 +1,10 @@
 #include "workbench/cli/summary_json.h"
 
+#include <unordered_map>
+
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/naming/match_text.h"
-#include "workbench/cli/rigid_motion.h"
+#include "workbench/geometry/rigid_motion.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -39,46 +41,45 @@ Json jsonTransform(const std::optional<OdGeMatrix3d>& toCommon) {
           {"shift", triple(motion.shift)}};
 }
 
-Json jsonGroups(const Road& road) {
-  const bool solved = road.outcome == Outcome::registered;
-  Json groups = Json::array();
-  for (std::size_t i = 0; i < road.state.groups.size(); ++i) {
-    const SessionGroup& group = road.state.groups[i];
-    std::size_t points = 0, active = 0;
-    for (const SessionPoint& point : road.state.points) {
-      if (point.record.groupId != group.id) continue;
-      ++points;
-      active += point.record.active ? 1 : 0;
-    }
-    const GroupResult result = solved ? road.results.groups[i] : GroupResult{};
-    groups.push_back({{"name", group.name},
-                      {"base", group.inBase},
-                      {"points", points},
-                      {"active", active},
-                      {"transform", jsonTransform(result.toCommon)},
-                      {"discrepancies", jsonRms(result.discrepancies)},
-                      {"atBase", jsonRms(result.atBase)}});
+struct PointCounts {
+  std::size_t all = 0;
+  std::size_t active = 0;
+};
+
+std::unordered_map<GroupId, PointCounts> pointCounts(const SessionState& state) {
+  std::unordered_map<GroupId, PointCounts> counts;
+  for (const SessionPoint& point : state.points) {
+    PointCounts& count = counts[point.record.groupId];
+    ++count.all;
+    count.active += point.record.active ? 1 : 0;
   }
-  return groups;
+  return counts;
 }
 
-Json jsonPoints(const Road& road) {
-  const bool solved = road.outcome == Outcome::registered;
-  Json points = Json::array();
-  for (std::size_t i = 0; i < road.state.points.size(); ++i) {
-    const SessionPoint& point = road.state.points[i];
-    const PointResult result = solved ? road.results.points[i] : PointResult{};
-    points.push_back({{"group", road.state.group(point.record.groupId).name},
-                      {"name", point.name},
-                      {"position", jsonPoint(point.record.position)},
-                      {"weight", jsonNumber(point.record.weight)},
-                      {"active", point.record.active},
-                      {"reason", road.reasons[i] ? Json(reasonKey(*road.reasons[i])) : Json()},
-                      {"registered", result.registered ? jsonPoint(*result.registered) : Json()},
-                      {"discrepancy", jsonNumber(result.discrepancy)},
-                      {"atBase", jsonNumber(result.atBase)}});
-  }
-  return points;
+Json jsonGroupOf(const Road& road, std::size_t i, const PointCounts& count) {
+  const SessionGroup& group = road.state.groups[i];
+  const GroupResult result = road.outcome == Outcome::registered ? road.results.groups[i] : GroupResult{};
+  return {{"name", group.name},
+          {"base", group.inBase},
+          {"points", count.all},
+          {"active", count.active},
+          {"transform", jsonTransform(result.toCommon)},
+          {"discrepancies", jsonRms(result.discrepancies)},
+          {"atBase", jsonRms(result.atBase)}};
+}
+
+Json jsonPointOf(const Road& road, std::size_t i) {
+  const SessionPoint& point = road.state.points[i];
+  const PointResult result = road.outcome == Outcome::registered ? road.results.points[i] : PointResult{};
+  return {{"group", road.state.group(point.record.groupId).name},
+          {"name", point.name},
+          {"position", jsonPoint(point.record.position)},
+          {"weight", jsonNumber(point.record.weight)},
+          {"active", point.record.active},
+          {"reason", road.reasons[i] ? Json(reasonKey(*road.reasons[i])) : Json()},
+          {"registered", result.registered ? jsonPoint(*result.registered) : Json()},
+          {"discrepancy", jsonNumber(result.discrepancy)},
+          {"atBase", jsonNumber(result.atBase)}};
 }
 
 Json jsonStandOut(const Road& road) {
@@ -102,37 +103,18 @@ Json jsonSpread(const Road& road) {
   return {{"largest", jsonNumber(spread.largest)}, {"histogram", std::move(histogram)}};
 }
 
-Json jsonTargets(const Road& road) {
-  Json targets = Json::array();
-  for (const MergedTarget& target : road.targets) {
-    targets.push_back(
-        {{"name", target.name}, {"position", jsonPoint(target.position)}, {"weight", jsonNumber(target.weight)}});
-  }
-  return targets;
+Json jsonTarget(const MergedTarget& target) {
+  return {{"name", target.name}, {"position", jsonPoint(target.position)}, {"weight", jsonNumber(target.weight)}};
 }
 
-Json jsonParts(const Road& road) {
-  Json parts = Json::array();
-  for (const Part& part : road.links.parts) {
-    Json groups = Json::array();
-    for (const GroupId group : part.groups) groups.push_back(road.state.group(group).name);
-    parts.push_back({{"cluster", part.cluster ? Json(*part.cluster) : Json()}, {"groups", std::move(groups)}});
-  }
-  return parts;
+Json jsonPart(const Road& road, const Part& part) {
+  Json groups = Json::array();
+  for (const GroupId group : part.groups) groups.push_back(road.state.group(group).name);
+  return {{"cluster", part.cluster ? Json(*part.cluster) : Json()}, {"groups", std::move(groups)}};
 }
 
-Json jsonLinks(const Road& road) {
-  Json links = Json::array();
-  for (const Link& link : road.links.links) {
-    links.push_back({{"parts", Json::array({link.first, link.second})}, {"commonNames", link.names}});
-  }
-  return links;
-}
-
-Json jsonClouds(const Road& road) {
-  Json clouds = Json::array();
-  for (const CloudReport& cloud : road.clouds) clouds.push_back(jsonCloud(cloud));
-  return clouds;
+Json jsonLink(const Link& link) {
+  return {{"parts", Json::array({link.first, link.second})}, {"commonNames", link.names}};
 }
 
 Json jsonIterations(const std::optional<IterationCourse>& course) {
@@ -146,35 +128,54 @@ Json jsonIterations(const std::optional<IterationCourse>& course) {
 
 Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
+template <class List, class Describe>
+void addList(JsonObjectWriter& json, const char* key, const List& list, Describe describe) {
+  json.addArray(key, list.size(), [&](std::size_t i) { return describe(list[i]); });
+}
+
+void addHead(const Road& road, JsonObjectWriter& json) {
+  json.add("outcome", outcomeKey(road.outcome));
+  json.add("method", std::string(road.isIterative ? "iterative" : "pairwise") + (road.usesBase ? " with base" : ""));
+  json.add("iterations", jsonIterations(road.iterations));
+  json.add("document", textOrNull(road.document));
+  json.add("import", jsonImport(road.import));
+  json.add("match", road.match ? jsonMatch(road.state, *road.match) : Json());
+  json.add("keptCluster", road.keptCluster ? Json(*road.keptCluster) : Json());
+}
+
+void addResults(const Road& road, JsonObjectWriter& json) {
+  auto counts = pointCounts(road.state);
+  const auto group = [&](std::size_t i) { return jsonGroupOf(road, i, counts[road.state.groups[i].id]); };
+  json.addArray("groups", road.state.groups.size(), group);
+  json.addArray("points", road.state.points.size(), [&](std::size_t i) { return jsonPointOf(road, i); });
+  json.add("discrepancies", jsonRms(road.results.discrepancies));
+  json.add("atBase", jsonRms(road.results.atBase));
+  json.add("standOut", jsonStandOut(road));
+  json.add("spread", jsonSpread(road));
+  addList(json, "commonPoints", road.targets, jsonTarget);
+  addList(json, "parts", road.links.parts, [&](const Part& part) { return jsonPart(road, part); });
+  addList(json, "links", road.links.links, jsonLink);
+}
+
+void addOutputs(const Road& road, JsonObjectWriter& json) {
+  addList(json, "clouds", road.clouds, jsonCloud);
+  json.add("commonPointsFile", textOrNull(road.commonPointsFile));
+  json.add("storedGroup", textOrNull(road.storedGroup));
+  json.add("matrixFiles", road.files.matrices);
+  json.add("transformsFile", textOrNull(road.files.transforms));
+  json.add("reportFile", textOrNull(road.files.report));
+  json.add("pictureFile", textOrNull(road.files.picture));
+}
+
 }  // namespace
 
-std::string summaryJson(const Road& road, const std::vector<std::string>& warnings) {
-  Json json;
-  json["outcome"] = outcomeKey(road.outcome);
-  json["method"] = std::string(road.isIterative ? "iterative" : "pairwise") + (road.usesBase ? " with base" : "");
-  json["iterations"] = jsonIterations(road.iterations);
-  json["document"] = textOrNull(road.document);
-  json["import"] = jsonImport(road.import);
-  json["match"] = road.match ? jsonMatch(road.state, *road.match) : Json();
-  json["keptCluster"] = road.keptCluster ? Json(*road.keptCluster) : Json();
-  json["groups"] = jsonGroups(road);
-  json["points"] = jsonPoints(road);
-  json["discrepancies"] = jsonRms(road.results.discrepancies);
-  json["atBase"] = jsonRms(road.results.atBase);
-  json["standOut"] = jsonStandOut(road);
-  json["spread"] = jsonSpread(road);
-  json["commonPoints"] = jsonTargets(road);
-  json["parts"] = jsonParts(road);
-  json["links"] = jsonLinks(road);
-  json["clouds"] = jsonClouds(road);
-  json["commonPointsFile"] = textOrNull(road.commonPointsFile);
-  json["storedGroup"] = textOrNull(road.storedGroup);
-  json["matrixFiles"] = road.files.matrices;
-  json["transformsFile"] = textOrNull(road.files.transforms);
-  json["reportFile"] = textOrNull(road.files.report);
-  json["pictureFile"] = textOrNull(road.files.picture);
-  json["warnings"] = warnings;
-  return jsonText(json);
+void writeSummaryJson(const Road& road, const std::vector<std::string>& warnings, const TextSink& sink) {
+  JsonObjectWriter json(sink);
+  addHead(road, json);
+  addResults(road, json);
+  addOutputs(road, json);
+  json.add("warnings", warnings);
+  json.end();
 }
 
 }  // namespace tiepoint::workbench::cli

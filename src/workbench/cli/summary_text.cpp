@@ -7,9 +7,9 @@
 #include "workbench/cli/cloud_text.h"
 #include "workbench/cli/import_text.h"
 #include "workbench/cli/naming/match_text.h"
-#include "workbench/cli/plain_text.h"
-#include "workbench/cli/rigid_motion.h"
 #include "workbench/cli/spread_text.h"
+#include "workbench/geometry/rigid_motion.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

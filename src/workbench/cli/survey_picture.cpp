@@ -8,10 +8,10 @@
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/group_matrices.h"
-#include "workbench/cli/plain_text.h"
-#include "workbench/cli/station_places.h"
-#include "workbench/cli/stored_groups.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/geometry/station_places.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/session/stored_groups.h"
 #include "workbench/view/recording_draw.h"
 
 namespace tiepoint::workbench::cli {

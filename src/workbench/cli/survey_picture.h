@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include "workbench/cli/driven_session.h"
 #include "workbench/cli/length_format.h"
 #include "workbench/cli/road.h"
 #include "workbench/picture/picture.h"
+#include "workbench/session/driven_session.h"
 
 namespace tiepoint::workbench::cli {
 

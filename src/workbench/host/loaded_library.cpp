@@ -3,7 +3,7 @@
 #ifdef _WIN32
 #include <windows.h>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 #else
 #include <dlfcn.h>
 #endif

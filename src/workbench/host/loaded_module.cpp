@@ -9,7 +9,7 @@
 
 #include "platform/sdk/od_rx_module.h"
 #include "workbench/host/loaded_library.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 

@@ -9,8 +9,8 @@
 
 #include "workbench/host/message_line.h"
 #include "workbench/host/standing_host.h"
-#include "workbench/host/text_encoding.h"
 #include "workbench/host/transactions.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 

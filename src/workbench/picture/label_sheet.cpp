@@ -4,7 +4,7 @@
 #include <cmath>
 #include <map>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::picture {
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "workbench/profile/durable_file.h"
+#include "workbench/io/durable_file.h"
 #include "workbench/profile/profile_json.h"
 
 namespace tiepoint::workbench {

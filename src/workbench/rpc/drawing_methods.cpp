@@ -4,7 +4,7 @@
 #include "platform/pointclouds/point_cloud_definition.h"
 #include "platform/pointclouds/points_repository.h"
 #include "platform/sdk/od_db_dictionary.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 #include "workbench/rpc/methods.h"
 
 namespace tiepoint::workbench {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 #include "workbench/rpc/methods.h"
 
 namespace tiepoint::workbench {

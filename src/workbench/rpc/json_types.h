@@ -18,7 +18,7 @@ using OrderedJson = nlohmann::ordered_json;
 inline void addMember(OrderedJson& object, std::string name, OrderedJson value) {
   // An object that outgrows its room copies its members, and whole arrays with them. Only maps,
   // whose members are small, have more than this.
-  constexpr std::size_t usualMembers = 10;
+  constexpr std::size_t usualMembers = 11;
   auto& members = object.get_ref<OrderedJson::object_t&>();
   if (members.empty()) members.reserve(usualMembers);
   members.emplace_back(std::move(name), std::move(value));

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 

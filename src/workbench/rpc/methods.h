@@ -18,6 +18,11 @@ struct RpcContext {
   Sessions sessions;
 };
 
+/// The session that a request means: the one of its parameter "session", or the newest.
+inline MirroredSession& sessionOf(RpcContext& context, const Parameters& parameters) {
+  return context.sessions.require(parameters.has("session") ? parameters.whole("session") : context.sessions.newest());
+}
+
 /// A method: the names of its parameters, and what it does; the result is an object.
 struct Method {
   std::vector<std::string> parameters;

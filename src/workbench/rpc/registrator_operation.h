@@ -35,11 +35,6 @@ std::array<const char*, sizeof...(Names)> out(Names... names) {
   return {{names...}};
 }
 
-/// The session that a request means: the one of its parameter "session", or the newest.
-inline ZOR::reg::iMultiRegistrator& sessionOf(RpcContext& context, const Parameters& parameters) {
-  return context.sessions.require(parameters.has("session") ? parameters.whole("session") : context.sessions.newest());
-}
-
 template <class Argument>
 inline constexpr bool isOutput =
     std::is_lvalue_reference_v<Argument> && !std::is_const_v<std::remove_reference_t<Argument>>;

@@ -1,5 +1,6 @@
-// Beginning and ending sessions.
+// Beginning and ending sessions, and what they hold.
 #include "workbench/rpc/methods.h"
+#include "workbench/rpc/session_state_json.h"
 
 namespace tiepoint::workbench {
 
@@ -16,11 +17,16 @@ OrderedJson endSession(RpcContext& context, const Parameters& parameters) {
   return OrderedJson::object();
 }
 
+OrderedJson stateOfSession(RpcContext& context, const Parameters& parameters) {
+  return toJson(sessionOf(context, parameters).state());
+}
+
 }  // namespace
 
 void addSessionMethods(Methods& methods) {
   methods["session.begin"] = {{}, beginSession};
   methods["session.end"] = {{"session"}, endSession};
+  methods["session.state"] = {{"session"}, stateOfSession};
 }
 
 }  // namespace tiepoint::workbench

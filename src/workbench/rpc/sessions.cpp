@@ -12,7 +12,7 @@ NoSession noSessionOf(std::uint64_t number) { return NoSession("there is no sess
 }  // namespace
 
 std::uint64_t Sessions::begin(SessionPtr session) {
-  open.emplace(lastNumber + 1, std::move(session));
+  open.emplace(lastNumber + 1, std::make_unique<MirroredSession>(std::move(session)));
   return ++lastNumber;
 }
 
@@ -24,7 +24,7 @@ void Sessions::endAll() {
   while (!open.empty()) open.erase(std::prev(open.end()));
 }
 
-ZOR::reg::iMultiRegistrator& Sessions::require(std::uint64_t number) const {
+MirroredSession& Sessions::require(std::uint64_t number) const {
   const auto found = open.find(number);
   if (found == open.end()) throw noSessionOf(number);
   return *found->second;

@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <stdexcept>
 
 #include "workbench/host/workbench.h"
+#include "workbench/session/mirrored_session.h"
 
 namespace tiepoint::workbench {
 
@@ -22,7 +24,7 @@ class Sessions {
   Sessions(const Sessions&) = delete;
   Sessions& operator=(const Sessions&) = delete;
 
-  /// Keeps a session; its number counts from 1 and is never used again.
+  /// Keeps a new session; its number counts from 1 and is never used again.
   std::uint64_t begin(SessionPtr session);
   /// Throws NoSession.
   void end(std::uint64_t number);
@@ -30,12 +32,12 @@ class Sessions {
   void endAll();
 
   /// Throws NoSession.
-  ZOR::reg::iMultiRegistrator& require(std::uint64_t number) const;
+  MirroredSession& require(std::uint64_t number) const;
   /// The number of the newest that is still open. Throws NoSession.
   std::uint64_t newest() const;
 
  private:
-  std::map<std::uint64_t, SessionPtr> open;
+  std::map<std::uint64_t, std::unique_ptr<MirroredSession>> open;
   std::uint64_t lastNumber = 0;
 };
 

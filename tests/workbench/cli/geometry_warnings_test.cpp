@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/session_states.h"
+#include "workbench/session_states.h"
 
 namespace tiepoint::workbench::cli {
 namespace {

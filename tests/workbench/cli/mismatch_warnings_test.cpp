@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "workbench/cli/session_states.h"
+#include "workbench/session_states.h"
 
 namespace tiepoint::workbench::cli {
 namespace {

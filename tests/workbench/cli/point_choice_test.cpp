@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/session_states.h"
+#include "workbench/session_states.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench::cli {

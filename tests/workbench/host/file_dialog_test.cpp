@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
 namespace {

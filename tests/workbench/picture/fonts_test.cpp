@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::picture {
 namespace {

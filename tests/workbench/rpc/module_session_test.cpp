@@ -143,6 +143,29 @@ TEST_F(ModuleSession, RegistersAndMovesTheClouds) {
       R"({"matrix":[1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0],"name":"north","source":""})");
 }
 
+TEST_F(ModuleSession, TellsItsStateAfterARegistration) {
+  beginWithBothStations();
+  result("addGroups", R"({"groups":[0,1]})");
+  result("setBaseGroups", R"({"groups":[0]})");
+  result("renamePoint", R"({"point":3,"newName":"T9"})");
+  result("setPointsWeight", R"({"points":[5],"weight":0.5})");
+  result("excludePoints", R"({"points":[7]})");
+  result("registerPairwise");
+  const Json state = parseJson(result("session.state"));
+  EXPECT_EQ(state.at("groups").dump(), R"([{"id":0,"inBase":true,"inSession":true,"name":"east"},)"
+                                       R"({"id":1,"inBase":false,"inSession":true,"name":"west"}])");
+  EXPECT_EQ(state.at("names").dump(), R"([{"id":0,"name":"T1"},{"id":1,"name":"T2"},{"id":2,"name":"T3"},)"
+                                      R"({"id":4,"name":"?"},{"id":5,"name":"T9"}])");
+  EXPECT_EQ(state.at("points").at(3).dump(),
+            R"({"active":false,"autoNamed":false,"commonId":5,"groupId":0,"id":3,"inBase":true,"included":true,)"
+            R"("name":"T9","named":true,"position":[0.0,0.0,8.0],"weight":1.0})");
+  EXPECT_EQ(state.at("points").at(5).at("weight"), 0.5);
+  EXPECT_EQ(state.at("points").at(7).at("included"), false);
+  EXPECT_EQ(state.at("registeredGroups").dump(), "[1]");
+  EXPECT_EQ(state.at("visibleGroups").dump(), "[0,1]");
+  EXPECT_EQ(state.at("discrepancies").size(), 3u);
+}
+
 TEST_F(ModuleSession, StoresTheMergedTargetsAsAGroup) {
   beginWithBothStations();
   result("addGroups", R"({"groups":[0,1]})");

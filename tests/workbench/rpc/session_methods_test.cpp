@@ -76,5 +76,49 @@ TEST_F(SessionMethods, KeepASessionWhoseDocumentIsClosed) {
   EXPECT_EQ(result("hasUnnamedPoints"), R"({"result":true})");
 }
 
+// --- What a session holds.
+
+/// The fake session's limits and tolerances.
+constexpr const char* numbers =
+    R"("maxIterations":18446744073709551615,"convergenceCriteria":0.001,"tolerance":0.1,"sideTolerance":0.001,)"
+    R"("minSideDifference":0.1,)";
+
+TEST_F(SessionMethods, TellThatANewSessionHoldsNothing) {
+  result("session.begin");
+  EXPECT_EQ(result("session.state"),
+            R"({"groups":[],"points":[],"names":[],"unsureNames":[],"visibleGroups":[],"registeredGroups":[],)"
+            R"("discrepancies":{},"clusters":{},)" +
+                std::string(numbers) + R"("clouds":[],"lastReport":"none"})");
+}
+
+TEST_F(SessionMethods, TellWhatASessionHolds) {
+  result("session.begin");
+  result("getAvailableGroups");
+  result("addGroups", R"({"groups":[0]})");
+  result("getPointClouds");
+  result("getGroupsReport", R"({"groups":[0]})");
+  EXPECT_EQ(result("session.state"),
+            R"({"groups":[{"id":0,"name":"","inSession":true,"inBase":false},)"
+            "{\"id\":2,\"name\":\"\xD0\xA2\xC2\x98\",\"inSession\":false,\"inBase\":false},"
+            R"({"id":10,"name":"ten","inSession":false,"inBase":false}],"points":[)"
+            R"({"id":7,"groupId":0,"commonId":3,"position":[0.1,-0.0,"nan"],"weight":0.5,"included":true,)"
+            R"("active":false,"inBase":true,"named":false,"autoNamed":true,"name":""},)"
+            R"({"id":6,"groupId":0,"commonId":4,"position":[1.0,"inf","-inf"],"weight":1.0,"included":false,)"
+            R"("active":false,"inBase":false,"named":true,"autoNamed":false,"name":""}],)"
+            "\"names\":[{\"id\":5,\"name\":\"T5\"},{\"id\":1,\"name\":\"\xD1\x8F\"}],"
+            R"("unsureNames":[],"visibleGroups":[0],"registeredGroups":[],"discrepancies":{},"clusters":{},)" +
+                std::string(numbers) + R"("clouds":[{"id":0,"name":"hall"}],"lastReport":"groups"})");
+}
+
+TEST_F(SessionMethods, TellWhatTheSessionHoldsThatIsNamed) {
+  result("session.begin");
+  result("session.begin");
+  result("getPointClouds", R"({"session":1})");
+  EXPECT_NE(result("session.state", R"({"session":1})").find(R"("clouds":[{"id":0,"name":"hall"}])"),
+            std::string::npos);
+  EXPECT_NE(result("session.state").find(R"("clouds":[])"), std::string::npos);
+  EXPECT_EQ(error("session.state", R"({"session":3})"), R"({"code":-32001,"message":"there is no session 3"})");
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

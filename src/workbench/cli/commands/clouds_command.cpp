@@ -6,9 +6,9 @@
 #include "workbench/cli/cloud_text.h"
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
-#include "workbench/cli/plain_text.h"
 #include "workbench/cli/start_workbench.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -5,10 +5,10 @@
 #include "records/ref_point.h"
 #include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
-#include "workbench/cli/plain_text.h"
 #include "workbench/cli/start_workbench.h"
-#include "workbench/cli/stored_groups.h"
-#include "workbench/host/text_encoding.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/session/stored_groups.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -49,7 +49,7 @@ ExitStatus runRegister(const RegisterOptions& options) {
   const Road road = travel(workbench, options, warnings);
 
   if (options.json) {
-    writeOut(summaryJson(road, warnings.all()));
+    writeSummaryJson(road, warnings.all(), writeOut);
   } else if (!options.quiet) {
     writeOut(summaryText(road, lengths));
   }

@@ -30,8 +30,8 @@ ExitStatus runRender(const RenderOptions& options) {
   Workbench& workbench = *host;
   workbench.openDocument(options.host.document, false);
   suitMarkers(workbench, request->size);
-  const SessionPtr registrator = workbench.newSession();
-  DrivenSession session(*registrator);
+  MirroredSession mirrored(workbench.newSession());
+  DrivenSession session(mirrored);
   if (!session.addAllGroups()) {
     throw CommandError(ExitStatus::refused, options.host.document + ": the drawing holds no reference points to draw");
   }

@@ -7,9 +7,9 @@
 #include <cmath>
 #include <optional>
 
-#include "workbench/cli/naming/close_spots.h"
 #include "workbench/cli/naming/point_reasons.h"
-#include "workbench/cli/naming/station_triangles.h"
+#include "workbench/geometry/close_spots.h"
+#include "workbench/geometry/station_triangles.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/sdk/od_ge_matrix3d.h"
-#include "workbench/cli/session_state.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench::cli {
 

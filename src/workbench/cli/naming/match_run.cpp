@@ -9,13 +9,13 @@
 #include <tuple>
 
 #include "workbench/cli/exit_status.h"
-#include "workbench/cli/naming/naming_search.h"
-#include "workbench/cli/naming/naming_session.h"
 #include "workbench/cli/naming/point_reasons.h"
-#include "workbench/cli/naming/station_shapes.h"
-#include "workbench/cli/plain_text.h"
-#include "workbench/cli/solved_transforms.h"
 #include "workbench/cli/spinner.h"
+#include "workbench/geometry/station_shapes.h"
+#include "workbench/naming/naming_search.h"
+#include "workbench/naming/naming_session.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/session/solved_transforms.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -176,8 +176,7 @@ bool isAmbiguous(const NamingPlan& plan) {
 }
 
 void repeatPlan(NamingSession& naming, const NamingPlan& plan) {
-  for (const NamingStep& step : plan.steps) {
-    if (naming.repeat(step) == step.named) continue;
+  if (!naming.repeat(plan.steps)) {
     throw CommandError(ExitStatus::refused,
                        "the search for names came out otherwise when it was repeated; give the "
                        "points names, or --match triangles");

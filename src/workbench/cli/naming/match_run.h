@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "workbench/cli/driven_session.h"
 #include "workbench/cli/naming/match_reasons.h"
-#include "workbench/cli/naming/naming_limits.h"
-#include "workbench/cli/naming/naming_step.h"
 #include "workbench/cli/options.h"
 #include "workbench/host/workbench.h"
+#include "workbench/session/driven_session.h"
+#include "workbench/values/naming_limits.h"
+#include "workbench/values/naming_step.h"
 
 namespace tiepoint::workbench::cli {
 

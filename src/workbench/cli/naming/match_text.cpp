@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "workbench/cli/plain_text.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <string>
 
-#include "workbench/cli/plain_text.h"
+#include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
 

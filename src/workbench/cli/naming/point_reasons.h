@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "workbench/cli/naming/match_reasons.h"
-#include "workbench/cli/naming/naming_limits.h"
-#include "workbench/cli/naming/station_shapes.h"
+#include "workbench/geometry/station_shapes.h"
+#include "workbench/values/naming_limits.h"
 
 namespace tiepoint::workbench::cli {
 

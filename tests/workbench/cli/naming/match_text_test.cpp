@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "workbench/cli/session_states.h"
+#include "workbench/session_states.h"
 
 namespace tiepoint::workbench::cli {
 namespace {

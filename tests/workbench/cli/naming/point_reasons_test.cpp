@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "workbench/cli/session_states.h"
+#include "workbench/session_states.h"
 
 namespace tiepoint::workbench::cli {
 namespace {

@@ -1,0 +1,36 @@
+// The search for names that join all stations.
+#pragma once
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "workbench/host/workbench.h"
+#include "workbench/naming/station_troubles.h"
+#include "workbench/values/naming_limits.h"
+#include "workbench/values/naming_step.h"
+#include "workbench/values/session_state.h"
+
+namespace tiepoint::workbench {
+
+struct NamingPlan {
+  /// What to do in a session like the one that the search was made for; empty when no two stations
+  /// could be joined.
+  std::vector<NamingStep> steps;
+  ZOR::reg::GroupIdSet placed;
+  std::vector<UnplacedStation> unplaced;
+  /// Pairs that share more points than could be named without discrepancies above the limit.
+  std::vector<std::pair<ZOR::reg::GroupId, ZOR::reg::GroupId>> openLoops;
+  /// For stations that were added by three points alone: in which part of surveys chance would have
+  /// added one so.
+  std::map<ZOR::reg::GroupId, double> risks;
+};
+
+/// Starts from the two stations that agree best and adds one station after another. A station is
+/// added when a solve of all leaves no discrepancy above the limit and it can't be laid onto the
+/// others in a second way that explains as many of its points; after each the points that fell on
+/// one spot are named, and pairs of stations that close a loop. All in scratch sessions of the active drawing; `start`
+/// is the state of the session that the plan is for, before its first solve.
+NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits);
+
+}  // namespace tiepoint::workbench

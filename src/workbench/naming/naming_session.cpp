@@ -1,0 +1,157 @@
+#include "workbench/naming/naming_session.h"
+
+#include <algorithm>
+#include <map>
+
+namespace tiepoint::workbench {
+
+using namespace ZOR::reg;
+
+namespace {
+
+GroupIdSet groupsOf(const SessionState& state) {
+  GroupIdSet groups;
+  for (const SessionPoint& point : state.points) groups.insert(point.record.groupId);
+  return groups;
+}
+
+GroupIdSet without(const GroupIdSet& all, const GroupIdSet& some) {
+  GroupIdSet rest;
+  for (const GroupId group : all) {
+    if (some.count(group) == 0) rest.insert(group);
+  }
+  return rest;
+}
+
+/// A solve that another one follows before anything uses it.
+bool isSuperseded(std::vector<NamingStep>::const_iterator step, std::vector<NamingStep>::const_iterator end) {
+  if (step->kind != NamingKind::solve) return false;
+  const auto next = std::find_if(std::next(step), end, [](const NamingStep& later) {
+    return later.kind == NamingKind::solve || later.kind == NamingKind::closeness;
+  });
+  return next != end && next->kind == NamingKind::solve;
+}
+
+}  // namespace
+
+NamingSession::NamingSession(DrivenSession& session_) : session(session_) {
+  for (const SessionPoint& point : session.state().points) {
+    if (point.record.included) {
+      participants.insert(point.record.groupId);
+    } else {
+      excluded.insert(point.record.id);
+    }
+  }
+  included = participants;
+}
+
+std::size_t NamingSession::matchByTriangles(const GroupIdSet& groups, double sideTolerance, double minSideDifference) {
+  if (groups.size() == session.state().groups.size()) {
+    return session.matchAllByTriangles(sideTolerance, minSideDifference);
+  }
+  return session.matchByTriangles(groups, sideTolerance, minSideDifference);
+}
+
+std::size_t NamingSession::unite(const PointPairs& takers) {
+  return static_cast<std::size_t>(std::count_if(
+      takers.begin(), takers.end(), [&](const auto& taker) { return session.takeName(taker.first, taker.second); }));
+}
+
+bool NamingSession::solve(const GroupIdSet& groups) {
+  session.clearResults();
+  includeOnly(groups);
+  GroupIdSet active;
+  for (const SessionPoint& point : state().points) {
+    if (point.record.active) active.insert(point.record.groupId);
+  }
+  return active == groups && session.registerPairwise();
+}
+
+bool NamingSession::repeat(const std::vector<NamingStep>& steps) {
+  for (auto step = steps.begin(); step != steps.end(); ++step) {
+    if (isSuperseded(step, steps.end())) continue;
+    if (repeatOne(*step) != step->named) return false;
+  }
+  return true;
+}
+
+std::size_t NamingSession::repeatOne(const NamingStep& step) {
+  switch (step.kind) {
+    case NamingKind::triangles:
+      return matchByTriangles(step.groups, step.tolerance, step.minSideDifference);
+    case NamingKind::closeness:
+      return matchByCloseness(step.tolerance);
+    case NamingKind::unite:
+      return unite(step.takers);
+    case NamingKind::solve:
+      solve(step.groups);
+      break;
+  }
+  return 0;
+}
+
+void NamingSession::finish() {
+  session.clearResults();
+  includeOnly(participants);
+}
+
+/// To include a group includes all its points, so the choices are made once more. Each operation looks
+/// at all points of the session, so only what changes is told to it.
+void NamingSession::includeOnly(const GroupIdSet& groups) {
+  const GroupIdSet entering = without(groups, included);
+  const GroupIdSet leaving = without(included, groups);
+  if (!entering.empty()) {
+    session.includeGroups(entering);
+    if (!excluded.empty()) session.excludePoints(excluded);
+  }
+  if (!leaving.empty()) session.excludeGroups(leaving);
+  included = groups;
+}
+
+SettingsById settingsOf(const SessionState& state) {
+  SettingsById settings;
+  for (const SessionPoint& point : state.points) {
+    settings[point.record.id] = {point.record.included, point.record.weight};
+  }
+  return settings;
+}
+
+ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& settings_)
+    : mirrored(workbench.newSession()), driven(mirrored), settings(settings_) {
+  driven.addAllGroups();
+  groups = groupsOf(driven.state());
+  choose();
+}
+
+ScratchSession::ScratchSession(Workbench& workbench, const SettingsById& settings_, GroupIdSet groups_)
+    : mirrored(workbench.newSession()), driven(mirrored), settings(settings_), groups(std::move(groups_)) {
+  driven.addGroups(groups);
+  choose();
+}
+
+void ScratchSession::restart() { changeTo(groups); }
+
+void ScratchSession::changeTo(GroupIdSet groups_) {
+  driven.clearResults();
+  driven.removeGroups(groups);
+  groups = std::move(groups_);
+  driven.addGroups(groups);
+  choose();
+}
+
+void ScratchSession::choose() {
+  RefPointIdSet excluded;
+  std::map<double, RefPointIdSet> weights;
+  for (const SessionPoint& point : driven.state().points) {
+    const PointSettings& wanted = settings.at(point.record.id);
+    if (!wanted.included) excluded.insert(point.record.id);
+    if (wanted.weight < point.record.weight || wanted.weight > point.record.weight) {
+      weights[wanted.weight].insert(point.record.id);
+    }
+  }
+  if (!excluded.empty()) driven.excludePoints(excluded);
+  for (const auto& [weight, points] : weights) driven.setWeight(points, weight);
+  naming.emplace(driven);
+}
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,43 @@
+// Text for a terminal: no control characters, columns that line up.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tiepoint::workbench {
+
+/// The text with "?" for every control character and every byte that isn't UTF-8, so that a name
+/// can't steer a terminal.
+std::string printable(const std::string& utf8);
+
+/// How many characters the UTF-8 text has. Every character of a name takes one column.
+std::size_t columnsOf(const std::string& utf8);
+
+/// `items` joined by ", ", the first `most` of them: what is left out is counted.
+std::string joined(const std::vector<std::string>& items, std::size_t most = 12);
+
+/// The text in lines of at most `width` columns, broken at blanks; every line but the first begins
+/// with `indent` blanks.
+std::string wrapped(const std::string& utf8, std::size_t width, std::size_t indent);
+
+/// Rows of cells, printed as columns that line up.
+class TextTable {
+ public:
+  enum class Side { left, right };
+
+  /// One side for each column; cells beyond are on the left.
+  explicit TextTable(std::vector<Side> sides_) : sides(std::move(sides_)) {}
+
+  void add(std::vector<std::string> row) { rows.push_back(std::move(row)); }
+  bool isEmpty() const { return rows.empty(); }
+
+  /// Two blanks before each row and between columns, none at the end of a line.
+  std::string text() const;
+
+ private:
+  std::vector<std::size_t> widths() const;
+  std::vector<Side> sides;
+  std::vector<std::vector<std::string>> rows;
+};
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,34 @@
+#include "workbench/session/assigned_ids.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace tiepoint::workbench {
+
+using namespace ZOR::reg;
+
+AssignedIds::AssignedIds(const std::map<RefPointId, std::string>& assigned, const std::vector<SessionPoint>& before,
+                         const std::vector<PointName>& made) {
+  std::unordered_set<std::string> wanted;
+  for (const auto& entry : assigned) wanted.insert(entry.second);
+  for (const SessionPoint& point : before) {
+    if (point.record.named && wanted.count(point.name) != 0) consider(point.name, point.record.commonId, false);
+  }
+  for (const PointName& entry : made) {
+    if (wanted.count(entry.name) != 0) consider(entry.name, entry.id, true);
+  }
+}
+
+void AssignedIds::consider(const std::string& name, CommonPointId id, bool isNew) {
+  const auto [known, isFirst] = ids.try_emplace(name, AssignedId{id, isNew, true});
+  if (isFirst || known->second.id == id) return;
+  known->second = {isNew ? id : std::max(id, known->second.id), isNew, false};
+}
+
+std::optional<AssignedId> AssignedIds::of(const std::string& name) const {
+  const auto known = ids.find(name);
+  if (known == ids.end()) return std::nullopt;
+  return known->second;
+}
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,42 @@
+// The transformations that a session has found, with all their digits, and how far they leave points
+// of one name apart.
+//
+// The interface gives them in reports and matrix files, rounded for reading; a cloud takes the whole
+// double. So unmoved clouds of a drawing in memory are moved by them and read back, and so are the
+// merged targets by storing them there.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/sdk/od_ge_matrix3d.h"
+#include "session/i_multi_registrator.h"
+#include "workbench/host/workbench.h"
+#include "workbench/values/point_spread.h"
+
+namespace tiepoint::workbench {
+
+/// A target, merged from all groups that saw it.
+struct MergedTarget {
+  /// UTF-8.
+  std::string name;
+  OdGePoint3d position;
+  double weight = 0.0;
+};
+
+struct SolvedTransforms {
+  /// From each group's system to the common one; none for a base and for a group that took no part.
+  std::map<ZOR::reg::GroupId, OdGeMatrix3d> toCommon;
+  std::vector<MergedTarget> targets;
+  PointSpread spread;
+};
+
+/// Both leave the active drawing as it is. The session's list of clouds is that of the active drawing
+/// afterwards.
+std::map<ZOR::reg::GroupId, OdGeMatrix3d> solvedMotions(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
+                                                        const std::vector<ZOR::reg::GroupId>& groups);
+SolvedTransforms solvedTransforms(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
+                                  const std::vector<ZOR::reg::GroupId>& groups);
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,90 @@
+#include "workbench/geometry/doubled_names.h"
+
+#include <gmock/gmock.h>
+
+#include "workbench/session_states.h"
+
+namespace tiepoint::workbench {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+/// Names that begin with "auto" are automatic.
+SessionState withAutomaticNames(SessionState state) {
+  for (SessionPoint& point : state.points) point.record.autoNamed = point.name.rfind("auto", 0) == 0;
+  return state;
+}
+
+PointPairs doubled(const StateBuilder& builder, const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon = {}) {
+  return doubledNames(withAutomaticNames(builder.state), {0, 1, 2, 3}, toCommon, 0.02);
+}
+
+TEST(DoubledNames, AnAutomaticNameGivesWayToTheFilesOnItsSpotWithAllItsPoints) {
+  StateBuilder survey;
+  survey.group("A").point("auto0", {1, 2, 3}).group("B").point("auto0", {1.005, 2, 3});
+  survey.group("C").point("T7", {1, 2.01, 3});
+  EXPECT_THAT(doubled(survey), ElementsAre(Pair(0, 2), Pair(1, 2)));
+}
+
+TEST(DoubledNames, OfTwoAutomaticOnesTheOlderStays) {
+  StateBuilder survey;
+  survey.group("A").point("auto0", {1, 2, 3}).group("B").point("auto1", {1, 2, 3});
+  EXPECT_THAT(doubled(survey), ElementsAre(Pair(1, 0)));
+}
+
+TEST(DoubledNames, TheSpotIsThatInTheCommonSystem) {
+  StateBuilder survey;
+  survey.group("A").point("T7", {1, 2, 3}).group("B").point("auto0", {1, 2, 3}).point("auto1", {-9, 2, 3});
+  OdGeMatrix3d motion;
+  motion(0, 3) = 10.0;
+  EXPECT_THAT(doubled(survey, {{1, motion}}), ElementsAre(Pair(2, 0)));
+}
+
+TEST(DoubledNames, ApartByTheReachIsOneSpotAndFartherIsnt) {
+  StateBuilder at, beyond;
+  at.group("A").point("T7", {0, 0, 0}).group("B").point("auto0", {0.02, 0, 0});
+  beyond.group("A").point("T7", {0, 0, 0}).group("B").point("auto0", {0.0201, 0, 0});
+  EXPECT_THAT(doubled(at), ElementsAre(Pair(1, 0)));
+  EXPECT_THAT(doubled(beyond), IsEmpty());
+}
+
+TEST(DoubledNames, EveryPointOfTheNameMustBeNear) {
+  StateBuilder survey;
+  survey.group("A").point("T7", {0, 0, 0}).group("B").point("auto0", {0.015, 0, 0});
+  survey.group("C").point("auto0", {0.025, 0, 0});
+  EXPECT_THAT(doubled(survey), IsEmpty());
+}
+
+TEST(DoubledNames, NamesThatAGroupHasBothAreTwoTargets) {
+  StateBuilder survey;
+  survey.group("A").point("T7", {0, 0, 0}).point("auto0", {0.01, 0, 0}).group("B").point("auto0", {0.01, 0, 0});
+  EXPECT_THAT(doubled(survey), IsEmpty());
+}
+
+TEST(DoubledNames, WhereTheFilesHaveTwoNamesNoneGivesWay) {
+  StateBuilder survey;
+  survey.group("A").point("T7", {0, 0, 0}).group("B").point("T8", {0, 0, 0}).group("C").point("auto0", {0, 0, 0});
+  EXPECT_THAT(doubled(survey), IsEmpty());
+}
+
+TEST(DoubledNames, ANameIsTakenByOneOtherAtATime) {
+  StateBuilder survey;
+  survey.group("A").point("T7", {0, 0, 0}).group("B").point("auto0", {0.001, 0, 0});
+  survey.group("C").point("auto1", {0.002, 0, 0});
+  EXPECT_THAT(doubled(survey), ElementsAre(Pair(1, 0)));
+}
+
+TEST(DoubledNames, ExcludedPointsUnnamedOnesAndOtherGroupsDontCount) {
+  StateBuilder survey;
+  survey.group("A").point("T7", {0, 0, 0});
+  survey.group("B").point("auto0", {0, 0, 0});
+  survey.last().included = false;
+  survey.group("C").point("?", {0, 0, 0});
+  survey.group("D").group("E").point("auto1", {0, 0, 0});
+  EXPECT_THAT(doubled(survey), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench
