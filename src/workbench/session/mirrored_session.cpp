@@ -282,15 +282,17 @@ void MirroredSession::match(const std::map<RefPointId, std::string>& assignedNam
   const bool wereOld = std::exchange(namesAreOld, true);
   limitsAreOld = true;
   passOnAlways(match, [&] {
-    mirror.setInactive(inactivePoints);
+    // Nothing has changed then; where an error came before anything was named, nothing is told either.
     if (assignedNames.empty()) {
       namesAreOld = wereOld;
-    } else if (hasPoints) {
-      std::list<NamedId> names;
-      session->getCommonPointNames(names);
-      mirror.assignNames(assignedNames, names);
-      namesAreOld = false;
+      return;
     }
+    mirror.setInactive(inactivePoints);
+    if (!hasPoints) return;
+    std::list<NamedId> names;
+    session->getCommonPointNames(names);
+    mirror.assignNames(assignedNames, names);
+    namesAreOld = false;
   });
 }
 

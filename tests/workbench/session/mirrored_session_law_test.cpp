@@ -41,14 +41,14 @@ std::set<std::uint64_t> anyIds(int end) {
 }
 
 /// Most of the targets as one station sees them; where it isn't clean, some of them under a wrong name.
-std::vector<Target> anyStation(bool isClean) {
+std::vector<Target> anyStation(bool isClean, char hall = 'T') {
   std::vector<Target> station;
   const bool isTurned = oneIn(2), isUnnamed = oneIn(3), isSparse = oneIn(5);
   const double shift = 100.0 * anyBelow(3), noise = isClean ? 0.0 : 0.001;
   for (std::size_t number = 0; number < targets.size(); ++number) {
     if (oneIn(isSparse ? 2 : 6)) continue;
     const OdGePoint3d& p = targets[number];
-    const std::string ownName = "T" + std::to_string(!isClean && oneIn(12) ? std::size_t{2} : number);
+    const std::string ownName = hall + std::to_string(!isClean && oneIn(12) ? std::size_t{2} : number);
     const std::string otherName = isClean ? "?" : anyOf<std::string>("?", "?", "?", "\xD6");
     const std::string name = oneIn(isUnnamed ? 2 : 9) ? otherName : ownName;
     station.push_back({name, (isTurned ? -p.y : p.x) + shift + noise * static_cast<double>(number),
@@ -60,12 +60,16 @@ std::vector<Target> anyStation(bool isClean) {
 std::vector<WatchedSession::Station> anyStations() {
   std::vector<WatchedSession::Station> stations;
   const int count = anyBelow(mostGroups + 1);
-  const bool isClean = !oneIn(3);
-  for (int i = 0; i < count; ++i) stations.emplace_back("S" + std::to_string(i), anyStation(isClean));
+  // Two halls don't hang together.
+  const bool isClean = !oneIn(3), isDivided = oneIn(3);
+  for (int i = 0; i < count; ++i)
+    stations.emplace_back("S" + std::to_string(i), anyStation(isClean, isDivided && oneIn(2) ? 'U' : 'T'));
   return stations;
 }
 
-std::string anyName() { return anyOf<std::string>("?", "T1", "T2", "T3", "x", "N1", "N2", "N3", "a b", "\xC0/b", ""); }
+std::string anyName() {
+  return anyOf<std::string>("?", "?", "?", "T1", "T2", "T3", "x", "N1", "N2", "N3", "a b", "\xC0/b", "");
+}
 
 /// One session and what must come of it.
 class Course {
@@ -98,7 +102,8 @@ class Course {
         &Course::excludeAll, &Course::show,      &Course::zoom,         &Course::store,      &Course::renameGroup,
         &Course::rename,     &Course::rename,    &Course::rename,       &Course::clear,      &Course::keep,
         &Course::pairwise,   &Course::pairwise,  &Course::pairwise,     &Course::iterative,  &Course::distance,
-        &Course::distance,   &Course::triangles, &Course::allTriangles, &Course::clouds,     &Course::bringGroup};
+        &Course::distance,   &Course::triangles, &Course::allTriangles, &Course::clouds,     &Course::bringGroup,
+        &Course::dropGroup,  &Course::clear};
     const Operation operation = operations[static_cast<std::size_t>(anyBelow(static_cast<int>(operations.size())))];
     if (oneIn(4)) session.host.calls.failAt(static_cast<std::uint64_t>(1 + anyBelow(12)), Fault::throws);
     try {
@@ -134,6 +139,20 @@ class Course {
   void remove() {
     Answers out;
     mirrored().removeGroups(anyIds(mostGroups), out.points, out.inactiveGroups, out.inactivePoints);
+  }
+  /// One that the session holds, as a rule.
+  RefPointId anyPoint() {
+    const auto& points = session.state().points;
+    if (points.empty() || oneIn(8)) return static_cast<RefPointId>(anyBelow(mostPoints));
+    return points[static_cast<std::size_t>(anyBelow(static_cast<int>(points.size())))].record.id;
+  }
+  void dropGroup() {
+    Answers out;
+    RefPointIdSet points;
+    for (const RefPoint& point : lists().points) {
+      if (point.groupId < 2) points.insert(point.id);
+    }
+    mirrored().removePoints(points, out.groups, out.inactiveGroups, out.inactivePoints);
   }
   void drop() {
     Answers out;
@@ -175,8 +194,7 @@ class Course {
   }
   void rename() {
     Answers out;
-    const RefPointId point = static_cast<RefPointId>(anyBelow(mostPoints));
-    mirrored().renamePoint(point, anyName(), out.group, out.inactiveGroups, out.inactivePoints);
+    mirrored().renamePoint(anyPoint(), anyName(), out.group, out.inactiveGroups, out.inactivePoints);
   }
   void show() { mirrored().setGroupsVisible(anyIds(mostGroups), oneIn(2)); }
   void zoom() {

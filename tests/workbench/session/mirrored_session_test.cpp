@@ -102,6 +102,24 @@ TEST(MirroredSession, GivesANewNameTheSmallestIdThatIsFree) {
   EXPECT_EQ(namesOf(session.state()), (Texts{"2:T2", "3:T9", "1:T8"}));
 }
 
+TEST(MirroredSession, TakesThePointOfNoNameForUnnamedAgain) {
+  WatchedSession session(threeStations());
+  session.add({0, 1, 2});
+  ASSERT_TRUE(rename(session, 0, "?"));
+  EXPECT_FALSE(session.record(0).named);
+  ASSERT_TRUE(rename(session, 0, "T1"));
+  EXPECT_TRUE(session.record(0).named);
+}
+
+TEST(MirroredSession, HidesAGroupThatHasLostItsLastPoint) {
+  WatchedSession session(threeStations());
+  session.add({0, 1, 2});
+  session.mirrored->removePoints({3, 4, 5, 6}, session.out.groups, session.out.inactiveGroups,
+                                 session.out.inactivePoints);
+  EXPECT_EQ(session.state().visibleGroups, (GroupIdSet{0, 2}));
+  EXPECT_FALSE(session.state().group(1).inSession);
+}
+
 TEST(MirroredSession, ShowsANamelessPointUnderTheNameThatItsIdGets) {
   WatchedSession session({{"A", {{"T0", 0, 0, 0}}}, {"B", {{"T0", 1, 0, 0}}}});
   session.add({0});
@@ -215,6 +233,8 @@ TEST(MirroredSession, TellsTheClustersOfASolveThatWasRefused) {
   session.mirrored->keepGroupCluster(1, session.out.points, session.out.inactiveGroups, session.out.inactivePoints);
   EXPECT_FALSE(session.record(0).included);
   EXPECT_TRUE(session.record(6).included);
+  session.mirrored->clearResults();
+  EXPECT_TRUE(session.state().clusters.empty());
 }
 
 TEST(MirroredSession, TellsWhichReportWouldBeSaved) {
