@@ -103,7 +103,7 @@ class Course {
         &Course::rename,     &Course::rename,    &Course::rename,       &Course::clear,      &Course::keep,
         &Course::pairwise,   &Course::pairwise,  &Course::pairwise,     &Course::iterative,  &Course::distance,
         &Course::distance,   &Course::triangles, &Course::allTriangles, &Course::clouds,     &Course::bringGroup,
-        &Course::dropGroup,  &Course::clear};
+        &Course::dropGroup,  &Course::clear,     &Course::weigh,        &Course::weigh};
     const Operation operation = operations[static_cast<std::size_t>(anyBelow(static_cast<int>(operations.size())))];
     if (oneIn(4)) session.host.calls.failAt(static_cast<std::uint64_t>(1 + anyBelow(12)), Fault::throws);
     try {
@@ -176,8 +176,10 @@ class Course {
   }
   void weigh() {
     Answers out;
-    const double weight = anyOf(0.0, 1.0, 0.5, -0.1, 1.1, std::numeric_limits<double>::quiet_NaN());
-    mirrored().setPointsWeight(anyIds(mostPoints), weight, out.inactiveGroups, out.inactivePoints);
+    const double weight = anyOf(0.0, 1.0, 0.5, 0.25, 0.75, -0.1, 1.1, std::numeric_limits<double>::quiet_NaN());
+    RefPointIdSet points = anyIds(mostPoints);
+    points.insert(anyPoint());
+    mirrored().setPointsWeight(points, weight, out.inactiveGroups, out.inactivePoints);
   }
   void includeAll() {
     Answers out;

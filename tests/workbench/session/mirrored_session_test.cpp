@@ -201,6 +201,19 @@ TEST(MirroredSession, SaysWhichNamesTwoIdsBear) {
 
 // --- Results.
 
+TEST(MirroredSession, KnowsTheWeightsOfASolve) {
+  WatchedSession session(threeStations());
+  session.add({0, 1, 2});
+  session.mirrored->setPointsWeight({0, 1}, 0.5, session.out.inactiveGroups, session.out.inactivePoints);
+  session.mirrored->setPointsWeight({1, 4}, 1.5, session.out.inactiveGroups, session.out.inactivePoints);
+  EXPECT_EQ(session.record(1).weight, 0.5);
+  EXPECT_EQ(session.record(4).weight, 1.0);
+  SessionReference reference;
+  ASSERT_TRUE(reference.registerPairwise(SessionLists(session.state())));
+  ASSERT_TRUE(session.solve());
+  EXPECT_EQ(differences(session, reference), "");
+}
+
 TEST(MirroredSession, TakesTheBaseForNoRegisteredGroup) {
   WatchedSession session(threeStations());
   session.add({0, 1, 2});
