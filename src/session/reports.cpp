@@ -43,8 +43,10 @@ void MultiRegistrator::getReportFormats(std::map<std::uint64_t, std::string>& fo
 
 bool MultiRegistrator::saveReport(std::string path, std::uint64_t format) {
   if (format != htmlFormat) return false;
+  // No locale owns it: one that finds no memory for itself would lose it.
+  std::codecvt_utf8<wchar_t, 0x10ffff, std::codecvt_mode(0)> utf8(1);
   auto out = openForWriting<std::wofstream>(boost::filesystem::path(path));
-  out.imbue(std::locale(std::locale::classic(), new std::codecvt_utf8<wchar_t, 0x10ffff, std::codecvt_mode(0)>));
+  out.imbue(std::locale(std::locale::classic(), &utf8));
   if (out) out << reportText;
   out.close();
   return true;

@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <utility>
 
+#include "host_access/held.h"
 #include "host_access/registration_settings.h"
 #include "platform/host/exports.h"
 #include "platform/host/message_line.h"
@@ -19,6 +20,8 @@
 #endif
 
 namespace tiepoint::testing {
+
+using ZOR::reg::Held;
 
 namespace {
 
@@ -183,23 +186,9 @@ class RecordingHost::Application : public HostApplication {
   Dialog dialog;
 };
 
-/// Releases the profile's own object when it goes.
-template <class Interface>
-class Held {
- public:
-  explicit Held(Interface* part) : held(part) {}
-  ~Held() { held->release(); }
-  Held(const Held&) = delete;
-  Held& operator=(const Held&) = delete;
-  Interface* operator->() const { return held; }
-
- private:
-  Interface* held;
-};
-
 class RecordingHost::SectionFace final : public HostProfileSection, public Given {
  public:
-  SectionFace(RecordingHost& owner, HostProfileSection* section) : host(owner), part(section) {}
+  SectionFace(RecordingHost& owner, Held<HostProfileSection> section) : host(owner), part(std::move(section)) {}
 
   int readValue(const wchar_t* key, CZorVariant& value) override {
     return host.calls.arrives("section.readValue", key) ? part->readValue(key, value) : 0;
@@ -216,12 +205,12 @@ class RecordingHost::SectionFace final : public HostProfileSection, public Given
 
 class RecordingHost::ProfileFace final : public HostProfile, public Given {
  public:
-  ProfileFace(RecordingHost& owner, HostProfile* profile) : host(owner), part(profile) {}
+  ProfileFace(RecordingHost& owner, Held<HostProfile> profile) : host(owner), part(std::move(profile)) {}
 
   HostProfileSection* openSection(const wchar_t* path, int createWhenMissing) override {
     if (!host.calls.arrives("openSection", path, createWhenMissing)) return nullptr;
-    HostProfileSection* section = part->openSection(path, createWhenMissing);
-    return section ? host.give<SectionFace>(section) : nullptr;
+    Held<HostProfileSection> section(part->openSection(path, createWhenMissing));
+    return section ? host.give<SectionFace>(std::move(section)) : nullptr;
   }
   void release() override {
     host.calls.arrives("profile.release");
@@ -235,13 +224,13 @@ class RecordingHost::ProfileFace final : public HostProfile, public Given {
 
 class RecordingHost::AppServiceFace final : public HostAppService, public Given {
  public:
-  AppServiceFace(RecordingHost& owner, HostAppService* service) : host(owner), part(service) {}
+  AppServiceFace(RecordingHost& owner, Held<HostAppService> service) : host(owner), part(std::move(service)) {}
 
   HostProfile* queryProfile(const HostInterfaceId& id) override {
     const char* wanted = isSame(id, iidHostProfile) ? "profile" : "another interface";
     if (!host.calls.arrives("queryProfile", wanted)) return nullptr;
-    HostProfile* profile = part->queryProfile(id);
-    return profile ? host.give<ProfileFace>(profile) : nullptr;
+    Held<HostProfile> profile(part->queryProfile(id));
+    return profile ? host.give<ProfileFace>(std::move(profile)) : nullptr;
   }
   void release() override {
     host.calls.arrives("service.release");
@@ -308,7 +297,9 @@ RecordingHost* RecordingHost::current() { return standing; }
 
 HostApplication& RecordingHost::application() { return *app; }
 
-HostAppService* RecordingHost::newAppService() { return give<AppServiceFace>(values.newAppService()); }
+HostAppService* RecordingHost::newAppService() {
+  return give<AppServiceFace>(Held<HostAppService>(values.newAppService()));
+}
 
 ICmdFactory* RecordingHost::newCommandFactory() { return give<Factory>(); }
 

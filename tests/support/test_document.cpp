@@ -10,6 +10,8 @@ OdDbDictionaryPtr dictionary(const OdDbObjectId& id) { return OdDbDictionaryPtr(
 
 }  // namespace
 
+TestDocument::TestDocument() : drawing(new OdDbDatabase) {}
+
 void TestDocument::storeGroup(const std::string& name, const std::vector<Target>& targets) {
   ZOR::StoredPointArray points;
   for (const Target& target : targets)

@@ -22,6 +22,8 @@ struct Target {
 
 class TestDocument : public HostDocument {
  public:
+  TestDocument();
+
   OdDbDatabasePtr database() override { return drawing; }
   HostTransientService* transientService() override { return &transients; }
   bool isReady() const override { return true; }
@@ -38,7 +40,7 @@ class TestDocument : public HostDocument {
   const std::vector<workbench::TransientEntry>& drawables() const { return transients.drawables(); }
 
  private:
-  OdDbDatabasePtr drawing = OdDbDatabasePtr(new OdDbDatabase);
+  OdDbDatabasePtr drawing;
   workbench::TransientService transients;
 };
 
