@@ -46,16 +46,17 @@ struct FailedAddition {
 
 class Growth {
  public:
-  Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_)
+  Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_, Progress& progress_)
       : start(start_),
         limits(limits_),
+        progress(progress_),
         stations(stationsOf(start_)),
         settings(settingsOf(start_)),
-        pairs(findPairLinks(workbench, settings, start_, stations, limits_)),
+        pairs(findPairLinks(workbench, settings, start_, stations, limits_, progress_)),
         planned(workbench, settings) {}
 
   NamingPlan run() {
-    while (addOne()) continue;
+    while (addOne()) step(progress, placed.size(), stations.size());
     addByNames();
     dropDoubtful();
     NamingPlan plan;
@@ -262,6 +263,7 @@ class Growth {
 
   const SessionState& start;
   NamingLimits limits;
+  Progress& progress;
   Stations stations;
   SettingsById settings;
   PairLinks pairs;
@@ -274,8 +276,9 @@ class Growth {
 
 }  // namespace
 
-NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits) {
-  return Growth(workbench, start, limits).run();
+NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits,
+                       Progress& progress) {
+  return Growth(workbench, start, limits, progress).run();
 }
 
 }  // namespace tiepoint::workbench

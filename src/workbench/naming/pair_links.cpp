@@ -127,10 +127,11 @@ class PairSearch {
 }  // namespace
 
 PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
-                        const Stations& stations, const NamingLimits& limits) {
+                        const Stations& stations, const NamingLimits& limits, Progress& progress) {
   PairLinks result;
   for (auto first = stations.begin(); first != stations.end(); ++first) {
     for (auto second = std::next(first); second != stations.end(); ++second) {
+      step(progress, 0, 0);
       const Tolerances tolerances =
           tolerancesFor(first->second.shape.triangles, second->second.shape.triangles, limits.side);
       if (tolerances.each.empty() && sharedNames(start, first->first, second->first).size() < namesThatLink) continue;
