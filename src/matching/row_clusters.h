@@ -1,14 +1,13 @@
 // Which rows of three numbers lie so close together that they are one thing.
 #pragma once
 
-#include <Eigen/Core>
 #include <cstdint>
 #include <vector>
 
+#include "matching/row_table.h"
+
 namespace ZOR::reg {
 
-/// One row of three numbers for each candidate; the row number is its identity.
-using RowTable = Eigen::Matrix<double, Eigen::Dynamic, 3>;
 /// The row numbers of each cluster.
 using RowClusters = std::vector<std::vector<std::uint64_t>>;
 

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "matching/row_clusters.h"
+#include "matching/row_table.h"
 
 namespace ZOR::reg {
 

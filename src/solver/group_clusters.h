@@ -5,6 +5,7 @@
 #include <map>
 
 #include "records/tables.h"
+#include "solver/group_names.h"
 
 namespace ZOR::reg {
 
@@ -15,11 +16,6 @@ struct GroupMerge {
 };
 
 using GroupMerges = std::list<GroupMerge>;
-/// The names of each group.
-using GroupNameSets = std::map<GroupId, CommonPointIdSet>;
-
-/// How many common names link two groups; a rigid fit needs as many.
-inline constexpr std::size_t minCommonPoints = 3;
 
 /// Fuses, again and again, the pair with the smallest first and then the smallest second id among
 /// the pairs that share at least minCommonPoints names; a fused group owns the union of the names.

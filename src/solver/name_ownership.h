@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "solver/group_clusters.h"
+#include "solver/group_names.h"
 
 namespace ZOR::reg {
 

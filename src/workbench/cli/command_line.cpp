@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <new>
@@ -19,6 +20,7 @@
 #include "workbench/cli/output.h"
 #include "workbench/host/workbench.h"
 #include "workbench/io/text_encoding.h"
+#include "workbench/report/refusal_text.h"
 #include "workbench/report/suggestion.h"
 
 namespace tiepoint::workbench::cli {
@@ -35,7 +37,18 @@ class HelpLayout : public CLI::Formatter {
     const std::string description = sub->get_description();
     return fmt::format("  {:<26}{}\n", sub->get_name(), description.substr(0, description.find('\n')));
   }
+  /// An option that takes one value each time it is given is no list, though it may be given again.
+  std::string make_option_opts(const CLI::Option* option) const override {
+    std::string text = CLI::Formatter::make_option_opts(option);
+    const std::size_t dots = text.find(" ...");
+    if (!option->get_allow_extra_args() && dots != std::string::npos) text.erase(dots, 4);
+    return text;
+  }
 };
+
+/// What the commands call a field that isn't called as by `register`.
+const char* cloudsOptionOf(Field field) { return field == Field::cloud ? "--add" : optionOf(field); }
+const char* renderOptionOf(Field field) { return field == Field::picture ? "--output" : optionOf(field); }
 
 /// One argument each time the option is given, so that a file behind it stays a file.
 void addRepeated(CLI::App& app, const std::string& name, std::vector<std::string>& values, const char* type,
@@ -43,8 +56,16 @@ void addRepeated(CLI::App& app, const std::string& name, std::vector<std::string
   app.add_option(name, values, help)->type_name(type)->allow_extra_args(false);
 }
 
-void addText(CLI::App& app, const std::string& name, std::string& value, const char* type, const char* help) {
-  app.add_option(name, value, help)->type_name(type);
+/// An empty text is what an unset variable of the shell leaves; it would be taken for none.
+CLI::Option* addText(CLI::App& app, const std::string& name, std::string& value, const char* type, const char* help) {
+  const auto read = [&value, name](const std::string& text) {
+    if (text.empty()) {
+      throw CommandError(ExitStatus::usage, fmt::format("{}: the value is empty; is a variable of the shell unset?",
+                                                        name.substr(0, name.find(','))));
+    }
+    value = text;
+  };
+  return app.add_option_function<std::string>(name, read, help)->type_name(type);
 }
 
 /// The whole text is a number; thrown from inside the parser, as its own complaint names no reason.
@@ -67,7 +88,7 @@ void addNumber(CLI::App& app, const std::string& name, std::optional<Number>& va
 }
 
 CLI::Option* addHostOptions(CLI::App& app, HostOptions& host, const char* documentHelp) {
-  CLI::Option* document = app.add_option("--document", host.document, documentHelp)->type_name("FILE");
+  CLI::Option* document = addText(app, "--document", host.document, "FILE", documentHelp);
   addText(app, "--profile", host.profile, "FILE", "profile with the module's settings (JSON); none: the defaults");
   addText(app, "--module", host.module, "FILE", "the registration module; none: the one installed with tiepoint");
   return document;
@@ -166,7 +187,7 @@ void addClouds(CLI::App& app, CloudsOptions& options) {
 
 void addRender(CLI::App& app, RenderOptions& options) {
   addHostOptions(app, options.host, "the drawing")->required();
-  app.add_option("--output,-o", options.picture.file, "the picture: .png, .svg or .pdf")->type_name("FILE")->required();
+  addText(app, "--output,-o", options.picture.file, "FILE", "the picture: .png, .svg or .pdf")->required();
   addPictureOptions(app, options.picture, "--size", "--view");
   addText(app, "--unit", options.unit, "UNIT", "unit of the drawing, m or mm, for the scale bar");
   app.add_flag("--force", options.force, "replace a file that exists");
@@ -185,15 +206,15 @@ class CommandLine {
     addRegister(add("register", registerHelp, registerOptions, runRegister), registerOptions);
     addImport(add("import", importHelp, importOptions, runImport), importOptions);
     addGroups(add("groups", groupsHelp, groupsOptions, runGroups), groupsOptions);
-    addClouds(add("clouds", cloudsHelp, cloudsOptions, runClouds), cloudsOptions);
-    addRender(add("render", renderHelp, renderOptions, runRender), renderOptions);
+    addClouds(add("clouds", cloudsHelp, cloudsOptions, runClouds, cloudsOptionOf), cloudsOptions);
+    addRender(add("render", renderHelp, renderOptions, runRender, renderOptionOf), renderOptions);
     addHostOptions(add("rpc", rpcHelp, rpcOptions, runRpc), rpcOptions.host,
                    "opened before the first request; made when it is missing");
   }
 
   ExitStatus run(int argc, const char* const* argv) {
     try {
-      app.parse(argc, argv);
+      parse({argv + 1, argv + argc});
     } catch (const CLI::CallForHelp&) {
       writeOut(app.help());
       return ExitStatus::done;
@@ -211,19 +232,34 @@ class CommandLine {
 
  private:
   template <class Options>
-  CLI::App& add(const char* name, const char* help, Options& options, ExitStatus (*action)(const Options&)) {
+  CLI::App& add(const char* name, const char* help, Options& options, ExitStatus (*action)(const Options&),
+                FieldNames names = optionOf) {
     CLI::App* command = app.add_subcommand(name, help);
-    command->callback([this, &options, action] {
+    command->callback([this, &options, action, names] {
+      fieldNames = names;
       document = &options.host.document;
       chosen = [&options, action] { return action(options); };
     });
     return *command;
   }
 
+  /// "help" and "help COMMAND" are other words for --help.
+  void parse(std::vector<std::string> words) {
+    if (!words.empty() && words.front() == "help") {
+      words.erase(words.begin());
+      words.emplace_back("--help");
+    }
+    std::reverse(words.begin(), words.end());
+    app.parse(std::move(words));
+  }
+
   /// The SDK doesn't know which file it may not write.
   ExitStatus runChosen() const {
     try {
       return chosen();
+    } catch (const Refused& refused) {
+      const Refusal& refusal = refused.refusal();
+      throw CommandError(statusOf(refusalClass(refusal.kind)), refusalText(refusal, fieldNames));
     } catch (const OdError& error) {
       if (error.code() != eWriteProtected) throw;
       throw CommandError(ExitStatus::file,
@@ -273,6 +309,7 @@ class CommandLine {
   CLI::App app;
   std::function<ExitStatus()> chosen;
   const std::string* document = nullptr;
+  FieldNames fieldNames = optionOf;
   RegisterOptions registerOptions;
   ImportOptions importOptions;
   GroupsOptions groupsOptions;
@@ -297,14 +334,14 @@ bool isFileError(OdResult code) {
 }
 
 ExitStatus fail(ExitStatus status, const std::string& message) {
-  sayError(message);
+  printError(message);
   return status;
 }
 
 }  // namespace
 
 ExitStatus runCommandLine(int argc, const char* const* argv) {
-  outliveReaders();
+  ignoreBrokenPipe();
   try {
     return CommandLine().run(argc, argv);
   } catch (const CommandError& error) {

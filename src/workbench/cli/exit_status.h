@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "workbench/values/refusal.h"
+
 namespace tiepoint::workbench::cli {
 
 /// The process's exit status.
@@ -16,6 +18,19 @@ enum class ExitStatus : int {
   /// A file or a drawing can't be read, written or locked.
   file = 3
 };
+
+/// How a refusal ends a command.
+inline ExitStatus statusOf(RefusalClass refusalClass) {
+  switch (refusalClass) {
+    case RefusalClass::usage:
+      return ExitStatus::usage;
+    case RefusalClass::file:
+      return ExitStatus::file;
+    case RefusalClass::refused:
+      break;
+  }
+  return ExitStatus::refused;
+}
 
 /// Ends a command. what() is one line: what is wrong, where, what to do.
 class CommandError : public std::runtime_error {

@@ -1,4 +1,4 @@
-// What the user asks for.
+// What the user writes.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench/cli/import_files.h"
+#include "workbench/values/registration_request.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -26,12 +26,6 @@ struct FileOptions {
   std::vector<std::string> xyz;
   std::vector<std::string> xyzw;
   std::vector<std::string> nxyzw;
-};
-
-/// `NAME=FILE`.
-struct CloudOption {
-  std::string name;
-  std::string file;
 };
 
 /// A picture of the points. An empty text isn't given.
@@ -112,12 +106,5 @@ struct RenderOptions {
 struct RpcOptions {
   HostOptions host;
 };
-
-/// One run of the import command for each layout that has files: the plain files first, then those
-/// of the options in the order NXYZ, XYZ, XYZW, NXYZW. Throws CommandError(usage).
-std::vector<LayoutFiles> importRuns(const FileOptions& options);
-
-/// Throws CommandError(usage) when it isn't NAME=FILE.
-CloudOption parseCloudOption(const std::string& text, const std::string& option);
 
 }  // namespace tiepoint::workbench::cli

@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "workbench/cli/exit_status.h"
+#include "workbench/report/finding_text.h"
 #include "workbench/report/plain_text.h"
 
 namespace tiepoint::workbench::cli {
@@ -38,17 +39,17 @@ void writeOut(const std::string& text) {
   throw CommandError(ExitStatus::file, "standard output can't be written: " + reason + "; the result is lost");
 }
 
-void sayError(const std::string& line) { std::fprintf(stderr, "tiepoint: %s\n", printable(line).c_str()); }
+void printError(const std::string& line) { std::fprintf(stderr, "tiepoint: %s\n", printable(line).c_str()); }
 
-void outliveReaders() {
+void ignoreBrokenPipe() {
 #ifdef SIGPIPE
   std::signal(SIGPIPE, SIG_IGN);
 #endif
 }
 
-void Warnings::add(const std::string& line) {
-  lines.push_back(line);
-  if (!quiet) sayError("warning: " + line);
+Findings::Listener printFindings(bool quiet) {
+  if (quiet) return {};
+  return [](const Finding& finding) { printError("warning: " + findingText(finding)); };
 }
 
 }  // namespace tiepoint::workbench::cli

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "workbench/values/finding.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -17,23 +18,12 @@ void forgetWriteErrors();
 bool hasReaderGone();
 
 /// Writes "tiepoint: " and one line to standard error.
-void sayError(const std::string& line);
+void printError(const std::string& line);
 
 /// From now on a reader that goes away doesn't end the process in the middle of its work.
-void outliveReaders();
+void ignoreBrokenPipe();
 
-/// What the user should know although the command goes on.
-class Warnings {
- public:
-  explicit Warnings(bool quiet_) : quiet(quiet_) {}
-
-  /// Says it at once, unless told to be quiet, and keeps it.
-  void add(const std::string& line);
-  const std::vector<std::string>& all() const { return lines; }
-
- private:
-  bool quiet;
-  std::vector<std::string> lines;
-};
+/// Prints findings as they come, unless told to be quiet.
+Findings::Listener printFindings(bool quiet);
 
 }  // namespace tiepoint::workbench::cli

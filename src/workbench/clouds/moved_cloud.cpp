@@ -9,6 +9,9 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <system_error>
+
+#include "workbench/io/durable_file.h"
 
 namespace tiepoint::workbench {
 
@@ -54,50 +57,14 @@ std::optional<std::array<FoundNumber, 3>> leadingCoordinates(std::string_view li
 
 std::string shown(const fs::path& path) { return path.string(); }
 
-/// The copy under a name of its own until it is whole.
-class PartFile {
- public:
-  explicit PartFile(const fs::path& target_) : target(target_), part(target_) {
-    part += L".part";
-    out.open(part, std::ios::binary | std::ios::trunc);
-    if (!out) throw CloudFileError(shown(part) + ": the file can't be written");
-  }
-  ~PartFile() {
-    if (finished) return;
-    out.close();
-    boost::system::error_code ignored;
-    fs::remove(part, ignored);
-  }
-  PartFile(const PartFile&) = delete;
-  PartFile& operator=(const PartFile&) = delete;
-
-  void write(const std::string& text) {
-    if (!out.write(text.data(), static_cast<std::streamsize>(text.size()))) refuse();
-  }
-  void finish() {
-    out.close();
-    if (!out) refuse();
-    boost::system::error_code error;
-    fs::rename(part, target, error);
-    if (error) throw CloudFileError(shown(target) + ": the file can't be written: " + error.message());
-    finished = true;
-  }
-
- private:
-  [[noreturn]] void refuse() const {
-    throw CloudFileError(shown(target) + ": the file can't be written to its end; is the disk full?");
-  }
-  fs::path target;
-  fs::path part;
-  fs::ofstream out;
-  bool finished = false;
-};
-
 void refuseReplacing(const fs::path& source, const fs::path& target, bool replace) {
   boost::system::error_code error;
   if (!fs::exists(target, error)) return;
   if (fs::equivalent(source, target, error)) {
     throw CloudFileError(shown(target) + ": this is the cloud's own file; choose another folder");
+  }
+  if (!fs::is_regular_file(target, error)) {
+    throw CloudFileError(shown(target) + ": this is no ordinary file; choose another place");
   }
   if (!replace) throw CloudFileError(shown(target) + ": the file exists; --force replaces it");
 }
@@ -115,15 +82,9 @@ bool moveLine(std::string& line, const OdGeMatrix3d& motion) {
   return true;
 }
 
-MovedCloud writeMovedCloud(const std::string& source, const std::string& target, const OdGeMatrix3d& motion,
-                           bool replace) {
-  const fs::path from(source);
-  const fs::path to(target);
-  refuseReplacing(from, to, replace);
-  fs::ifstream in(from, std::ios::binary);
-  if (!in || !fs::is_regular_file(from)) throw CloudFileError(source + ": the cloud's file can't be read");
+namespace {
 
-  PartFile copy(to);
+MovedCloud copyMoved(std::istream& in, const std::string& source, const OdGeMatrix3d& motion, WholeFile& copy) {
   MovedCloud moved;
   for (std::string line; std::getline(in, line);) {
     const bool hasLineFeed = !in.eof();
@@ -135,8 +96,25 @@ MovedCloud writeMovedCloud(const std::string& source, const std::string& target,
   }
   if (in.bad()) throw CloudFileError(source + ": the cloud's file can't be read to its end");
   if (moved.points == 0) throw CloudFileError(source + ": no line begins with three numbers; nothing to move");
-  copy.finish();
   return moved;
+}
+
+}  // namespace
+
+MovedCloud writeMovedCloud(const std::string& source, const std::string& target, const OdGeMatrix3d& motion,
+                           bool replace) {
+  const fs::path from(source);
+  refuseReplacing(from, fs::path(target), replace);
+  fs::ifstream in(from, std::ios::binary);
+  if (!in || !fs::is_regular_file(from)) throw CloudFileError(source + ": the cloud's file can't be read");
+  try {
+    WholeFile copy(target);
+    const MovedCloud moved = copyMoved(in, source, motion, copy);
+    copy.putInPlace();
+    return moved;
+  } catch (const std::system_error& error) {
+    throw CloudFileError(target + ": the file can't be written: " + error.code().message());
+  }
 }
 
 }  // namespace tiepoint::workbench

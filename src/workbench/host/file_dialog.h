@@ -6,11 +6,9 @@
 #include <vector>
 
 #include "platform/host/file_dialog.h"
+#include "workbench/values/layouts.h"
 
 namespace tiepoint::workbench {
-
-/// The row of the import dialog's filter list.
-enum class Layout : int { nxyz = 1, xyz = 2, xyzw = 3, nxyzw = 4 };
 
 /// What the file dialog is to answer when the command asks it.
 struct DialogAnswer {

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <random>
 #include <stdexcept>
 #include <system_error>
@@ -20,18 +19,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
-
 #ifdef _WIN32
-FilePtr createNew(const fs::path& path) { return FilePtr(_wfopen(path.c_str(), L"wb")); }
+std::FILE* createNew(const fs::path& path) { return _wfopen(path.c_str(), L"wb"); }
 bool flushToDisk(std::FILE* file) { return std::fflush(file) == 0 && _commit(_fileno(file)) == 0; }
 /// A rename is on the disk once it returns.
 void flushFolder(const fs::path&) {}
 #else
-FilePtr createNew(const fs::path& path) { return FilePtr(std::fopen(path.c_str(), "wbx")); }
+std::FILE* createNew(const fs::path& path) { return std::fopen(path.c_str(), "wbx"); }
 bool flushToDisk(std::FILE* file) { return std::fflush(file) == 0 && fsync(fileno(file)) == 0; }
 /// Makes the rename last. The file is whole either way, so that a folder that can't be flushed is
 /// no failure.
@@ -73,29 +67,43 @@ void requireOrdinary(const fs::path& target) {
 
 [[noreturn]] void failWithErrno() { throw std::system_error(errno, std::generic_category()); }
 
-void writeNew(const fs::path& path, const std::string& content) {
-  const FilePtr file = createNew(path);
-  if (!file) failWithErrno();
-  if (std::fwrite(content.data(), 1, content.size(), file.get()) != content.size()) failWithErrno();
-  if (!flushToDisk(file.get())) failWithErrno();
-}
-
 }  // namespace
 
+WholeFile::WholeFile(const std::string& path)
+    : target(behindLinks(fs::u8path(path))), temporary(temporaryBeside(target)) {
+  requireOrdinary(target);
+  file.reset(createNew(temporary));
+  if (!file) failWithErrno();
+}
+
+WholeFile::~WholeFile() {
+  if (temporary.empty()) return;
+  file.reset();
+  std::error_code ignored;
+  fs::remove(temporary, ignored);
+}
+
+void WholeFile::write(std::string_view piece) {
+  if (std::fwrite(piece.data(), 1, piece.size(), file.get()) != piece.size()) failWithErrno();
+}
+
+void WholeFile::putInPlace() {
+  if (!flushToDisk(file.get())) failWithErrno();
+  file.reset();
+  keepPermissions(target, temporary);
+  fs::rename(temporary, target);
+  temporary.clear();
+  flushFolder(target.parent_path());
+}
+
 void replaceFile(const std::string& path, const std::string& content) {
-  const fs::path target = behindLinks(fs::u8path(path));
-  const fs::path temporary = temporaryBeside(target);
   try {
-    requireOrdinary(target);
-    writeNew(temporary, content);
-    keepPermissions(target, temporary);
-    fs::rename(temporary, target);
+    WholeFile file(path);
+    file.write(content);
+    file.putInPlace();
   } catch (const std::system_error& error) {
-    std::error_code ignored;
-    fs::remove(temporary, ignored);
     throw std::runtime_error("The file '" + path + "' can't be written: " + error.code().message());
   }
-  flushFolder(target.parent_path());
 }
 
 }  // namespace tiepoint::workbench

@@ -1,5 +1,6 @@
 #include "workbench/io/text_encoding.h"
 
+#include <boost/filesystem/path.hpp>
 #include <boost/locale/utf.hpp>
 #include <cstdint>
 #include <cstdio>
@@ -77,5 +78,10 @@ std::string nameFromUtf8(const std::string& utf8) {
 }
 
 std::string utf8FromName(const std::string& name) { return utf8FromWide(odToWide(name)); }
+
+std::string joinedPath(const std::string& folder, const std::string& file) {
+  using boost::filesystem::path;
+  return (path(wideFromUtf8(folder)) / path(wideFromUtf8(file))).string();
+}
 
 }  // namespace tiepoint::workbench

@@ -22,4 +22,7 @@ std::string utf8FromWide(const std::wstring& wide);
 std::string nameFromUtf8(const std::string& utf8);
 std::string utf8FromName(const std::string& name);
 
+/// The path of a file in a folder, all UTF-8. Throws EncodingError.
+std::string joinedPath(const std::string& folder, const std::string& file);
+
 }  // namespace tiepoint::workbench

@@ -50,18 +50,19 @@ struct FailedAddition {
 
 class Growth {
  public:
-  Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_)
+  Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_, Progress& progress_)
       : start(start_),
         records(recordsById(start_)),
         limits(limits_),
+        progress(progress_),
         stations(stationsOf(start_)),
         common(stations, std::max(limits_.side, limits_.reach())),
         settings(settingsOf(start_)),
-        pairs(findPairLinks(workbench, settings, start_, stations, common, limits_)),
+        pairs(findPairLinks(workbench, settings, start_, stations, common, limits_, progress_)),
         planned(workbench, settings) {}
 
   NamingPlan run() {
-    while (addOne()) continue;
+    while (addOne()) step(progress, placed.size(), stations.size());
     addByNames();
     dropDoubtful();
     NamingPlan plan;
@@ -294,6 +295,7 @@ class Growth {
   const SessionState& start;
   RecordsById records;
   NamingLimits limits;
+  Progress& progress;
   Stations stations;
   CommonTriangles common;
   SettingsById settings;
@@ -307,8 +309,9 @@ class Growth {
 
 }  // namespace
 
-NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits) {
-  return Growth(workbench, start, limits).run();
+NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits,
+                       Progress& progress) {
+  return Growth(workbench, start, limits, progress).run();
 }
 
 }  // namespace tiepoint::workbench

@@ -9,6 +9,7 @@
 #include "workbench/naming/station_troubles.h"
 #include "workbench/values/naming_limits.h"
 #include "workbench/values/naming_step.h"
+#include "workbench/values/progress.h"
 #include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench {
@@ -30,7 +31,7 @@ struct NamingPlan {
 /// added when a solve of all leaves no discrepancy above the limit and it can't be laid onto the
 /// others in a second way that explains as many of its points; after each the points that fell on
 /// one spot are named, and pairs of stations that close a loop. All in scratch sessions of the active drawing; `start`
-/// is the state of the session that the plan is for, before its first solve.
-NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits);
+/// is the state of the session that the plan is for, before its first solve. Throws Refused (cancelled).
+NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits, Progress& progress);
 
 }  // namespace tiepoint::workbench

@@ -129,13 +129,15 @@ class PairSearch {
 }  // namespace
 
 PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
-                        const Stations& stations, const CommonTriangles& common, const NamingLimits& limits) {
+                        const Stations& stations, const CommonTriangles& common, const NamingLimits& limits,
+                        Progress& progress) {
   PairLinks result;
   const NamesByGroup names = namesByGroup(start);
   for (auto first = stations.begin(); first != stations.end(); ++first) {
     // One for each first station: a session keeps all names that it ever made.
     std::optional<ScratchSession> scratch;
     for (auto second = std::next(first); second != stations.end(); ++second) {
+      step(progress, 0, 0);
       Tolerances tolerances;
       if (common.mayBeBetween(first->first, second->first)) {
         tolerances = tolerancesFor(first->second.shape.triangles, second->second.shape.triangles, limits.side);

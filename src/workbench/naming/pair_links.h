@@ -9,6 +9,7 @@
 #include "workbench/geometry/station_shapes.h"
 #include "workbench/naming/naming_session.h"
 #include "workbench/values/naming_limits.h"
+#include "workbench/values/progress.h"
 
 namespace tiepoint::workbench {
 
@@ -36,6 +37,7 @@ struct PairLinks {
 /// Tries every pair of stations in scratch sessions: with the names that there are, then by
 /// triangles with a tolerance from tight to the limits' widest. `common`: for no less a tolerance.
 PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
-                        const Stations& stations, const CommonTriangles& common, const NamingLimits& limits);
+                        const Stations& stations, const CommonTriangles& common, const NamingLimits& limits,
+                        Progress& progress);
 
 }  // namespace tiepoint::workbench

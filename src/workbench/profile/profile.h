@@ -1,20 +1,16 @@
 // The workbench's profile: sections of keys with values, kept in a JSON file.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
-#include <variant>
 
 #include "platform/host/profile.h"
+#include "workbench/profile/profile_values.h"
 
 namespace tiepoint::workbench {
 
 /// The section that the registration module reads.
 inline constexpr const char* registrationSection = "PointClouds\\Registration";
-
-/// A whole number of 32 bits, any other number, or UTF-8 text.
-using ProfileValue = std::variant<int, double, std::string>;
 
 /// The file holds {"section": {"key": value}}. A number written without point and exponent is whole
 /// as long as it fits; every other number is a double.
@@ -49,7 +45,7 @@ class Profile {
   int objectsGivenOut() const { return givenOut; }
 
  private:
-  using Sections = std::map<std::string, std::map<std::string, ProfileValue>>;
+  using Sections = ProfileSections;
   static std::optional<ProfileValue> valueIn(const Sections& sections, const std::string& section,
                                              const std::string& key);
   void replace(Sections changed);

@@ -1,14 +1,11 @@
 // The text of a profile's file.
 #pragma once
 
-#include <map>
 #include <string>
 
-#include "workbench/profile/profile.h"
+#include "workbench/profile/profile_values.h"
 
 namespace tiepoint::workbench {
-
-using ProfileSections = std::map<std::string, std::map<std::string, ProfileValue>>;
 
 /// Throws std::runtime_error with one line that names `file`, and the place in it that is wrong.
 ProfileSections profileFromJson(const std::string& text, const std::string& file);

@@ -36,6 +36,10 @@ std::string joined(const std::vector<std::string>& items, std::size_t most) {
   return items.size() > most ? fmt::format("{} and {} more", text, items.size() - most) : text;
 }
 
+std::string plural(std::size_t count, const char* noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
 std::string wrapped(const std::string& utf8, std::size_t width, std::size_t indent) {
   std::string text;
   std::size_t column = 0;

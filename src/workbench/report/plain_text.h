@@ -16,6 +16,9 @@ std::size_t columnsOf(const std::string& utf8);
 /// `items` joined by ", ", the first `most` of them: what is left out is counted.
 std::string joined(const std::vector<std::string>& items, std::size_t most = 12);
 
+/// A count and what is counted, such as "1 point" or "3 points".
+std::string plural(std::size_t count, const char* noun);
+
 /// The text in lines of at most `width` columns, broken at blanks; every line but the first begins
 /// with `indent` blanks.
 std::string wrapped(const std::string& utf8, std::size_t width, std::size_t indent);

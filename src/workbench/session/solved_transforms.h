@@ -7,23 +7,15 @@
 #pragma once
 
 #include <map>
-#include <string>
 #include <vector>
 
 #include "platform/sdk/od_ge_matrix3d.h"
 #include "session/i_multi_registrator.h"
 #include "workbench/host/workbench.h"
 #include "workbench/values/point_spread.h"
+#include "workbench/values/registration.h"
 
 namespace tiepoint::workbench {
-
-/// A target, merged from all groups that saw it.
-struct MergedTarget {
-  /// UTF-8.
-  std::string name;
-  OdGePoint3d position;
-  double weight = 0.0;
-};
 
 struct SolvedTransforms {
   /// From each group's system to the common one; none for a base and for a group that took no part.

@@ -6,6 +6,7 @@
 
 #include "platform/pointclouds/points_repository.h"
 #include "platform/sdk/od_db_database.h"
+#include "workbench/values/station_points.h"
 
 namespace tiepoint::workbench {
 
@@ -19,5 +20,12 @@ struct StoredGroup {
 
 /// What is stored, in the order of entry; not a session's view.
 std::vector<StoredGroup> storedGroups(const OdDbDatabase& database);
+
+/// Stores a station as a group; false when the name is taken. Throws EncodingError for a name that has no
+/// form in windows-1251. Inside a transaction.
+bool storeGroup(OdDbDatabase& database, const StationPoints& station);
+
+/// Takes groups out of the drawing; those that it doesn't hold are passed over. Inside a transaction.
+void removeGroups(const OdDbDatabase& database, const std::vector<std::wstring>& names);
 
 }  // namespace tiepoint::workbench

@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include <cstdlib>
 
 #include "workbench/temporary_folder.h"
@@ -103,6 +107,26 @@ TEST_F(MovedCloudFile, ACloudWithoutPointsLeavesNothingBehind) {
   EXPECT_EQ(complaint(source, target), source + ": no line begins with three numbers; nothing to move");
   EXPECT_THAT(folder.names(), ElementsAre("S1.xyz"));
 }
+
+TEST_F(MovedCloudFile, AFileOfTheUsersBesideItIsLeftAlone) {
+  writeBytes(source, "1 2 3\n");
+  for (const char* ending : {".part", ".new", ".tmp"}) writeBytes(target + ending, "mine");
+  EXPECT_EQ(complaint(source, target), "nothing");
+  for (const char* ending : {".part", ".new", ".tmp"}) EXPECT_EQ(readBytes(target + ending), "mine") << ending;
+  EXPECT_EQ(readBytes(target), "8 21 33\n");
+}
+
+// Windows keeps no pipes among its files.
+#ifndef _WIN32
+TEST_F(MovedCloudFile, APipeIsNeverReplaced) {
+  writeBytes(source, "1 2 3\n");
+  ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
+  EXPECT_EQ(complaint(source, target, true), target + ": this is no ordinary file; choose another place");
+  struct stat status {};
+  ASSERT_EQ(stat(target.c_str(), &status), 0);
+  EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+#endif
 
 TEST_F(MovedCloudFile, AMissingCloudIsNamed) {
   EXPECT_EQ(complaint(source, target), source + ": the cloud's file can't be read");

@@ -14,6 +14,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using tiepoint::workbench::replaceFile;
+using tiepoint::workbench::WholeFile;
 
 namespace {
 
@@ -32,6 +33,28 @@ TEST(ReplaceFile, MakesAFileThatIsMissing) {
   const TemporaryFolder folder;
   replaceFile(folder.file("a.txt"), std::string("one\ntwo\0three", 13));
   EXPECT_EQ(readBytes(folder.file("a.txt")), std::string("one\ntwo\0three", 13));
+  EXPECT_THAT(folder.names(), ElementsAre("a.txt"));
+}
+
+TEST(WholeFile, LeavesNothingBehindUntilItIsPutInPlace) {
+  const TemporaryFolder folder;
+  writeBytes(folder.file("a.txt"), "old");
+  {
+    WholeFile file(folder.file("a.txt"));
+    file.write("half");
+    EXPECT_EQ(readBytes(folder.file("a.txt")), "old");
+  }
+  EXPECT_EQ(readBytes(folder.file("a.txt")), "old");
+  EXPECT_THAT(folder.names(), ElementsAre("a.txt"));
+}
+
+TEST(WholeFile, IsWrittenPieceByPiece) {
+  const TemporaryFolder folder;
+  WholeFile file(folder.file("a.txt"));
+  file.write("one ");
+  file.write("two");
+  file.putInPlace();
+  EXPECT_EQ(readBytes(folder.file("a.txt")), "one two");
   EXPECT_THAT(folder.names(), ElementsAre("a.txt"));
 }
 

@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "workbench/report/reason_text.h"
 #include "workbench/session_states.h"
 
 namespace tiepoint::workbench {

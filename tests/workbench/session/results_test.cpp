@@ -27,33 +27,33 @@ class ShiftedGroup : public testing::Test {
 
 TEST_F(ShiftedGroup, RegisteredPositionsGoThroughTheGroupsMotion) {
   const Results results = describeResults(builder.state, solved);
-  EXPECT_EQ(results.points[3].registered, OdGePoint3d(0, 0, 3));
-  EXPECT_FALSE(results.points[0].registered) << "the base has no transformation";
-  EXPECT_EQ(results.groups[1].toCommon->operator()(0, 3), 10.0);
-  EXPECT_FALSE(results.groups[0].toCommon);
+  EXPECT_EQ(results.rows.points[3].registered, OdGePoint3d(0, 0, 3));
+  EXPECT_FALSE(results.rows.points[0].registered) << "the base has no transformation";
+  EXPECT_EQ(results.rows.groups[1].toCommon->operator()(0, 3), 10.0);
+  EXPECT_FALSE(results.rows.groups[0].toCommon);
 }
 
 TEST_F(ShiftedGroup, APointWithoutAnEntryLiesOnItsTarget) {
   const Results results = describeResults(builder.state, solved);
-  EXPECT_EQ(results.points[3].discrepancy, 1.5);
-  EXPECT_EQ(results.points[5].discrepancy, 0.0);
-  EXPECT_FALSE(results.points[0].discrepancy);
+  EXPECT_EQ(results.rows.points[3].discrepancy, 1.5);
+  EXPECT_EQ(results.rows.points[5].discrepancy, 0.0);
+  EXPECT_FALSE(results.rows.points[0].discrepancy);
 }
 
 TEST_F(ShiftedGroup, TheRmsCountsTheExactPointsToo) {
   const Results results = describeResults(builder.state, solved);
-  ASSERT_TRUE(results.groups[1].discrepancies);
-  EXPECT_EQ(results.groups[1].discrepancies->count, 3u);
-  EXPECT_DOUBLE_EQ(results.groups[1].discrepancies->value, std::sqrt((2.25 + 4.0) / 3.0));
-  EXPECT_EQ(results.groups[1].discrepancies->largest, 2.0);
-  EXPECT_FALSE(results.groups[0].discrepancies);
+  ASSERT_TRUE(results.rows.groups[1].discrepancies);
+  EXPECT_EQ(results.rows.groups[1].discrepancies->count, 3u);
+  EXPECT_DOUBLE_EQ(results.rows.groups[1].discrepancies->value, std::sqrt((2.25 + 4.0) / 3.0));
+  EXPECT_EQ(results.rows.groups[1].discrepancies->largest, 2.0);
+  EXPECT_FALSE(results.rows.groups[0].discrepancies);
 }
 
 TEST_F(ShiftedGroup, DistancesAtTheBaseAreToItsOwnMeasurements) {
   const Results results = describeResults(builder.state, solved);
-  EXPECT_EQ(results.points[3].atBase, 3.0);
-  EXPECT_EQ(results.points[4].atBase, 4.0);
-  EXPECT_EQ(results.points[5].atBase, 0.0);
+  EXPECT_EQ(results.rows.points[3].atBase, 3.0);
+  EXPECT_EQ(results.rows.points[4].atBase, 4.0);
+  EXPECT_EQ(results.rows.points[5].atBase, 0.0);
   EXPECT_DOUBLE_EQ(results.atBase->value, 5.0 / std::sqrt(3.0));
 }
 
@@ -61,22 +61,22 @@ TEST_F(ShiftedGroup, ABaseMeasuredTwiceIsTakenAtItsWeightedMean) {
   builder.group("Base2", true).point("P1", {0, 0, 6});
   builder.last().weight = 0.5;
   const Results results = describeResults(builder.state, solved);
-  EXPECT_EQ(results.points[3].atBase, 1.0) << "(0, 0, 3) against (0, 0, (1 x 0 + 0.5 x 6) / 1.5)";
+  EXPECT_EQ(results.rows.points[3].atBase, 1.0) << "(0, 0, 3) against (0, 0, (1 x 0 + 0.5 x 6) / 1.5)";
 }
 
 TEST_F(ShiftedGroup, AnInactivePointHasAPlaceButNoDistances) {
   builder.group("A2").point("P1", {1, 1, 1}).inactive();
   solved.toCommon.emplace(2, OdGeMatrix3d());
   const Results results = describeResults(builder.state, solved);
-  EXPECT_EQ(results.points[6].registered, OdGePoint3d(1, 1, 1));
-  EXPECT_FALSE(results.points[6].discrepancy);
-  EXPECT_FALSE(results.points[6].atBase);
+  EXPECT_EQ(results.rows.points[6].registered, OdGePoint3d(1, 1, 1));
+  EXPECT_FALSE(results.rows.points[6].discrepancy);
+  EXPECT_FALSE(results.rows.points[6].atBase);
 }
 
 TEST_F(ShiftedGroup, OfAPointThatWeighsLessThanNothingNoDiscrepancyIsKnown) {
   builder.group("A2").point("P1", {1, 1, 1}).last().weight = -1.0;
   solved.toCommon.emplace(2, OdGeMatrix3d());
-  EXPECT_FALSE(describeResults(builder.state, solved).points[6].discrepancy);
+  EXPECT_FALSE(describeResults(builder.state, solved).rows.points[6].discrepancy);
 }
 
 TEST_F(ShiftedGroup, WithoutABaseThereIsNoDistanceAtTheBase) {
@@ -97,25 +97,25 @@ Results resultsOf(const std::vector<double>& discrepancies) {
   return describeResults(b.state, solved);
 }
 
-TEST(StandOut, TheFirstLargestIsMarked) { EXPECT_EQ(resultsOf({1, 3, 2, 3, 1, 1}).largest, 1u); }
+TEST(Outlier, TheFirstLargestIsMarked) { EXPECT_EQ(resultsOf({1, 3, 2, 3, 1, 1}).largest, 1u); }
 
-TEST(StandOut, FourTimesTheMedianIsNotYetBeyond) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 1, 4}).standOut); }
+TEST(Outlier, FourTimesTheMedianIsNotYetBeyond) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 1, 4}).outlier); }
 
-TEST(StandOut, MoreThanFourTimesTheMedianStandsOut) {
+TEST(Outlier, MoreThanFourTimesTheMedianStandsOut) {
   const Results results = resultsOf({1, 2, 2, 2, 1, 12});
-  ASSERT_TRUE(results.standOut);
-  EXPECT_EQ(results.standOut->point, 5u);
-  EXPECT_EQ(results.standOut->timesMedian, 6.0);
+  ASSERT_TRUE(results.outlier);
+  EXPECT_EQ(results.outlier->point, 5u);
+  EXPECT_EQ(results.outlier->timesMedian, 6.0);
 }
 
-TEST(StandOut, FewValuesHaveNoMedianWorthTheName) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 100}).standOut); }
+TEST(Outlier, FewValuesHaveNoMedianWorthTheName) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 100}).outlier); }
 
-TEST(StandOut, WhereMostPointsFitExactlyNothingIsSaid) { EXPECT_FALSE(resultsOf({0, 0, 0, 0, 0, 0, 1}).standOut); }
+TEST(Outlier, WhereMostPointsFitExactlyNothingIsSaid) { EXPECT_FALSE(resultsOf({0, 0, 0, 0, 0, 0, 1}).outlier); }
 
-TEST(StandOut, TheMedianOfAnEvenCountLiesBetweenTheTwoInTheMiddle) {
+TEST(Outlier, TheMedianOfAnEvenCountLiesBetweenTheTwoInTheMiddle) {
   const Results results = resultsOf({1, 1, 1, 3, 3, 20});
-  ASSERT_TRUE(results.standOut);
-  EXPECT_EQ(results.standOut->timesMedian, 10.0);
+  ASSERT_TRUE(results.outlier);
+  EXPECT_EQ(results.outlier->timesMedian, 10.0);
 }
 
 }  // namespace

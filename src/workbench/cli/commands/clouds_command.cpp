@@ -2,13 +2,14 @@
 
 #include <fmt/format.h>
 
-#include "workbench/cli/cloud_moves.h"
-#include "workbench/cli/cloud_text.h"
-#include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
+#include "workbench/cli/request.h"
 #include "workbench/cli/start_workbench.h"
-#include "workbench/io/text_encoding.h"
+#include "workbench/cli/terminal_progress.h"
+#include "workbench/report/cloud_text.h"
+#include "workbench/report/json_parts.h"
 #include "workbench/report/plain_text.h"
+#include "workbench/survey/cloud_moves.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -27,38 +28,27 @@ std::string cloudsText(const Clouds& clouds) {
   return text;
 }
 
-Json cloudsJson(const Clouds& clouds) {
-  Json all = Json::array();
+OrderedJson cloudsJson(const Clouds& clouds) {
+  OrderedJson all = OrderedJson::array();
   for (const CloudReport& cloud : clouds) {
-    Json entry = jsonCloud(cloud);
+    OrderedJson entry = jsonCloud(cloud);
     entry.erase("move");
     all.push_back(std::move(entry));
   }
   return {{"clouds", std::move(all)}};
 }
 
-Clouds listed(const OdDbDatabase& database) {
-  Clouds clouds;
-  for (const DrawingCloud& cloud : cloudsOf(database)) {
-    CloudReport report;
-    report.name = utf8FromWide(cloud.name);
-    report.source = utf8FromWide(cloud.source);
-    report.matrix = cloud.matrix;
-    clouds.push_back(std::move(report));
-  }
-  return clouds;
-}
-
 }  // namespace
 
 ExitStatus runClouds(const CloudsOptions& options) {
-  const std::vector<CloudOption> added = cloudsToAdd(options.add, "--add");
+  const std::vector<CloudRequest> added = cloudsToAdd(cloudRequests(options.add, "--add"));
   const std::unique_ptr<Workbench> host = startWorkbench(options.host);
   Workbench& workbench = *host;
   const OdDbDatabasePtr database = workbench.openDocument(options.host.document, !added.empty()).database();
   if (!added.empty()) workbench.inTransaction([&] { addClouds(*database, added); });
-  Clouds clouds = listed(*database);
-  if (!options.moved.empty()) writeCopies(clouds, options.moved, options.force);
+  Clouds clouds = cloudsIn(*database);
+  TerminalProgress progress(false);
+  if (!options.moved.empty()) writeCopies(clouds, options.moved, options.force, progress);
   writeOut(options.json ? jsonText(cloudsJson(clouds)) : cloudsText(clouds));
   return ExitStatus::done;
 }

@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include "records/ref_point.h"
-#include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/start_workbench.h"
 #include "workbench/io/text_encoding.h"
+#include "workbench/report/json_parts.h"
 #include "workbench/report/plain_text.h"
 #include "workbench/session/stored_groups.h"
 
@@ -55,14 +55,14 @@ std::string groupsText(const Groups& groups, bool withPoints) {
   return table.text();
 }
 
-Json groupsJson(const Groups& groups, bool withPoints) {
-  Json all = Json::array();
+OrderedJson groupsJson(const Groups& groups, bool withPoints) {
+  OrderedJson all = OrderedJson::array();
   for (const StoredGroup& group : groups) {
-    Json entry{{"name", utf8FromWide(group.name)},
-               {"pointCount", group.points().size()},
-               {"unnamedCount", unnamedPoints(group)}};
+    OrderedJson entry{{"name", utf8FromWide(group.name)},
+                      {"pointCount", group.points().size()},
+                      {"unnamedCount", unnamedPoints(group)}};
     if (withPoints) {
-      entry["points"] = Json::array();
+      entry["points"] = OrderedJson::array();
       for (const ZOR::_StoredPoint& p : group.points()) {
         entry["points"].push_back({{"name", utf8FromWide(p.name.wideText())},
                                    {"x", jsonNumber(p.x)},

@@ -4,11 +4,14 @@
 
 #include <algorithm>
 
-#include "workbench/cli/import_text.h"
-#include "workbench/cli/json_parts.h"
 #include "workbench/cli/output.h"
-#include "workbench/cli/road_checks.h"
+#include "workbench/cli/request.h"
 #include "workbench/cli/start_workbench.h"
+#include "workbench/report/finding_text.h"
+#include "workbench/report/import_text.h"
+#include "workbench/report/json_parts.h"
+#include "workbench/survey/import_files.h"
+#include "workbench/survey/resolve.h"
 
 namespace tiepoint::workbench::cli {
 
@@ -16,17 +19,18 @@ ExitStatus runImport(const ImportOptions& options) {
   const std::vector<LayoutFiles> runs = importRuns(options.files);
   if (runs.empty()) throw CommandError(ExitStatus::usage, "nothing to import; name files of reference points");
   groupsOfFiles(runs);
-  Warnings warnings(options.quiet);
+  Findings findings(printFindings(options.quiet));
   const std::unique_ptr<Workbench> host = startWorkbench(options.host);
   Workbench& workbench = *host;
   openDrawing(workbench, options.host.document, true);
-  Import import = rehearseImport(workbench, runs, warnings);
+  ImportReport import = rehearseImport(workbench, runs, findings).report;
   makeDrawing(workbench, options.host.document);
-  carryOutImport(workbench, runs, import, warnings);
+  carryOutImport(workbench, runs, import, findings);
 
   if (options.json) {
-    Json json = jsonImport(import);
-    json["warnings"] = warnings.all();
+    OrderedJson json = jsonImport(import);
+    json["warnings"] = OrderedJson::array();
+    for (const Finding& finding : findings.all()) json["warnings"].push_back(findingText(finding));
     writeOut(jsonText(json));
   } else if (!options.quiet) {
     writeOut(importText(import));
@@ -34,7 +38,8 @@ ExitStatus runImport(const ImportOptions& options) {
   const auto left =
       std::count_if(import.files.begin(), import.files.end(), [](const ImportedFile& file) { return !file.stored; });
   if (left == 0) return ExitStatus::done;
-  sayError(fmt::format("{} of {} files not taken in: the drawing has their groups already", left, import.files.size()));
+  printError(
+      fmt::format("{} of {} files not taken in: the drawing has their groups already", left, import.files.size()));
   return ExitStatus::refused;
 }
 

@@ -1,0 +1,43 @@
+#include "workbench/report/field_names.h"
+
+#include <array>
+
+namespace tiepoint::workbench {
+
+namespace {
+
+constexpr std::array options{"",
+                             "FILE",
+                             "--document",
+                             "--base",
+                             "--exclude",
+                             "--weight",
+                             "--weights",
+                             "--match",
+                             "--match-limit",
+                             "--side-tolerance",
+                             "--min-side-difference",
+                             "--tolerance",
+                             "--method",
+                             "--max-iterations",
+                             "--convergence",
+                             "--keep-cluster",
+                             "--cloud",
+                             "--apply",
+                             "--moved",
+                             "--store",
+                             "--common-points",
+                             "--matrices",
+                             "--matrix-format",
+                             "--transforms",
+                             "--report",
+                             "--report-kind",
+                             "--picture"};
+
+static_assert(options.size() == static_cast<std::size_t>(Field::picture) + 1, "an option for each field, in order");
+
+}  // namespace
+
+const char* optionOf(Field field) { return options[static_cast<std::size_t>(field)]; }
+
+}  // namespace tiepoint::workbench

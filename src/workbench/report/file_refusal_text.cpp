@@ -1,0 +1,104 @@
+#include "workbench/report/file_refusal_text.h"
+
+#include <fmt/format.h>
+
+#include "workbench/report/line_fault_text.h"
+#include "workbench/report/plain_text.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+/// Of a file of points that is read.
+std::string pointFileText(const Refusal& r) {
+  switch (r.kind) {
+    case RefusalKind::pathNotUtf8:
+      return printable(r.given) + ": the file's name isn't UTF-8 text; rename the file";
+    case RefusalKind::fileMissing:
+      return r.given + ": there is no such file";
+    case RefusalKind::fileIsFolder:
+      return r.given + ": this is a folder; name the files in it";
+    case RefusalKind::fileUnreadable:
+      return fmt::format("{}: the file can't be read: {}", r.given, r.cause.empty() ? "unknown error" : r.cause);
+    case RefusalKind::fileNotPlain:
+      return r.given + ": this isn't a plain file; save the points to one";
+    case RefusalKind::fileCutShort:
+      return r.given + ": the file can't be read to its end";
+    case RefusalKind::fileEmpty:
+      return r.given + ": the file is empty";
+    case RefusalKind::fileChanged:
+      return r.given + ": the file changed while it was read; nothing was taken in, try again";
+    case RefusalKind::noPoints:
+      return fmt::format("{}: no reference points found: line 1 {}", r.given, lineFaultText(*r.fault));
+    case RefusalKind::weightsLine:
+      return fmt::format("{}: line {} isn't \"GROUP POINT WEIGHT\" with a weight from 0 to 1", r.given, r.count);
+    case RefusalKind::cloudFileMissing:
+      return fmt::format("{}: there is no such file (cloud {})", r.given, r.name);
+    default:
+      return r.cause;
+  }
+}
+
+/// The option and the path that it names.
+std::string targetOf(const Refusal& r, FieldNames nameOf) { return fmt::format("{} {}", nameOf(r.field), r.given); }
+
+/// Of a file that isn't to be replaced, or can't be.
+std::string placeText(const Refusal& r, FieldNames nameOf) {
+  const std::string target =
+      fmt::format("{}: {}", r.name.empty() ? nameOf(r.field) : targetOf(r, nameOf), r.name.empty() ? r.given : r.name);
+  switch (r.kind) {
+    case RefusalKind::targetIsFolder:
+      return target + ": this is a folder; name a file in it";
+    case RefusalKind::targetNotOrdinary:
+      return target + ": this is no ordinary file; choose another place";
+    case RefusalKind::targetIsRead:
+      return target + ": this command reads it; choose another place";
+    default:
+      return target + " exists; --force replaces it";
+  }
+}
+
+/// Of a file that the module hasn't written whole.
+std::string moduleFileText(const Refusal& r) {
+  switch (r.kind) {
+    case RefusalKind::commonPointsNotOpened:
+      return r.given + ": the common points can't be written";
+    case RefusalKind::commonPointsCutShort:
+      return r.given + ": the common points can't be written to their end; is the disk full?";
+    case RefusalKind::matrixCutShort:
+      return r.given + ": the module hasn't written this matrix, or not to its end; is the disk full?";
+    case RefusalKind::reportCutShort:
+      return r.given + ": the module hasn't written this report, or not to its end; is the disk full?";
+    default:
+      return fmt::format("the folder for temporary files can't be used: {}; set TMPDIR", r.cause);
+  }
+}
+
+std::string targetText(const Refusal& r, FieldNames nameOf) {
+  switch (r.kind) {
+    case RefusalKind::noFolder:
+      return fmt::format("{}: there is no folder {}; make it first", targetOf(r, nameOf), r.other);
+    case RefusalKind::folderNotMade:
+      return fmt::format("{}: the folder can't be made: {}", targetOf(r, nameOf), r.cause);
+    case RefusalKind::sameTarget:
+      return fmt::format("{} and {} both write {}; name two files", nameOf(r.field), nameOf(r.otherField), r.given);
+    case RefusalKind::nameNotPortable:
+      return fmt::format("{}: \"{}\" isn't a file name that every system takes", targetOf(r, nameOf), r.name);
+    case RefusalKind::groupNotPortable:
+      return fmt::format("{}: no file can be named after the group {}; rename it", targetOf(r, nameOf), r.name);
+    case RefusalKind::copiesCollide:
+      return r.given + ": two clouds have files of this name; rename one of them";
+    case RefusalKind::notWritten:
+      return fmt::format("{}: {}", nameOf(r.field), r.cause);
+    default:
+      return r.kind < RefusalKind::sameTarget ? placeText(r, nameOf) : moduleFileText(r);
+  }
+}
+
+}  // namespace
+
+std::string fileRefusalText(const Refusal& refusal, FieldNames nameOf) {
+  return refusal.kind <= RefusalKind::cloudFile ? pointFileText(refusal) : targetText(refusal, nameOf);
+}
+
+}  // namespace tiepoint::workbench

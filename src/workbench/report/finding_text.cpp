@@ -1,0 +1,126 @@
+#include "workbench/report/finding_text.h"
+
+#include <fmt/format.h>
+
+#include "workbench/report/line_fault_text.h"
+#include "workbench/report/matching_text.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/values/link_report.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+/// A warning stays one line.
+constexpr std::size_t mostNames = 5;
+
+const std::string& first(const std::vector<std::string>& names) {
+  static const std::string none;
+  return names.empty() ? none : names.front();
+}
+
+std::string readingStoppedText(const Finding& f) {
+  return fmt::format("{}: reading stopped after {}: line {} of {} {}", f.path, plural(f.count, "point"), f.fault->line,
+                     f.atLeast, lineFaultText(*f.fault));
+}
+
+std::string clusterKeptText(const Finding& f) {
+  return fmt::format("cluster {} is kept; left out: {}", f.count, joined(f.groups));
+}
+
+std::string notConnectedText(const Finding& f) {
+  std::string parts;
+  for (const std::vector<std::string>& part : f.parts) parts += (parts.empty() ? "" : " | ") + joined(part);
+  return fmt::format(
+      "the groups don't hang together: {}; the iterative method goes on, but how these parts lie to one "
+      "another rests on fewer than {} common names",
+      parts, namesThatLink);
+}
+
+std::string otherUnitText(const Finding& f) {
+  const std::string times = f.value < 100.0 ? fmt::format("{:.3g}", f.value) : fmt::format("{:.0f}", f.value);
+  return fmt::format(
+      "the targets that {} and {} share lie {} times as far apart in {}; are both files in the same unit?",
+      f.groups.at(0), f.groups.at(1), times, f.groups.at(f.count));
+}
+
+std::string oddWeightsText(const Finding& f) {
+  return fmt::format("{} in use of {} ha{} a weight outside 0 to 1; one below 0 takes part in no fit",
+                     plural(f.count, "point"), first(f.groups), f.count == 1 ? "s" : "ve");
+}
+
+/// Of files that were read.
+std::string fileText(const Finding& f) {
+  switch (f.kind) {
+    case FindingKind::markInName:
+      // Where several files have it, these join all the same.
+      return fmt::format("{}: a byte-order mark became part of the first point's name{}; save the file without it",
+                         f.path, f.count > 1 ? "" : ", which joins nothing now");
+    case FindingKind::namesInUtf8:
+      return fmt::format(
+          "{}: names are taken as windows-1251, but the file is UTF-8: they join all the same, and "
+          "are shown wrongly; save the file as windows-1251",
+          f.path);
+    case FindingKind::groupNameBeyondNarrow:
+      return fmt::format(
+          "{}: the group's name has characters outside windows-1251, which the module shows as "
+          "\"?\"; rename the file",
+          f.path);
+    case FindingKind::readingStopped:
+      return readingStoppedText(f);
+    case FindingKind::groupThereAlready:
+      return fmt::format("{}: the drawing has a group \"{}\" already; the file was not taken in", f.path,
+                         first(f.groups));
+    default:
+      return "";
+  }
+}
+
+/// Of the groups that were solved, and how.
+std::string solveText(const Finding& f) {
+  switch (f.kind) {
+    case FindingKind::clusterKept:
+      return clusterKeptText(f);
+    case FindingKind::clusterNotNeeded:
+      return "the groups hang together as they are; --keep-cluster changed nothing";
+    case FindingKind::notConnected:
+      return notConnectedText(f);
+    case FindingKind::baseTakesNoPart:
+      return fmt::format("{} takes no part as a base; see the points that are out", first(f.groups));
+    case FindingKind::groupNotRegistered:
+      return fmt::format("{} isn't registered; see the points that are out", first(f.groups));
+    case FindingKind::nameTwice:
+      return fmt::format(
+          "{} has {} more than once; the last of a name is what is fitted: take the others out of the file",
+          first(f.groups), joined(f.points, mostNames));
+    case FindingKind::pointsOnOneLine:
+      return fmt::format("the points in use of {} lie on one line: nothing holds its rotation about that line",
+                         first(f.groups));
+    case FindingKind::oddWeights:
+      return oddWeightsText(f);
+    case FindingKind::otherUnit:
+      return otherUnitText(f);
+    case FindingKind::mirrorImages:
+      return fmt::format("{} and {} fit only as mirror images; are two columns of one of the files exchanged?",
+                         f.groups.at(0), f.groups.at(1));
+    case FindingKind::courseUnknown:
+      return "the report doesn't tell how the iterations ended; whether they converged isn't known";
+    case FindingKind::notConverged:
+      return fmt::format(
+          "not converged: the limit of {} iterations ended the run; see the summary, raise "
+          "--max-iterations, or take the pairwise method",
+          f.count);
+    default:
+      return "";
+  }
+}
+
+}  // namespace
+
+std::string findingText(const Finding& finding) {
+  if (finding.kind <= FindingKind::groupThereAlready) return fileText(finding);
+  if (finding.kind <= FindingKind::notConverged) return solveText(finding);
+  return matchingText(finding);
+}
+
+}  // namespace tiepoint::workbench

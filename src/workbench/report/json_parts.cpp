@@ -1,0 +1,86 @@
+#include "workbench/report/json_parts.h"
+
+#include <cmath>
+
+#include "workbench/report/line_fault_text.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+const char* moveKey(CloudMove move) {
+  switch (move) {
+    case CloudMove::moved:
+      return "moved";
+    case CloudMove::notAsked:
+      return "not-asked";
+    case CloudMove::base:
+      return "base";
+    case CloudMove::notRegistered:
+      return "not-registered";
+    case CloudMove::noGroup:
+      return "no-group";
+  }
+  return "";
+}
+
+OrderedJson jsonFile(const ImportedFile& file) {
+  OrderedJson stop;
+  if (file.stop) stop = {{"line", file.stop->line}, {"reason", lineFaultText(*file.stop)}};
+  return {{"path", file.path},     {"layout", layoutInfo(file.layout).name},
+          {"group", file.group},   {"lines", file.lines},
+          {"points", file.points}, {"stored", file.stored},
+          {"stoppedAt", stop}};
+}
+
+}  // namespace
+
+OrderedJson jsonNumber(double value) {
+  if (std::isfinite(value)) return value;
+  return std::isnan(value) ? "nan" : (value > 0.0 ? "inf" : "-inf");
+}
+
+OrderedJson jsonNumber(const std::optional<double>& value) { return value ? jsonNumber(*value) : OrderedJson(); }
+
+OrderedJson jsonPoint(const OdGePoint3d& point) {
+  return OrderedJson::array({jsonNumber(point.x), jsonNumber(point.y), jsonNumber(point.z)});
+}
+
+OrderedJson jsonMatrix(const OdGeMatrix3d& matrix) {
+  OrderedJson rows = OrderedJson::array();
+  for (int row = 0; row < 4; ++row) {
+    OrderedJson cells = OrderedJson::array();
+    for (int column = 0; column < 4; ++column) cells.push_back(jsonNumber(matrix(row, column)));
+    rows.push_back(std::move(cells));
+  }
+  return rows;
+}
+
+OrderedJson jsonRms(const std::optional<Rms>& rms) {
+  if (!rms) return {};
+  return {{"points", rms->count}, {"rms", jsonNumber(rms->value)}, {"largest", jsonNumber(rms->largest)}};
+}
+
+OrderedJson jsonImport(const ImportReport& import) {
+  OrderedJson files = OrderedJson::array();
+  for (const ImportedFile& file : import.files) files.push_back(jsonFile(file));
+  return {{"files", std::move(files)}, {"messages", import.messages}};
+}
+
+OrderedJson jsonCloud(const CloudReport& cloud) {
+  OrderedJson copy;
+  if (cloud.copy) {
+    copy = {{"path", cloud.copy->path}, {"points", cloud.copy->points}, {"otherLines", cloud.copy->otherLines}};
+  }
+  return {{"name", cloud.name},
+          {"source", cloud.source},
+          {"move", moveKey(cloud.move)},
+          {"matrix", jsonMatrix(cloud.matrix)},
+          {"copy", copy}};
+}
+
+std::string jsonText(const OrderedJson& json) {
+  return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,150 @@
+#include "workbench/report/refusal_text.h"
+
+#include <fmt/format.h>
+
+#include "workbench/report/file_refusal_text.h"
+#include "workbench/report/line_fault_text.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/report/suggestion.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+/// The field's name and what it holds, as the user wrote them.
+std::string asGiven(const Refusal& r, FieldNames nameOf) { return fmt::format("{} {}", nameOf(r.field), r.given); }
+
+/// The same of a choice; a weight may stand in a file too.
+std::string choiceOf(const Refusal& r, FieldNames nameOf) {
+  return r.field == Field::weight ? "weight " + r.given : asGiven(r, nameOf);
+}
+
+/// Which values of the other field a field goes with.
+const char* valuesFor(Field field) {
+  switch (field) {
+    case Field::sideTolerance:
+    case Field::minSideDifference:
+      return "triangles or auto";
+    case Field::closeness:
+      return "distance or auto";
+    case Field::namingLimit:
+      return "auto";
+    case Field::matrixFormat:
+      return "FOLDER";
+    case Field::reportKind:
+      return "FILE";
+    default:
+      return "iterative";
+  }
+}
+
+std::string lengthText(const Refusal& r, FieldNames nameOf) {
+  if (r.field == Field::maxIterations) return fmt::format("{} 0: at least 1", nameOf(r.field));
+  return fmt::format("{} {}: a length {}0, in drawing units", nameOf(r.field), r.value.value_or(0.0),
+                     r.kind == RefusalKind::notALength ? "of at least " : "above ");
+}
+
+std::string clusterText(const Refusal& r, FieldNames nameOf) {
+  if (r.kind == RefusalKind::noClusters) return fmt::format("{} {}: no groups hang together", nameOf(r.field), r.given);
+  return fmt::format("{} {}: the clusters are 0 to {}", nameOf(r.field), r.given, r.count);
+}
+
+/// What was asked for that there isn't.
+std::string choiceText(const Refusal& r, FieldNames nameOf) {
+  switch (r.kind) {
+    case RefusalKind::noSuchGroup:
+      return fmt::format("{}: there is no group \"{}\"{}", choiceOf(r, nameOf), r.name, suggestion(r.name, r.known));
+    case RefusalKind::noSuchPoint:
+      return fmt::format("{}: group \"{}\" has no point \"{}\"{}", choiceOf(r, nameOf), r.name, r.point,
+                         suggestion(r.point, r.known));
+    case RefusalKind::weightOutOfRange:
+      return fmt::format("{}: the weight must be a number from 0 to 1", asGiven(r, nameOf));
+    case RefusalKind::goesWith:
+      return fmt::format("{} goes with {} {}", nameOf(r.field), nameOf(r.otherField), valuesFor(r.field));
+    case RefusalKind::notALength:
+    case RefusalKind::notAboveZero:
+      return lengthText(r, nameOf);
+    case RefusalKind::noSuchCluster:
+    case RefusalKind::noClusters:
+      return clusterText(r, nameOf);
+    case RefusalKind::groupTwice:
+      return fmt::format("{} and {} both give the group \"{}\"; rename one of them", r.given, r.other, r.name);
+    case RefusalKind::cloudTwice:
+      return fmt::format("{}: the cloud is named twice", asGiven(r, nameOf));
+    default:
+      return "";
+  }
+}
+
+/// Of the request as a whole.
+std::string requestText(const Refusal& r, FieldNames nameOf) {
+  switch (r.kind) {
+    case RefusalKind::emptyPath:
+      return "a file's name is empty; is a variable of the shell unset?";
+    case RefusalKind::nothingToRegister:
+      return fmt::format("nothing to register; name files of reference points, or a drawing with {} FILE",
+                         nameOf(Field::document));
+    case RefusalKind::drawingEmpty:
+      return "the drawing holds no reference points; name files to take in";
+    case RefusalKind::keepClusterNeedsPairwise:
+      return fmt::format(
+          "{} goes with {} pairwise; the iterative method takes all groups: leave some out with {} GROUP",
+          nameOf(Field::keepCluster), nameOf(Field::method), nameOf(Field::exclude));
+    case RefusalKind::profileLimits:
+      return fmt::format(
+          "the profile's limits are {} iterations and a criterion of {}; both must be above 0 ({} and {} go over them)",
+          r.count, r.value.value_or(0.0), nameOf(Field::maxIterations), nameOf(Field::convergence));
+    case RefusalKind::movedNeedsApply:
+      return fmt::format("{} writes moved clouds, so it needs {}", nameOf(Field::moved), nameOf(Field::apply));
+    default:
+      return choiceText(r, nameOf);
+  }
+}
+
+std::string notFiniteText(const Refusal& r, FieldNames nameOf) {
+  return fmt::format(
+      "point {} of {} has a coordinate that isn't a finite number; correct it, or leave it out: {} {}:{}", r.point,
+      r.name, nameOf(Field::exclude), r.name, r.point);
+}
+
+std::string storeText(const Refusal& r, FieldNames nameOf) {
+  return fmt::format("{}: {}", asGiven(r, nameOf),
+                     r.kind == RefusalKind::storeNameTaken
+                         ? "the drawing has a group of this name already; choose another"
+                         : "no group may be called so (none of <>/\\*|?:\". and no device's name)");
+}
+
+/// What the data don't allow.
+std::string dataText(const Refusal& r, FieldNames nameOf) {
+  switch (r.kind) {
+    case RefusalKind::notFinite:
+      return notFiniteText(r, nameOf);
+    case RefusalKind::notRigid:
+      return fmt::format("the transformation of {} is no rigid motion; are its coordinates far too large?", r.name);
+    case RefusalKind::storeNameTaken:
+    case RefusalKind::storeNameForbidden:
+      return storeText(r, nameOf);
+    case RefusalKind::cloudTaken:
+      return fmt::format("the drawing has a cloud {} already, from {}", r.name, r.other);
+    case RefusalKind::cloudMovedBefore:
+      return fmt::format("cloud {} was moved before; applying again would move it once more (--force does)", r.name);
+    case RefusalKind::planNotRepeatable:
+      return fmt::format(
+          "the search for names came out otherwise when it was repeated; give the points names, or {} triangles",
+          nameOf(Field::naming));
+    case RefusalKind::cancelled:
+      return "cancelled";
+    default:
+      return r.cause;
+  }
+}
+
+}  // namespace
+
+std::string refusalText(const Refusal& refusal, FieldNames nameOf) {
+  if (refusal.kind <= RefusalKind::cloudTwice) return requestText(refusal, nameOf);
+  if (refusal.kind <= RefusalKind::noTemporaryFolder) return fileRefusalText(refusal, nameOf);
+  return dataText(refusal, nameOf);
+}
+
+}  // namespace tiepoint::workbench

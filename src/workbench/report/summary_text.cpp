@@ -1,0 +1,217 @@
+#include "workbench/report/summary_text.h"
+
+#include <fmt/format.h>
+
+#include <map>
+
+#include "workbench/geometry/rigid_motion.h"
+#include "workbench/report/cloud_text.h"
+#include "workbench/report/import_text.h"
+#include "workbench/report/match_text.h"
+#include "workbench/report/plain_text.h"
+#include "workbench/report/reason_text.h"
+#include "workbench/report/refused_text.h"
+#include "workbench/report/registered_line.h"
+#include "workbench/report/spread_text.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+constexpr auto left = TextTable::Side::left;
+constexpr auto right = TextTable::Side::right;
+
+/// How the loop of the iterative method ended.
+std::string courseText(const Registration& registration, const LengthFormat& lengths) {
+  if (!registration.iterations) return "";
+  const IterationCourse& course = *registration.iterations;
+  const char* const unit = lengths.positionUnit();
+  if (course.converged()) {
+    return fmt::format("Iteration {} of at most {} moved the merged targets by {:g}; the criterion is {:g} ({})\n",
+                       course.iterations, course.limit, course.movement, course.criterion, unit);
+  }
+  return fmt::format(
+      "Not converged: the limit of {} iterations ended the run. The last pass still moved the merged targets by\n"
+      "{:g}; the criterion is {:g} ({}). A small movement in a pass isn't a small error: along a chain of\n"
+      "stations the passes creep, tens of thousands of them. Raise --max-iterations and lower --convergence, or\n"
+      "register with --method pairwise, which doesn't suffer from this.\n",
+      course.limit, course.movement, course.criterion, unit);
+}
+
+// --- Transformations.
+
+std::vector<std::string> transformRow(const GroupOutcome& group, const LengthFormat& lengths) {
+  const std::string name = printable(group.name);
+  if (!group.toCommon) return {name, group.inBase ? "base" : "not registered"};
+  const AxisAngleShift motion = axisAngleShift(*group.toCommon);
+  const std::string angle = fmt::format("{:.6f}", motion.angleDegrees);
+  // The axis of no turn is what rounding makes of it.
+  const bool turns = angle != fmt::format("{:.6f}", 0.0);
+  const auto axis = [&](std::size_t i) { return turns ? fmt::format("{:.9f}", motion.axis[i]) : "-"; };
+  const auto shift = [&](std::size_t i) { return lengths.position(motion.shift[i]); };
+  return {name, angle, axis(0), axis(1), axis(2), shift(0), shift(1), shift(2)};
+}
+
+std::string transformations(const Registration& registration, const LengthFormat& lengths) {
+  TextTable table({left, right, right, right, right, right, right, right});
+  table.add({"group", "angle", "axis x", "axis y", "axis z", "shift x", "shift y", "shift z"});
+  for (const GroupOutcome& group : registration.groups) table.add(transformRow(group, lengths));
+  return fmt::format(
+      "Transformations to the common system: degrees about an axis through the origin, then a shift ({})\n{}",
+      lengths.positionUnit(), table.text());
+}
+
+// --- Discrepancies.
+
+std::string markOf(const Registered& registered, std::size_t point) {
+  if (registered.largest != point) return "";
+  if (!registered.outlier) return "<- largest";
+  return fmt::format("<- largest, {:.1f} times the median", registered.outlier->timesMedian);
+}
+
+std::string discrepancies(const Registration& registration, const LengthFormat& lengths) {
+  const Registered& registered = *registration.registered();
+  const bool atBase = registered.atBase.has_value();
+  TextTable table({left, left, right, atBase ? right : left, left});
+  const auto add = [&](const std::string& group, const std::string& point, const std::string& discrepancy,
+                       const std::string& base, const std::string& mark) {
+    if (atBase) {
+      table.add({group, point, discrepancy, base, mark});
+    } else {
+      table.add({group, point, discrepancy, mark});
+    }
+  };
+  add("group", "point", "discrepancy", "at base", "");
+  for (std::size_t i = 0; i < registration.points.size(); ++i) {
+    const PointOutcome& point = registration.points[i];
+    if (!point.discrepancy) continue;
+    add(printable(registration.groups[point.group].name), printable(point.name), lengths.residual(*point.discrepancy),
+        point.atBase ? lengths.residual(*point.atBase) : "-", markOf(registered, i));
+  }
+  return fmt::format("Discrepancies ({}): from the registered point to its merged target{}\n{}", lengths.residualUnit(),
+                     atBase ? "; at base: to the base's own measurement" : "", table.text());
+}
+
+std::string hint(const Registration& registration) {
+  const auto& outlier = registration.registered()->outlier;
+  if (!outlier) return "";
+  const PointOutcome& point = registration.points[outlier->point];
+  const std::string group = printable(registration.groups[point.group].name);
+  const std::string name = printable(point.name);
+  return fmt::format(
+      "{} in {} stands out. It may have been measured or named wrongly there: look at it, and compare a run "
+      "with\n--exclude {}:{}\n",
+      name, group, group, name);
+}
+
+// --- RMS.
+
+void addRms(TextTable& table, const std::string& name, const std::optional<Rms>& discrepancies,
+            const std::optional<Rms>& atBase, bool hasBase, const LengthFormat& lengths) {
+  if (!discrepancies) return;
+  std::vector<std::string> row{name, std::to_string(discrepancies->count), lengths.residual(discrepancies->value),
+                               lengths.residual(discrepancies->largest)};
+  if (hasBase) {
+    row.push_back(atBase ? std::to_string(atBase->count) : "-");
+    row.push_back(atBase ? lengths.residual(atBase->value) : "-");
+  }
+  table.add(std::move(row));
+}
+
+std::string rms(const Registration& registration, const LengthFormat& lengths) {
+  const Registered& registered = *registration.registered();
+  const bool atBase = registered.atBase.has_value();
+  TextTable table({left, right, right, right, right, right});
+  std::vector<std::string> head{"group", "points", "RMS", "largest"};
+  if (atBase) head.insert(head.end(), {"at base", "RMS at base"});
+  table.add(std::move(head));
+  for (const GroupOutcome& group : registration.groups) {
+    addRms(table, printable(group.name), group.discrepancies, group.atBase, atBase, lengths);
+  }
+  addRms(table, "all", registered.discrepancies, registered.atBase, atBase, lengths);
+  std::string text = fmt::format("RMS of the discrepancies ({})\n{}", lengths.residualUnit(), table.text());
+  if (atBase) {
+    text += fmt::format("\nRMS at the base: {} {} over {}\n", lengths.residual(registered.atBase->value),
+                        lengths.residualUnit(), plural(registered.atBase->count, "point"));
+  }
+  return text;
+}
+
+// --- Points that are out.
+
+std::string pointsOut(const Registration& registration) {
+  std::map<std::pair<std::size_t, Reason>, std::vector<std::string>> names;
+  std::size_t count = 0;
+  for (const PointOutcome& point : registration.points) {
+    if (!point.reason) continue;
+    ++count;
+    names[{point.group, *point.reason}].push_back(printable(point.name));
+  }
+  if (count == 0) return "";
+  TextTable table({left, left, left});
+  for (const auto& [key, points] : names) {
+    const bool haveNames = key.second != Reason::unnamed;
+    table.add({printable(registration.groups[key.first].name), reasonText(key.second),
+               haveNames ? joined(points) : plural(points.size(), "point")});
+  }
+  return fmt::format("Out: {} of {}\n{}", count, plural(registration.points.size(), "point"), table.text());
+}
+
+// --- What was written.
+
+std::string writtenFiles(const WrittenFiles& files) {
+  std::string text;
+  if (!files.matrices.empty()) {
+    text += fmt::format("{} written: {}\n", plural(files.matrices.size(), "matrix file"), joined(files.matrices));
+  }
+  if (!files.transforms.empty()) text += fmt::format("transformations written to {}\n", files.transforms);
+  if (!files.report.empty()) text += fmt::format("report written to {}\n", files.report);
+  if (!files.picture.empty()) text += fmt::format("picture written to {}\n", files.picture);
+  return text.empty() ? text : "\n" + text;
+}
+
+std::string written(const Registration& registration) {
+  std::string text;
+  if (!registration.clouds.empty()) text += "\n" + cloudMovesText(registration.clouds);
+  if (!registration.files.commonPoints.empty() || !registration.storedGroup.empty()) text += "\n";
+  if (!registration.files.commonPoints.empty()) {
+    text += fmt::format("{} written to {}\n", plural(registration.registered()->targets.size(), "common point"),
+                        registration.files.commonPoints);
+  }
+  if (!registration.storedGroup.empty()) {
+    text += fmt::format("{} stored in the drawing as group {}\n",
+                        plural(registration.registered()->targets.size(), "common point"),
+                        printable(registration.storedGroup));
+  }
+  return text + writtenFiles(registration.files);
+}
+
+std::string registered(const Registration& registration, const LengthFormat& lengths) {
+  std::string text =
+      registeredLine(registration) +
+      fmt::format(": {} of {} in use\n", activeCount(registration), plural(registration.points.size(), "point")) +
+      courseText(registration, lengths) + "\n" + transformations(registration, lengths) + "\n" +
+      discrepancies(registration, lengths);
+  const std::string out = pointsOut(registration);
+  const std::string spread = spreadText(registration.registered()->spread, lengths);
+  const std::string advice = hint(registration);
+  if (!out.empty()) text += "\n" + out;
+  text += "\n" + rms(registration, lengths);
+  if (!spread.empty()) text += "\n" + spread;
+  if (!advice.empty()) text += "\n" + advice;
+  return text + written(registration);
+}
+
+}  // namespace
+
+std::string summaryText(const Registration& registration, const LengthFormat& lengths) {
+  std::string text = importTable(registration.import);
+  if (!text.empty()) text += "\n";
+  if (registration.naming) text += matchText(registration, *registration.naming, lengths) + "\n";
+  if (registration.registered()) return text + registered(registration, lengths);
+  const std::string out = pointsOut(registration);
+  const bool showsPoints = !out.empty() && !std::holds_alternative<NotNamed>(registration.outcome);
+  return text + refusedText(registration) + (showsPoints ? "\n" + out : "");
+}
+
+}  // namespace tiepoint::workbench

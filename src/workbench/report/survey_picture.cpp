@@ -1,0 +1,181 @@
+#include "workbench/report/survey_picture.h"
+
+#include <fmt/format.h>
+
+#include <unordered_map>
+
+#include "workbench/report/plain_text.h"
+#include "workbench/report/registered_line.h"
+#include "workbench/values/refusal.h"
+
+namespace tiepoint::workbench {
+
+namespace {
+
+[[noreturn]] void refuse(RefusalKind kind, const char* cause) {
+  Refusal refusal{kind, Field::picture};
+  refusal.cause = cause;
+  throw Refused(std::move(refusal));
+}
+
+std::string draw(const picture::Request& request, const picture::Content& content, const ShownPoints& shown) {
+  try {
+    return picture::drawPicture(request, content, shown.drawables).bytes;
+  } catch (const picture::NothingToShow& nothing) {
+    refuse(RefusalKind::nothingToShow, nothing.what());
+  } catch (const std::runtime_error& error) {
+    refuse(RefusalKind::pictureFailed, error.what());
+  }
+}
+
+void tellUnits(picture::Content& content, const LengthFormat& lengths) {
+  content.lengthUnit = lengths.positionUnit();
+  content.residualUnit = lengths.residualUnit();
+  content.residualUnitsPerLength = lengths.residualsPerLength();
+}
+
+std::string fileName(const std::string& path) {
+  const std::size_t slash = path.find_last_of("/\\");
+  return printable(slash == std::string::npos ? path : path.substr(slash + 1));
+}
+
+// --- Registered groups.
+
+std::string pointName(const Registration& registration, const PointOutcome& point) {
+  return fmt::format("{} in {}", printable(point.name), printable(registration.groups[point.group].name));
+}
+
+std::string residualText(double residual, const LengthFormat& lengths) {
+  return fmt::format("{} {}", lengths.residual(residual), lengths.residualUnit());
+}
+
+std::string counted(const Registration& registration) {
+  return plural(registration.groups.size(), "group") + ", " +
+         plural(registration.registered()->targets.size(), "common target");
+}
+
+std::string subtitle(const Registration& registration, const LengthFormat& lengths) {
+  std::string text = registeredLine(registration, 3);
+  if (registration.iterations && !registration.iterations->converged()) text += ", not converged";
+  text += fmt::format("; {} of {} in use", activeCount(registration), plural(registration.points.size(), "point"));
+  const auto& discrepancies = registration.registered()->discrepancies;
+  if (discrepancies) text += "; RMS " + residualText(discrepancies->value, lengths);
+  return text;
+}
+
+void addGroups(picture::Content& content, const Registration& registration, const ShownGroups& shown,
+               const LengthFormat& lengths) {
+  for (const GroupOutcome& group : registration.groups) {
+    const auto found = shown.find(group.id);
+    if (found == shown.end()) continue;
+    content.groups.push_back({printable(group.name), found->second.color, found->second.points,
+                              group.discrepancies ? lengths.residual(group.discrepancies->value)
+                              : group.inBase      ? "base"
+                                                  : ""});
+  }
+  content.residualHead = fmt::format("RMS, {}", lengths.residualUnit());
+  if (content.residualUnit == std::string("drawing units")) content.residualHead = "RMS";
+}
+
+/// A residual that is printed as zero is the rounding of the numbers.
+bool isSeen(const std::optional<double>& residual, const LengthFormat& lengths) {
+  return residual && lengths.residual(*residual) != lengths.residual(0.0);
+}
+
+void addResiduals(picture::Content& content, const Registration& registration, const ShownGroups& shown,
+                  const LengthFormat& lengths) {
+  std::unordered_map<std::string, OdGePoint3d> targets;
+  for (const MergedTarget& target : registration.registered()->targets) targets.emplace(target.name, target.position);
+  const auto& outlier = registration.registered()->outlier;
+  for (std::size_t i = 0; i < registration.points.size(); ++i) {
+    const PointOutcome& point = registration.points[i];
+    const auto target = targets.find(point.name);
+    if (!isSeen(point.discrepancy, lengths) || !point.registered || target == targets.end()) continue;
+    const auto group = shown.find(registration.groups[point.group].id);
+    if (group == shown.end()) continue;
+    const bool standsOut = outlier && outlier->point == i;
+    content.residuals.push_back(
+        {target->second, *point.registered, group->second.color, printable(point.name),
+         standsOut ? fmt::format("{}: {}", pointName(registration, point), residualText(*point.discrepancy, lengths))
+                   : ""});
+  }
+}
+
+void addStations(picture::Content& content, const Registration& registration, const ShownGroups& shown) {
+  std::vector<std::string> unknown;
+  for (const GroupOutcome& group : registration.groups) {
+    const auto found = shown.find(group.id);
+    if (found == shown.end()) continue;
+    if (!group.originIsAmongPoints) {
+      unknown.push_back(printable(group.name));
+      continue;
+    }
+    OdGePoint3d place;
+    place.p_transform(*group.motion());
+    content.stations.push_back({printable(group.name), found->second.color, place});
+  }
+  if (!content.stations.empty()) content.remarks.push_back("Triangles: stations, each at its system's origin.");
+  if (!unknown.empty()) {
+    content.remarks.push_back(fmt::format("No triangle for {}: the origins lie far off.", joined(unknown, 4)));
+  }
+}
+
+void addWorst(picture::Content& content, const Registration& registration, const LengthFormat& lengths) {
+  const Registered& registered = *registration.registered();
+  if (!registered.discrepancies) return;
+  if (!registered.largest || !isSeen(registration.points[*registered.largest].discrepancy, lengths)) {
+    content.remarks.push_back("No residual is large enough to be told.");
+    return;
+  }
+  const PointOutcome& point = registration.points[*registered.largest];
+  const std::string text =
+      fmt::format("{}, {}", pointName(registration, point), residualText(*point.discrepancy, lengths));
+  if (registered.outlier) {
+    content.remarks.push_back(
+        fmt::format("Stands out: {}, {:.1f} times the median.", text, registered.outlier->timesMedian));
+  } else {
+    content.remarks.push_back(fmt::format("Largest residual: {}.", text));
+  }
+}
+
+void addUnregistered(picture::Content& content, const Registration& registration) {
+  std::vector<std::string> names;
+  for (const GroupOutcome& group : registration.groups) {
+    if (!group.motion()) names.push_back(printable(group.name));
+  }
+  if (names.empty()) return;
+  content.remarks.push_back(fmt::format("Not registered and not shown: {}.", joined(names, 4)));
+}
+
+}  // namespace
+
+std::string storedPicture(const SessionState& state, const ShownPoints& shown, const std::string& title,
+                          const LengthFormat& lengths, const picture::Request& request) {
+  picture::Content content;
+  content.title = fileName(title);
+  content.subtitle = fmt::format("{} in {}, not registered: each group in a system of its own",
+                                 plural(state.points.size(), "point"), plural(state.groups.size(), "group"));
+  tellUnits(content, lengths);
+  for (const SessionGroup& group : state.groups) {
+    const auto found = shown.groups.find(group.id);
+    if (found == shown.groups.end()) continue;
+    content.groups.push_back({printable(group.name), found->second.color, found->second.points, ""});
+  }
+  return draw(request, content, shown);
+}
+
+std::string registeredPicture(const Registration& registration, const ShownPoints& shown, const LengthFormat& lengths,
+                              const picture::Request& request) {
+  picture::Content content;
+  content.title = registration.document.empty() ? counted(registration) : fileName(registration.document);
+  content.subtitle = subtitle(registration, lengths);
+  tellUnits(content, lengths);
+  addGroups(content, registration, shown.groups, lengths);
+  addResiduals(content, registration, shown.groups, lengths);
+  addWorst(content, registration, lengths);
+  addUnregistered(content, registration);
+  addStations(content, registration, shown.groups);
+  return draw(request, content, shown);
+}
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,129 @@
+#include "workbench/survey/cloud_moves.h"
+
+#include <algorithm>
+#include <boost/filesystem.hpp>
+#include <set>
+
+#include "platform/sdk/od_code_page.h"
+#include "workbench/clouds/moved_cloud.h"
+#include "workbench/io/text_encoding.h"
+#include "workbench/survey/output_targets.h"
+#include "workbench/values/refusal.h"
+
+namespace tiepoint::workbench {
+
+using namespace ZOR::reg;
+namespace fs = boost::filesystem;
+
+namespace {
+
+CloudMove plannedMove(const std::string& cloud, const std::vector<GroupOutcome>& groups) {
+  const auto group = std::find_if(groups.begin(), groups.end(), [&](const GroupOutcome& g) { return g.name == cloud; });
+  if (group == groups.end()) return CloudMove::noGroup;
+  if (group->toCommon) return CloudMove::moved;
+  return group->inBase ? CloudMove::base : CloudMove::notRegistered;
+}
+
+void requireUnmoved(const std::vector<CloudReport>& clouds) {
+  for (const CloudReport& cloud : clouds) {
+    if (cloud.move != CloudMove::moved || !(cloud.matrix != OdGeMatrix3d())) continue;
+    throw Refused({RefusalKind::cloudMovedBefore, Field::apply, "", cloud.name});
+  }
+}
+
+void writeCopy(CloudReport& cloud, const std::string& path, bool force) {
+  const fs::path source(wideFromUtf8(cloud.source));
+  try {
+    const MovedCloud counts = writeMovedCloud(source.string(), path, cloud.matrix, force);
+    cloud.copy = CloudCopy{path, counts.points, counts.otherLines};
+  } catch (const CloudFileError& failure) {
+    Refusal refusal{RefusalKind::cloudFile, Field::moved, path, cloud.name};
+    refusal.cause = failure.what();
+    throw Refused(std::move(refusal));
+  }
+}
+
+}  // namespace
+
+std::vector<CloudRequest> cloudsToAdd(const std::vector<CloudRequest>& requests) {
+  std::vector<CloudRequest> clouds;
+  std::set<std::string> names;
+  for (CloudRequest cloud : requests) {
+    if (!names.insert(cloud.name).second) {
+      throw Refused({RefusalKind::cloudTwice, Field::cloud, cloud.name + "=" + cloud.path, cloud.name});
+    }
+    wideFromUtf8(cloud.name);
+    const fs::path file(wideFromUtf8(cloud.path));
+    boost::system::error_code error;
+    if (!fs::is_regular_file(file, error)) {
+      throw Refused({RefusalKind::cloudFileMissing, Field::cloud, cloud.path, cloud.name});
+    }
+    cloud.path = fs::absolute(file).lexically_normal().string();
+    clouds.push_back(std::move(cloud));
+  }
+  return clouds;
+}
+
+void addClouds(OdDbDatabase& database, const std::vector<CloudRequest>& clouds) {
+  for (const CloudRequest& cloud : clouds) {
+    const std::wstring name = wideFromUtf8(cloud.name);
+    const std::wstring source = wideFromUtf8(cloud.path);
+    if (addCloud(database, name, source)) continue;
+    for (const DrawingCloud& known : cloudsOf(database)) {
+      if (known.name != name || known.source == source) continue;
+      Refusal refusal{RefusalKind::cloudTaken, Field::cloud, cloud.path, cloud.name};
+      refusal.other = utf8FromWide(known.source);
+      throw Refused(std::move(refusal));
+    }
+  }
+}
+
+std::vector<CloudReport> cloudsIn(const OdDbDatabase& database) {
+  std::vector<CloudReport> reports;
+  for (const DrawingCloud& cloud : cloudsOf(database)) {
+    CloudReport report;
+    report.name = utf8FromWide(cloud.name);
+    report.source = utf8FromWide(cloud.source);
+    report.matrix = cloud.matrix;
+    reports.push_back(std::move(report));
+  }
+  return reports;
+}
+
+std::vector<CloudReport> plannedMoves(const OdDbDatabase& database, const std::vector<GroupOutcome>& groups) {
+  std::vector<CloudReport> reports = cloudsIn(database);
+  // The module knows both names in windows-1251 only.
+  for (CloudReport& report : reports) {
+    report.move = plannedMove(utf8FromName(odToNarrow(wideFromUtf8(report.name))), groups);
+  }
+  return reports;
+}
+
+void applyMoves(const OdDbDatabase& database, iMultiRegistrator& session, std::vector<CloudReport>& clouds,
+                bool force) {
+  if (!force) requireUnmoved(clouds);
+  std::list<NamedId> listed;
+  session.getPointClouds(listed);
+  session.applyTransformations();
+  const std::vector<DrawingCloud> after = cloudsOf(database);
+  for (std::size_t i = 0; i < clouds.size(); ++i) clouds[i].matrix = after[i].matrix;
+}
+
+std::string copyPath(const CloudReport& cloud, const std::string& folder) {
+  return (fs::path(wideFromUtf8(folder)) / fs::path(wideFromUtf8(cloud.source)).filename()).string();
+}
+
+void writeCopies(std::vector<CloudReport>& clouds, const std::string& folder, bool force, Progress& progress) {
+  makeFolder(Field::moved, folder);
+  const StageScope stage(progress, Stage::movingClouds);
+  std::set<std::string> written;
+  for (std::size_t i = 0; i < clouds.size(); ++i) {
+    step(progress, i, clouds.size());
+    if (clouds[i].source.empty()) continue;
+    const std::string path = copyPath(clouds[i], folder);
+    if (!written.insert(path).second) throw Refused({RefusalKind::copiesCollide, Field::moved, path});
+    writeCopy(clouds[i], path, force);
+  }
+}
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,206 @@
+#include "workbench/survey/delivery.h"
+
+#include <algorithm>
+#include <boost/filesystem/path.hpp>
+#include <map>
+
+#include "workbench/io/text_encoding.h"
+#include "workbench/session/module_outputs.h"
+#include "workbench/session/shown_groups.h"
+#include "workbench/survey/cloud_moves.h"
+
+namespace tiepoint::workbench {
+
+using namespace ZOR::reg;
+namespace fs = boost::filesystem;
+
+namespace {
+
+bool isPlain(const OutputRequest& outputs) {
+  return outputs.matrixFormat.value_or(MatrixFormat::plain) == MatrixFormat::plain;
+}
+
+/// A matrix and the group that it is of.
+struct MatrixFile {
+  std::string name;
+  OutputTarget target;
+};
+
+/// Throws Refused (groupNotPortable) for a group after which no file can be named.
+std::vector<MatrixFile> matrixFiles(const Registration& registration, const OutputRequest& outputs) {
+  std::vector<MatrixFile> files;
+  if (outputs.matrices.empty()) return files;
+  for (const GroupOutcome& group : registration.groups) {
+    // The module has no transformation of a base.
+    const bool isExpected = isPlain(outputs) ? group.motion().has_value() : group.toCommon.has_value();
+    if (!isExpected) continue;
+    if (!fs::windows_name(nameFromUtf8(group.name))) {
+      throw Refused({RefusalKind::groupNotPortable, Field::matrices, outputs.matrices, group.name});
+    }
+    const std::string name = group.name + ".txt";
+    files.push_back({name, {Field::matrices, joinedPath(outputs.matrices, name)}});
+  }
+  return files;
+}
+
+/// One delivery, step by step.
+class Delivery {
+ public:
+  Delivery(Workbench& workbench_, OpenSurvey& survey_, const ResolvedRequest& resolved_, Progress& progress_)
+      : workbench(workbench_),
+        survey(survey_),
+        registration(survey_.registration),
+        resolved(resolved_),
+        wanted(resolved_.request.outputs),
+        progress(progress_),
+        matrices(matrixFiles(survey_.registration, wanted)) {}
+
+  void carryOut(const std::vector<OutputFile>& outputs) {
+    requireFree();
+    moveClouds();
+    if (!resolved.request.changes.store.empty()) storeTargets();
+    std::vector<OutputFile> files = moduleFiles();
+    files.insert(files.end(), outputs.begin(), outputs.end());
+    std::stable_sort(files.begin(), files.end(),
+                     [](const OutputFile& a, const OutputFile& b) { return a.target.field < b.target.field; });
+    const auto isCommon = [](const OutputFile& file) { return file.target.field <= Field::commonPoints; };
+    const auto later = std::stable_partition(files.begin(), files.end(), isCommon);
+    for (auto file = files.begin(); file != later; ++file) write(*file);
+    if (!wanted.moved.empty()) writeCopies(registration.clouds, wanted.moved, wanted.force, progress);
+    if (!wanted.matrices.empty()) makeFolder(Field::matrices, wanted.matrices);
+    for (auto file = later; file != files.end(); ++file) write(*file);
+  }
+
+ private:
+  void requireFree() const {
+    std::vector<OutputTarget> all = resolved.targets;
+    for (const MatrixFile& file : matrices) {
+      all.push_back(file.target);
+      requireReplaceable(resolved.replacing, file.target);
+    }
+    requireDifferent(all);
+  }
+
+  void moveClouds() {
+    const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
+    addClouds(*database, resolved.clouds);
+    const bool apply = resolved.request.changes.apply;
+    registration.clouds = plannedMoves(*database, registration.groups);
+    if (apply) applyMoves(*database, survey.session().operations(), registration.clouds, wanted.force);
+    for (CloudReport& cloud : registration.clouds) {
+      if (!apply) cloud.move = CloudMove::notAsked;
+      if (!wanted.moved.empty() && !cloud.source.empty()) {
+        requireNotRead(resolved.replacing, {Field::moved, copyPath(cloud, wanted.moved)});
+      }
+    }
+  }
+
+  void storeTargets() {
+    const std::string& name = resolved.request.changes.store;
+    if (!survey.session().operations().storeCommonPoints(nameFromUtf8(name))) {
+      throw Refused({RefusalKind::storeNameForbidden, Field::store, name});
+    }
+    registration.storedGroup = name;
+  }
+
+  /// What the module writes of itself.
+  std::vector<OutputFile> moduleFiles() {
+    iMultiRegistrator& session = survey.session().operations();
+    std::vector<OutputFile> files;
+    if (resolved.commonPoints) {
+      files.push_back({resolved.commonPoints->target, [&] {
+                         const CommonPointsTarget& common = *resolved.commonPoints;
+                         return commonPointsContent(session, common.name, common.target.path,
+                                                    registration.registered()->targets);
+                       }});
+    }
+    if (!isPlain(wanted)) addModuleMatrices(files);
+    if (!wanted.report.empty()) {
+      files.push_back({{Field::report, wanted.report}, [&] {
+                         return reportContent(session, wanted.reportKind.value_or(ReportKind::results),
+                                              survey.session().state(), wanted.report);
+                       }});
+    }
+    return files;
+  }
+
+  void addModuleMatrices(std::vector<OutputFile>& files) {
+    for (const MatrixFile& matrix : matrices) {
+      files.push_back({matrix.target, [this, &matrix] { return moduleMatrix(matrix); }});
+    }
+  }
+
+  /// The module writes all of them at once.
+  std::string moduleMatrix(const MatrixFile& matrix) {
+    if (moduleMatrices.empty()) {
+      std::vector<std::string> names;
+      for (const MatrixFile& file : matrices) names.push_back(file.name);
+      moduleMatrices = matrixContents(survey.session().operations(), *wanted.matrixFormat, names);
+    }
+    std::string content = moduleMatrices.at(matrix.name);
+    if (!isWholeMatrix(content)) {
+      throw Refused({RefusalKind::matrixCutShort, Field::matrices, matrix.target.path});
+    }
+    return content;
+  }
+
+  void write(const OutputFile& file) {
+    putFile(resolved.replacing, file.target, file.content());
+    const std::string& path = file.target.path;
+    switch (file.target.field) {
+      case Field::commonPoints:
+        registration.files.commonPoints = path;
+        break;
+      case Field::matrices:
+        registration.files.matrices.push_back(path);
+        break;
+      case Field::transforms:
+        registration.files.transforms = path;
+        break;
+      case Field::report:
+        registration.files.report = path;
+        break;
+      default:
+        registration.files.picture = path;
+    }
+  }
+
+  Workbench& workbench;
+  OpenSurvey& survey;
+  Registration& registration;
+  const ResolvedRequest& resolved;
+  const OutputRequest& wanted;
+  Progress& progress;
+  std::vector<MatrixFile> matrices;
+  std::map<std::string, std::string> moduleMatrices;
+};
+
+}  // namespace
+
+void deliver(Workbench& workbench, OpenSurvey& survey, const ResolvedRequest& resolved,
+             const std::vector<OutputFile>& outputs, Progress& progress) {
+  if (!survey.registration.registered()) return;
+  const DrawingChanges& changes = resolved.request.changes;
+  const auto action = [&] { Delivery(workbench, survey, resolved, progress).carryOut(outputs); };
+  if (changes.clouds.empty() && !changes.apply && changes.store.empty()) {
+    action();
+  } else {
+    workbench.inTransaction(action);
+  }
+}
+
+std::string withRegisteredShown(
+    Workbench& workbench, OpenSurvey& survey,
+    const std::function<std::string(const ShownGroups&, const std::vector<const OdGiDrawable*>&)>& use) {
+  GroupIdSet hidden;
+  for (const GroupOutcome& group : survey.registration.groups) {
+    if (!group.motion()) hidden.insert(group.id);
+  }
+  DrivenSession& session = survey.session();
+  session.operations().setGroupsVisible(hidden, false);
+  std::string result = use(shownGroups(workbench, session.state(), hidden), drawablesOf(workbench));
+  session.operations().setGroupsVisible(hidden, true);
+  return result;
+}
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,147 @@
+#include "workbench/survey/file_survey.h"
+
+#include <array>
+#include <boost/filesystem.hpp>
+#include <boost/filesystem/fstream.hpp>
+#include <cerrno>
+#include <cstring>
+
+#include "workbench/io/text_encoding.h"
+#include "workbench/values/refusal.h"
+
+namespace tiepoint::workbench {
+
+namespace fs = boost::filesystem;
+
+namespace {
+
+constexpr std::size_t pieceSize = 1u << 16;
+constexpr std::size_t longestExcerpt = 4096;
+
+[[noreturn]] void refuse(RefusalKind kind, const std::string& path, const std::string& cause = {}) {
+  Refusal refusal{kind, Field::files, path};
+  refusal.cause = cause;
+  throw Refused(std::move(refusal));
+}
+
+fs::path nativePath(const std::string& path) {
+  try {
+    return fs::path(wideFromUtf8(path));
+  } catch (const EncodingError&) {
+    refuse(RefusalKind::pathNotUtf8, path);
+  }
+}
+
+/// Follows the bytes of a file and keeps what they tell. White space is that of the classic locale.
+class Surveyor {
+ public:
+  void take(unsigned char byte) {
+    if (!lineIsOpen) {
+      ++found.lines;
+      lineIsOpen = true;
+    }
+    if (byte == '\n') {
+      lineIsOpen = false;
+    } else if (!(byte == ' ' || (byte >= '\t' && byte <= '\r'))) {
+      found.lastLineWithText = found.lines;
+    }
+    if (byte >= 0x80 || pendingBytes > 0) takeUtf8(byte);
+  }
+
+  FileSurvey result() const {
+    FileSurvey survey = found;
+    survey.isUtf8BeyondAscii = beyondAscii && utf8 && pendingBytes == 0;
+    return survey;
+  }
+
+ private:
+  void takeUtf8(unsigned char byte) {
+    beyondAscii = true;
+    if (pendingBytes > 0) {
+      if ((byte & 0xC0u) == 0x80u) {
+        --pendingBytes;
+      } else {
+        utf8 = false;
+        pendingBytes = 0;
+      }
+    } else if (byte >= 0xC2 && byte <= 0xF4) {
+      pendingBytes = byte >= 0xF0 ? 3 : (byte >= 0xE0 ? 2 : 1);
+    } else {
+      utf8 = false;
+    }
+  }
+
+  FileSurvey found;
+  bool lineIsOpen = false;
+  bool beyondAscii = false;
+  bool utf8 = true;
+  int pendingBytes = 0;
+};
+
+ByteOrderMark markOf(const std::string& head) {
+  if (head.compare(0, 3, "\xEF\xBB\xBF") == 0) return ByteOrderMark::utf8;
+  if (head.compare(0, 2, "\xFF\xFE") == 0 || head.compare(0, 2, "\xFE\xFF") == 0) return ByteOrderMark::utf16;
+  return ByteOrderMark::none;
+}
+
+/// Calls `take` with each piece of the file in turn until it gives false.
+template <class Take>
+void readPieces(const fs::path& file, const std::string& path, Take take) {
+  errno = 0;
+  fs::ifstream in(file, std::ios::binary);
+  if (!in) refuse(RefusalKind::fileUnreadable, path, errno == 0 ? "" : std::strerror(errno));
+  std::array<char, pieceSize> piece;
+  do {
+    in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+    if (in.bad()) refuse(RefusalKind::fileCutShort, path);
+  } while (in.gcount() > 0 && take(std::string_view(piece.data(), static_cast<std::size_t>(in.gcount()))));
+}
+
+/// The path of a plain file, or refuses.
+fs::path plainFile(const std::string& path) {
+  fs::path file = nativePath(path);
+  boost::system::error_code error;
+  const fs::file_status status = fs::status(file, error);
+  if (status.type() == fs::file_not_found) refuse(RefusalKind::fileMissing, path);
+  if (status.type() == fs::directory_file) refuse(RefusalKind::fileIsFolder, path);
+  if (status.type() == fs::status_error) refuse(RefusalKind::fileUnreadable, path, error.message());
+  if (status.type() != fs::regular_file) refuse(RefusalKind::fileNotPlain, path);
+  return file;
+}
+
+}  // namespace
+
+void requirePlainFile(const std::string& path) { plainFile(path); }
+
+FileSurvey surveyFile(const std::string& path) {
+  const fs::path file = plainFile(path);
+  Surveyor surveyor;
+  std::string head;
+  readPieces(file, path, [&](std::string_view piece) {
+    if (head.empty()) head = piece.substr(0, 3);
+    for (const char c : piece) surveyor.take(static_cast<unsigned char>(c));
+    return true;
+  });
+  if (head.empty()) refuse(RefusalKind::fileEmpty, path);
+  FileSurvey survey = surveyor.result();
+  survey.mark = markOf(head);
+  return survey;
+}
+
+std::string lineOfFile(const std::string& path, std::uint64_t number) {
+  std::string line;
+  std::uint64_t current = 1;
+  readPieces(plainFile(path), path, [&](std::string_view piece) {
+    for (const char c : piece) {
+      if (c == '\n') {
+        if (current++ == number) return false;
+      } else if (current == number && line.size() < longestExcerpt) {
+        line += c;
+      }
+    }
+    return current <= number;
+  });
+  return line;
+}
+
+}  // namespace tiepoint::workbench

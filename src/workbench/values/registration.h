@@ -1,0 +1,146 @@
+// One registration: what was found, what was left out and why.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/sdk/od_ge_matrix3d.h"
+#include "records/tables.h"
+#include "workbench/values/cloud_report.h"
+#include "workbench/values/finding.h"
+#include "workbench/values/import_report.h"
+#include "workbench/values/iteration_course.h"
+#include "workbench/values/link_report.h"
+#include "workbench/values/naming_report.h"
+#include "workbench/values/point_reason.h"
+#include "workbench/values/point_spread.h"
+#include "workbench/values/registration_request.h"
+
+namespace tiepoint::workbench {
+
+/// A root mean square over points, and the largest of their values.
+struct Rms {
+  std::size_t count = 0;
+  double value = 0.0;
+  double largest = 0.0;
+};
+
+/// Lengths in drawing units. What needs a registration is there only when there is one.
+struct GroupOutcome {
+  ZOR::reg::GroupId id = 0;
+  /// UTF-8.
+  std::string name;
+  bool inBase = false;
+  /// How many it has, and how many of them are in use.
+  std::size_t points = 0;
+  std::size_t active = 0;
+  /// From the group's system to the common one; none for a base and for a group that took no part.
+  std::optional<OdGeMatrix3d> toCommon;
+  std::optional<Rms> discrepancies;
+  std::optional<Rms> atBase;
+  /// The origin stands among the group's points, so that an instrument may have stood there.
+  bool originIsAmongPoints = false;
+
+  /// The same motion, with the identity for a base.
+  std::optional<OdGeMatrix3d> motion() const { return !toCommon && inBase ? std::optional(OdGeMatrix3d()) : toCommon; }
+};
+
+struct PointOutcome {
+  ZOR::reg::RefPointId id = 0;
+  /// The group's index among the outcomes.
+  std::size_t group = 0;
+  /// UTF-8.
+  std::string name;
+  /// As measured, in the group's system.
+  OdGePoint3d position;
+  double weight = 1.0;
+  bool active = false;
+  bool named = false;
+  /// Why it takes no part; nothing for an active one.
+  std::optional<Reason> reason;
+  /// In the common system; nothing for a group without a transformation.
+  std::optional<OdGePoint3d> registered;
+  /// From the registered point to its merged target, as the session tells it. A point in use that
+  /// the session gives no discrepancy for lies on its target.
+  std::optional<double> discrepancy;
+  /// From the registered point to the base's own measurement of the target.
+  std::optional<double> atBase;
+};
+
+/// A target, merged from all groups that saw it.
+struct MergedTarget {
+  /// UTF-8.
+  std::string name;
+  OdGePoint3d position;
+  double weight = 0.0;
+};
+
+/// One point far beyond the others.
+struct Outlier {
+  /// Its index among the outcomes.
+  std::size_t point = 0;
+  /// Its discrepancy divided by the median of all.
+  double timesMedian = 0.0;
+};
+
+struct Registered {
+  std::optional<Rms> discrepancies;
+  std::optional<Rms> atBase;
+  /// The index of the point with the largest discrepancy; none where all are the rounding of numbers.
+  std::optional<std::size_t> largest;
+  std::optional<Outlier> outlier;
+  PointSpread spread;
+  std::vector<MergedTarget> targets;
+};
+
+/// The groups don't hang together, or none is left.
+struct NotConnected {};
+/// A base was asked for, and none of its points is in use.
+struct BaseNotShared {};
+/// Points without names can't be named so that it is certain.
+struct NotNamed {};
+
+/// Paths that were written, UTF-8; empty for what wasn't asked for.
+struct WrittenFiles {
+  std::string commonPoints;
+  std::vector<std::string> matrices;
+  std::string transforms;
+  std::string report;
+  std::string picture;
+};
+
+struct Registration {
+  /// UTF-8; empty for a drawing in memory.
+  std::string document;
+  ImportReport import;
+  Method method = Method::pairwise;
+  /// A base is in use.
+  bool usesBase = false;
+  std::optional<std::uint64_t> keptCluster;
+  /// When points were to be named.
+  std::optional<NamingReport> naming;
+  /// In ascending id, which is the drawing's order.
+  std::vector<GroupOutcome> groups;
+  /// In the session's order, group by group.
+  std::vector<PointOutcome> points;
+  std::variant<NotConnected, BaseNotShared, NotNamed, Registered> outcome;
+  /// After the iterative method, unless its report doesn't tell.
+  std::optional<IterationCourse> iterations;
+  /// What is connected, where not all groups are: the iterative method takes them all the same.
+  LinkReport links;
+  std::vector<Finding> findings;
+  /// What was delivered.
+  std::vector<CloudReport> clouds;
+  std::string storedGroup;
+  WrittenFiles files;
+
+  const Registered* registered() const { return std::get_if<Registered>(&outcome); }
+  /// Throws std::out_of_range for an id that isn't there.
+  const GroupOutcome& group(ZOR::reg::GroupId id) const;
+};
+
+}  // namespace tiepoint::workbench

@@ -1,0 +1,36 @@
+#include "workbench/report/length_format.h"
+
+#include <gtest/gtest.h>
+
+namespace tiepoint::workbench {
+namespace {
+
+TEST(LengthFormat, AnUnknownUnitIsPrintedWithSixDecimals) {
+  const LengthFormat lengths(Unit::unknown);
+  EXPECT_EQ(lengths.residual(0.0505253), "0.050525");
+  EXPECT_EQ(lengths.position(-1234567.125), "-1234567.125000");
+  EXPECT_STREQ(lengths.residualUnit(), "drawing units");
+}
+
+TEST(LengthFormat, MetresHaveTheirResidualsInMillimetres) {
+  const LengthFormat lengths(Unit::metre);
+  EXPECT_EQ(lengths.residual(0.0505253), "50.525");
+  EXPECT_STREQ(lengths.residualUnit(), "mm");
+  EXPECT_EQ(lengths.position(1.5), "1.500000");
+  EXPECT_STREQ(lengths.positionUnit(), "m");
+}
+
+TEST(LengthFormat, MillimetresStay) {
+  const LengthFormat lengths(Unit::millimetre);
+  EXPECT_EQ(lengths.residual(50.5253), "50.525");
+  EXPECT_EQ(lengths.position(1.5), "1.500");
+}
+
+TEST(LengthFormat, AZeroHasNoSign) { EXPECT_EQ(LengthFormat(Unit::unknown).position(-1e-9), "0.000000"); }
+
+TEST(LengthFormat, WhatIsNoNumberIsPrintedAsSuch) {
+  EXPECT_EQ(LengthFormat(Unit::unknown).position(-1.0 / 0.0), "-inf");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench

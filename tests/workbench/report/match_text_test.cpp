@@ -1,0 +1,60 @@
+#include "workbench/report/match_text.h"
+
+#include <gtest/gtest.h>
+
+namespace tiepoint::workbench {
+namespace {
+
+/// Three steps between six stations.
+NamingReport threeSteps() {
+  NamingReport report;
+  report.how = Naming::automatic;
+  report.named = 8;
+  report.unnamed = 1;
+  report.steps.push_back({NamingKind::triangles, {0, 1, 2, 3, 4, 5}, 0.005, 0.1, 6});
+  report.steps.push_back({NamingKind::solve, {0, 1}, 0.0, 0.0, 0});
+  report.steps.push_back({NamingKind::closeness, {}, 0.02, 0.0, 2});
+  Finding reason{FindingKind::stationThreePoints, Severity::note};
+  reason.groups = {"F"};
+  report.reasons.push_back(reason);
+  return report;
+}
+
+Registration sixStations() {
+  Registration registration;
+  for (const char* name : {"A", "B", "C", "D", "E", "F"}) {
+    registration.groups.emplace_back().name = name;
+    registration.groups.back().id = registration.groups.size() - 1;
+  }
+  return registration;
+}
+
+TEST(MatchText, ListsTheStepsThatNameAndTheReasons) {
+  EXPECT_EQ(matchText(sixStations(), threeSteps(), LengthFormat(Unit::metre)),
+            "Naming (auto): 8 points have automatic names, 1 have none\n"
+            "  step  what                                      within  sides differ by  named\n"
+            "     1  equal triangles of A, B, C, D and 2 more   0.005              0.1      6\n"
+            "     2  points on one spot                          0.02                -      2\n"
+            "  - F: only three points fit the others, and chance may do that among so many\n");
+}
+
+TEST(MatchText, HasNoTableWithoutSteps) {
+  NamingReport report;
+  report.how = Naming::triangles;
+  EXPECT_EQ(matchText(sixStations(), report, LengthFormat(Unit::metre)),
+            "Naming (triangles): 0 points have automatic names, 0 have none\n");
+}
+
+TEST(MatchJson, ListsEveryStepWithWhatItHas) {
+  const OrderedJson steps = jsonMatch(sixStations(), threeSteps())["steps"];
+  ASSERT_EQ(steps.size(), 3u);
+  EXPECT_EQ(
+      steps[0].dump(),
+      R"({"kind":"triangles","groups":["A","B","C","D","E","F"],"tolerance":0.005,"minSideDifference":0.1,"named":6})");
+  EXPECT_EQ(steps[1].dump(),
+            R"({"kind":"solve","groups":["A","B"],"tolerance":null,"minSideDifference":null,"named":null})");
+  EXPECT_EQ(steps[2].dump(), R"({"kind":"closeness","groups":[],"tolerance":0.02,"minSideDifference":null,"named":2})");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench
