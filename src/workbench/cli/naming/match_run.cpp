@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <map>
 #include <tuple>
+#include <utility>
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/naming/point_reasons.h"
@@ -175,15 +176,6 @@ bool isAmbiguous(const NamingPlan& plan) {
                      [](const UnplacedStation& station) { return station.trouble == StationTrouble::ambiguous; });
 }
 
-void repeatPlan(NamingSession& naming, const NamingPlan& plan) {
-  if (!naming.repeat(plan.steps)) {
-    throw CommandError(ExitStatus::refused,
-                       "the search for names came out otherwise when it was repeated; give the "
-                       "points names, or --match triangles");
-  }
-  naming.finish();
-}
-
 void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterOptions& options, MatchReport& report) {
   report.limits = limitsOf(options);
   const auto isNamed = [](const SessionPoint& point) { return point.record.named; };
@@ -201,7 +193,8 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, const RegisterO
   report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;
   addRisks(naming.state(), plan, report);
-  repeatPlan(naming, plan);
+  naming.become(std::move(**plan.named));
+  naming.finish();
   report.steps = plan.steps;
 }
 
