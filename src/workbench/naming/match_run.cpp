@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <utility>
 
 #include "workbench/geometry/station_shapes.h"
 #include "workbench/naming/match_reasons.h"
@@ -156,11 +157,6 @@ bool isAmbiguous(const NamingPlan& plan) {
                      [](const UnplacedStation& station) { return station.trouble == StationTrouble::ambiguous; });
 }
 
-void repeatPlan(NamingSession& naming, const NamingPlan& plan) {
-  if (!naming.repeat(plan.steps)) throw Refused({RefusalKind::planNotRepeatable, Field::naming});
-  naming.finish();
-}
-
 void searchAndMatch(Workbench& workbench, NamingSession& naming, Progress& progress, NamingReport& report) {
   const auto isNamed = [](const SessionPoint& point) { return point.record.named; };
   const auto& points = naming.state().points;
@@ -177,7 +173,8 @@ void searchAndMatch(Workbench& workbench, NamingSession& naming, Progress& progr
   report.isRefused = plan.placed.empty() || isAmbiguous(plan);
   if (report.isRefused) return;
   addRisks(naming.state(), plan, report);
-  repeatPlan(naming, plan);
+  naming.become(std::move(**plan.named));
+  naming.finish();
   report.steps = plan.steps;
 }
 

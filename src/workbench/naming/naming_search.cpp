@@ -75,6 +75,7 @@ class Growth {
     for (const WeakAddition& addition : weak) {
       if (placed.count(addition.group) != 0) plan.risks[addition.group] = addition.risk;
     }
+    if (!placed.empty()) plan.named = planned.handOver();
     return plan;
   }
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <utility>
 #include <vector>
 
 #include "workbench/host/workbench.h"
+#include "workbench/naming/naming_session.h"
 #include "workbench/naming/station_troubles.h"
 #include "workbench/values/naming_limits.h"
 #include "workbench/values/naming_step.h"
@@ -18,6 +20,9 @@ struct NamingPlan {
   /// What to do in a session like the one that the search was made for; empty when no two stations
   /// could be joined.
   std::vector<NamingStep> steps;
+  /// A session in which that has been done, so that it needn't be repeated; null when there are no
+  /// steps. It can't be restarted any more.
+  std::unique_ptr<ScratchSession> named;
   ZOR::reg::GroupIdSet placed;
   std::vector<UnplacedStation> unplaced;
   /// Pairs that share more points than could be named without discrepancies above the limit.

@@ -67,27 +67,34 @@ bool NamingSession::solve(const GroupIdSet& groups) {
   return active == groups && session.registerPairwise();
 }
 
-bool NamingSession::repeat(const std::vector<NamingStep>& steps) {
+void NamingSession::repeat(const std::vector<NamingStep>& steps) {
   for (auto step = steps.begin(); step != steps.end(); ++step) {
-    if (isSuperseded(step, steps.end())) continue;
-    if (repeatOne(*step) != step->named) return false;
+    if (!isSuperseded(step, steps.end())) repeatOne(*step);
   }
-  return true;
 }
 
-std::size_t NamingSession::repeatOne(const NamingStep& step) {
+void NamingSession::repeatOne(const NamingStep& step) {
   switch (step.kind) {
     case NamingKind::triangles:
-      return matchByTriangles(step.groups, step.tolerance, step.minSideDifference);
+      matchByTriangles(step.groups, step.tolerance, step.minSideDifference);
+      break;
     case NamingKind::closeness:
-      return matchByCloseness(step.tolerance);
+      matchByCloseness(step.tolerance);
+      break;
     case NamingKind::unite:
-      return unite(step.takers);
+      unite(step.takers);
+      break;
     case NamingKind::solve:
       solve(step.groups);
       break;
   }
-  return 0;
+}
+
+void NamingSession::become(NamingSession&& other) {
+  session.operations().become(std::move(other.session.operations()));
+  participants = std::move(other.participants);
+  excluded = std::move(other.excluded);
+  included = std::move(other.included);
 }
 
 void NamingSession::finish() {

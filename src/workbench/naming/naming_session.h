@@ -29,14 +29,15 @@ class NamingSession {
   /// True when all of these groups hang together and each takes part.
   bool solve(const ZOR::reg::GroupIdSet& groups);
   /// Takes steps as they were taken before. Only a matching by closeness and whoever goes on from here
-  /// see what a solve has found, so the other solves are left out. False when one names another number
-  /// of points; the steps after it aren't taken then.
-  bool repeat(const std::vector<NamingStep>& steps);
+  /// see what a solve has found, so the other solves are left out.
+  void repeat(const std::vector<NamingStep>& steps);
+  /// Goes on as another one of the same groups, which ends.
+  void become(NamingSession&& other);
   /// Forgets the solves and lets all groups take part again.
   void finish();
 
  private:
-  std::size_t repeatOne(const NamingStep& step);
+  void repeatOne(const NamingStep& step);
   void includeOnly(const ZOR::reg::GroupIdSet& groups);
 
   DrivenSession& session;

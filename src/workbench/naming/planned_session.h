@@ -34,6 +34,9 @@ class PlannedSession {
   /// Drops all but the first `count` steps.
   void backTo(std::size_t count);
 
+  /// The session in which the plan has been carried out. No step can be taken after that.
+  std::unique_ptr<ScratchSession> handOver() { return std::move(scratch); }
+
  private:
   Workbench& workbench;
   const SettingsById& settings;

@@ -53,6 +53,14 @@ MirroredSession::MirroredSession(std::unique_ptr<iMultiRegistrator> session_) : 
 
 MirroredSession::~MirroredSession() = default;
 
+void MirroredSession::become(MirroredSession&& other) {
+  session = std::move(other.session);
+  mirror = std::move(other.mirror);
+  namesAreOld = other.namesAreOld;
+  clustersAreOld = other.clustersAreOld;
+  limitsAreOld = other.limitsAreOld;
+}
+
 const SessionState& MirroredSession::state() {
   if (namesAreOld) askNames();
   if (clustersAreOld) askClusters();

@@ -23,6 +23,9 @@ class MirroredSession : public ZOR::reg::iMultiRegistrator {
   MirroredSession(const MirroredSession&) = delete;
   MirroredSession& operator=(const MirroredSession&) = delete;
 
+  /// Goes on as the other one and ends its own session. Nothing may be asked of the other after that.
+  void become(MirroredSession&& other);
+
   /// As it stands now, until the next operation. Asks the session for what an operation may have
   /// changed without telling; that changes nothing in it.
   const SessionState& state();
