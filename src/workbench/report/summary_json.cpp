@@ -152,7 +152,7 @@ void addWritten(OrderedJson& json, const Registration& registration) {
 OrderedJson summaryJson(const Registration& registration) {
   OrderedJson json;
   json["outcome"] = outcomeKey(registration);
-  json["method"] = std::string(registration.method == Method::iterative ? "iterative" : "pairwise") +
+  json["method"] = std::string(registration.method == RegistrationMethod::iterative ? "iterative" : "pairwise") +
                    (registration.usesBase ? " with base" : "");
   json["iterations"] = jsonIterations(registration.iterations);
   json["document"] = textOrNull(registration.document);
