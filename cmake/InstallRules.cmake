@@ -5,6 +5,7 @@
 #                             so stay out of the folder that everybody's linker searches; on Windows
 #                             the two libraries stand in bin/, and their import libraries here
 #   lib/cmake/tiepoint/       the package
+#   lib/tiepoint/             and, where it is built, the archive of tiepoint::survey
 #   include/tiepoint/         the headers of the interface, in the folders in which they name each other
 #
 # The module's folder is fixed: the workbench looks for it in ../lib/tiepoint beside its own folder.
@@ -69,6 +70,21 @@ install(FILES
   ${PROJECT_BINARY_DIR}/generated/drawing_sdk_export.h
   ${PROJECT_BINARY_DIR}/generated/zor_point_clouds_export.h
   DESTINATION ${tiepointHeaderDir})
+
+# --- The survey, for programs that register surveys of their own (the package's component "survey")
+
+if(TARGET tiepoint_survey)
+  set_target_properties(tiepoint_survey PROPERTIES EXPORT_NAME survey)
+  install(TARGETS tiepoint_survey
+    EXPORT tiepointSurveyTargets
+    ARCHIVE DESTINATION ${tiepointLibraryDir}
+    INCLUDES DESTINATION ${tiepointHeaderDir})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/workbench/values DESTINATION ${tiepointHeaderDir}/workbench
+    FILES_MATCHING PATTERN "*.h")
+  install(FILES ${PROJECT_SOURCE_DIR}/src/workbench/survey/survey.h
+    DESTINATION ${tiepointHeaderDir}/workbench/survey)
+  install(EXPORT tiepointSurveyTargets NAMESPACE tiepoint:: DESTINATION ${tiepointPackageDir})
+endif()
 
 # --- The package
 

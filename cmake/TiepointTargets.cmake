@@ -1,15 +1,20 @@
 # How a folder becomes a target.
 
-# tiepoint_component(name SOURCES ... [DEPENDS ...])
+# tiepoint_component(name [STATIC] SOURCES ... [DEPENDS ...])
 #
-# One folder of the registration library: an object library tiepoint_<name> with the alias
+# One folder of the registration library or of the workbench: an object library tiepoint_<name> with the alias
 # tiepoint::<name>. A folder without sources becomes an interface library. DEPENDS names the
 # targets whose headers it uses; an arrow that isn't listed here doesn't compile or doesn't pass
-# scripts/check-includes.
+# scripts/check-includes. The objects reach a binary only through its own list of libraries; with
+# STATIC, for what nobody looks up by name at run time, they come along with whoever needs them.
 function(tiepoint_component name)
-  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(arg "STATIC" "" "SOURCES;DEPENDS" ${ARGN})
   if(arg_SOURCES)
-    add_library(tiepoint_${name} OBJECT ${arg_SOURCES})
+    if(arg_STATIC)
+      add_library(tiepoint_${name} STATIC ${arg_SOURCES})
+    else()
+      add_library(tiepoint_${name} OBJECT ${arg_SOURCES})
+    endif()
     target_include_directories(tiepoint_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
     target_link_libraries(tiepoint_${name} PUBLIC ${arg_DEPENDS})
     tiepoint_set_warnings(tiepoint_${name})

@@ -42,7 +42,8 @@ expectEqual "the programs and libraries of an installation" \
   "bin/tiepoint
 lib/tiepoint/TSL_Registration.so
 lib/tiepoint/ZorPointClouds.so
-lib/tiepoint/drawing_sdk.so" \
+lib/tiepoint/drawing_sdk.so
+lib/tiepoint/libtiepoint_survey.a" \
   "$(cd "$sandbox/moved" && find bin lib/tiepoint -type f | LC_ALL=C sort)"
 expectEqual "the program's run path" "$programRunPath" "$(runPath "$sandbox/moved/bin/tiepoint")"
 for library in TSL_Registration ZorPointClouds drawing_sdk; do
@@ -72,3 +73,19 @@ expectEqual "the headers that need others before them" '' "$(headersThatNeedOthe
   { cat "$sandbox/log" >&2; fail "another project finds the package"; }
 "$cmake" --build "$sandbox/consumer" >"$sandbox/log" 2>&1 || { cat "$sandbox/log" >&2; fail "another project compiles against the package"; }
 expectEqual "what another project's program prints" '11 22 33 7 1' "$("$sandbox/consumer/consumer")"
+
+# The example of a program that registers by itself, taken along as its reader would take it.
+cp -r "$here/../../examples/embedding" "$sandbox/example"
+"$cmake" -G Ninja -S "$sandbox/example" -B "$sandbox/embedding" -DCMAKE_PREFIX_PATH="$sandbox/moved" \
+  -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$flags" >"$sandbox/log" 2>&1 ||
+  { cat "$sandbox/log" >&2; fail "the example finds the package"; }
+"$cmake" --build "$sandbox/embedding" >"$sandbox/log" 2>&1 || { cat "$sandbox/log" >&2; fail "the example compiles"; }
+expectEqual "what the example prints" 'door T1 0.000699
+door T2 0.000079
+door T3 0.000108
+door T4 0.000837
+roof T1 0.000233
+roof T2 0.000026
+roof T3 0.000036
+roof T4 0.000279
+refused: no-such-group, base cellar' "$("$sandbox/embedding/embedding")"

@@ -30,7 +30,8 @@ std::optional<Value> chosen(const std::string& text, const Choices<Value, count>
   refuse(complaint);
 }
 
-constexpr Choices<Method, 2> methods{{{"pairwise", Method::pairwise}, {"iterative", Method::iterative}}};
+constexpr Choices<RegistrationMethod, 2> methods{
+    {{"pairwise", RegistrationMethod::pairwise}, {"iterative", RegistrationMethod::iterative}}};
 constexpr Choices<Naming, 3> namings{
     {{"auto", Naming::automatic}, {"triangles", Naming::triangles}, {"distance", Naming::closeness}}};
 constexpr Choices<MatrixFormat, 3> matrixFormats{
@@ -144,7 +145,7 @@ RegistrationRequest requestOf(const RegisterOptions& options) {
   request.unit = unitOf(options.unit);
   request.method = chosen(options.method, methods,
                           fmt::format("--method {}: no such method; choose pairwise or iterative", options.method))
-                       .value_or(Method::pairwise);
+                       .value_or(RegistrationMethod::pairwise);
   request.maxIterations = options.maxIterations;
   request.convergence = options.convergence;
   request.naming = namingOf(options);

@@ -10,7 +10,7 @@ namespace tiepoint::workbench {
 
 /// Names points in the session, which stands before its first solve and has no base yet, and stands
 /// so again afterwards, but for the names. `unit` says which limits are usual. Throws Refused
-/// (planNotRepeatable, cancelled).
+/// (cancelled).
 NamingReport namePoints(Workbench& workbench, DrivenSession& session, const NamingRequest& request, Unit unit,
                         Progress& progress);
 

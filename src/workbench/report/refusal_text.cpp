@@ -128,10 +128,6 @@ std::string dataText(const Refusal& r, FieldNames nameOf) {
       return fmt::format("the drawing has a cloud {} already, from {}", r.name, r.other);
     case RefusalKind::cloudMovedBefore:
       return fmt::format("cloud {} was moved before; applying again would move it once more (--force does)", r.name);
-    case RefusalKind::planNotRepeatable:
-      return fmt::format(
-          "the search for names came out otherwise when it was repeated; give the points names, or {} triangles",
-          nameOf(Field::naming));
     case RefusalKind::cancelled:
       return "cancelled";
     default:

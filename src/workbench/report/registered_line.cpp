@@ -17,7 +17,8 @@ std::string baseNames(const Registration& registration, std::size_t most) {
 }
 
 std::string registeredLine(const Registration& registration, std::size_t mostBases) {
-  return fmt::format("Registered {}{}", registration.method == Method::iterative ? "iteratively" : "pairwise",
+  return fmt::format("Registered {}{}",
+                     registration.method == RegistrationMethod::iterative ? "iteratively" : "pairwise",
                      registration.usesBase ? " with base " + baseNames(registration, mostBases) : "");
 }
 

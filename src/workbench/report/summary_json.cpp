@@ -103,7 +103,7 @@ void addList(JsonMembers& json, const char* key, const List& list, Describe desc
 
 void addHead(const Registration& registration, JsonMembers& json) {
   json.add("outcome", outcomeKey(registration));
-  json.add("method", std::string(registration.method == Method::iterative ? "iterative" : "pairwise") +
+  json.add("method", std::string(registration.method == RegistrationMethod::iterative ? "iterative" : "pairwise") +
                          (registration.usesBase ? " with base" : ""));
   json.add("iterations", jsonIterations(registration.iterations));
   json.add("document", textOrNull(registration.document));

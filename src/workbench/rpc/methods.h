@@ -38,5 +38,6 @@ void addDocumentMethods(Methods& methods);
 void addDrawingMethods(Methods& methods);
 void addViewMethods(Methods& methods);
 void addHostMethods(Methods& methods);
+void addSurveyMethods(Methods& methods);
 
 }  // namespace tiepoint::workbench

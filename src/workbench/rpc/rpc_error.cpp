@@ -7,6 +7,7 @@
 
 #include "platform/sdk/od_error.h"
 #include "workbench/host/document_manager.h"
+#include "workbench/report/refusal_text.h"
 #include "workbench/rpc/sessions.h"
 
 namespace tiepoint::workbench {
@@ -27,6 +28,15 @@ OrderedJson thrown(const std::string& type, const std::string& message) {
   return errorMember(exceptionCode, message, data);
 }
 
+/// By the names that parameters have.
+OrderedJson refusalMember(const Refusal& refusal) {
+  OrderedJson data = OrderedJson::object();
+  addMember(data, "type", "refusal");
+  addMember(data, "kind", refusalKey(refusal.kind));
+  addMember(data, "field", refusal.field == Field::none ? OrderedJson() : OrderedJson(fieldKey(refusal.field)));
+  return errorMember(exceptionCode, refusalText(refusal, fieldKey), data);
+}
+
 }  // namespace
 
 BadParameter::BadParameter(const std::string& name, const std::string& reason)
@@ -37,6 +47,8 @@ OrderedJson describeCurrentException() {
     throw;
   } catch (const RpcError& error) {
     return errorMember(error.code(), error.what(), error.data());
+  } catch (const Refused& refused) {
+    return refusalMember(refused.refusal());
   } catch (const NoDocument& error) {
     return errorMember(noSuchObjectCode, error.what(), nullptr);
   } catch (const NoSession& error) {

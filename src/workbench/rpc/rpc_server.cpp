@@ -23,6 +23,7 @@ Methods allMethods() {
   addDrawingMethods(methods);
   addViewMethods(methods);
   addHostMethods(methods);
+  addSurveyMethods(methods);
   return methods;
 }
 

@@ -34,7 +34,7 @@ void checkIterativeLimits(const RegistrationRequest& request) {
 }
 
 void checkMethod(const RegistrationRequest& request) {
-  if (request.method == Method::iterative) return checkIterativeLimits(request);
+  if (request.method == RegistrationMethod::iterative) return checkIterativeLimits(request);
   requireBeside(request.maxIterations.has_value(), Field::maxIterations, Field::method);
   requireBeside(request.convergence.has_value(), Field::convergence, Field::method);
 }

@@ -98,8 +98,9 @@ Solve solveChosen(DrivenSession& session, const RegistrationRequest& request, Re
                   Findings& findings, Progress& progress) {
   session.restoreMarkers();
   if (baseIsLost(session.state(), request)) return Solve::baseNotShared;
-  return request.method == Method::iterative ? solveIteratively(session, request, registration, findings, progress)
-                                             : solvePairwise(session, request, registration, findings);
+  return request.method == RegistrationMethod::iterative
+             ? solveIteratively(session, request, registration, findings, progress)
+             : solvePairwise(session, request, registration, findings);
 }
 
 /// A link of three points looks like any other in the results.

@@ -69,7 +69,6 @@ constexpr std::array kinds{
     KindInfo{Kind::storeNameForbidden, "store-name-forbidden", refused},
     KindInfo{Kind::cloudTaken, "cloud-taken", refused},
     KindInfo{Kind::cloudMovedBefore, "cloud-moved-before", refused},
-    KindInfo{Kind::planNotRepeatable, "plan-not-repeatable", refused},
     KindInfo{Kind::nothingToShow, "nothing-to-show", refused},
     KindInfo{Kind::pictureFailed, "picture-failed", file},
     KindInfo{Kind::cancelled, "cancelled", refused},

@@ -109,7 +109,6 @@ enum class RefusalKind {
   storeNameForbidden,
   cloudTaken,
   cloudMovedBefore,
-  planNotRepeatable,
   nothingToShow,
   pictureFailed,
   cancelled

@@ -117,7 +117,7 @@ struct Registration {
   /// UTF-8; empty for a drawing in memory.
   std::string document;
   ImportReport import;
-  Method method = Method::pairwise;
+  RegistrationMethod method = RegistrationMethod::pairwise;
   /// A base is in use.
   bool usesBase = false;
   std::optional<std::uint64_t> keptCluster;

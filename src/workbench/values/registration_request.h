@@ -10,7 +10,7 @@
 
 namespace tiepoint::workbench {
 
-enum class Method { pairwise, iterative };
+enum class RegistrationMethod { pairwise, iterative };
 enum class Naming { none, automatic, triangles, closeness };
 enum class MatrixFormat { plain, fourByFour, trf };
 enum class ReportKind { results, points, groups };
@@ -88,7 +88,7 @@ struct RegistrationRequest {
   /// Lines "GROUP POINT WEIGHT".
   std::string weightsFile = {};
   NamingRequest naming = {};
-  Method method = Method::pairwise;
+  RegistrationMethod method = RegistrationMethod::pairwise;
   /// Of the iterative method; the profile's when not given.
   std::optional<std::uint64_t> maxIterations = std::nullopt;
   std::optional<double> convergence = std::nullopt;

@@ -43,7 +43,7 @@ TEST(PlainMatrixText, Has17SignificantDigits) {
 class Transforms : public testing::Test {
  protected:
   Transforms() {
-    registration.method = Method::iterative;
+    registration.method = RegistrationMethod::iterative;
     for (const char* name : {"Base", "A", "Out"}) {
       registration.groups.emplace_back().name = name;
       registration.points.emplace_back().group = registration.groups.size() - 1;

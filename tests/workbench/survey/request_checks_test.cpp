@@ -47,7 +47,7 @@ TEST(CheckRequest, RefusesIterationLimitsOfThePairwiseMethod) {
   RegistrationRequest request;
   request.maxIterations = 5;
   EXPECT_EQ(refusalOf(request), "--max-iterations goes with --method iterative");
-  request.method = Method::iterative;
+  request.method = RegistrationMethod::iterative;
   EXPECT_EQ(refusalOf(request), "nothing");
   request.maxIterations = 0;
   EXPECT_EQ(refusalOf(request), "--max-iterations 0: at least 1");

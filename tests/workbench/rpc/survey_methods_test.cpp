@@ -1,0 +1,86 @@
+// Whole registrations over JSON-RPC, with the registration module behind the server.
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "support/platform.h"
+#include "workbench/rpc/rpc_fixture.h"
+#include "workbench/temporary_folder.h"
+
+namespace tiepoint::workbench {
+namespace {
+
+using nlohmann::json;
+using tiepoint::testing::pathInJson;
+
+/// Two stations in files; the second is shifted by 100 in x.
+class SurveyMethods : public RpcTestOn {
+ protected:
+  SurveyMethods() : RpcTestOn(TSL_REGISTRATION) {
+    writeBytes(folder.file("east.txt"), "T1 0 0 0\nT2 8 0 0\nT3 0 8 0\nT4 0 0 8\n");
+    writeBytes(folder.file("west.txt"), "T1 100 0 0\nT2 108 0 0\nT3 100 8 0\nT4 100 0 8\n");
+  }
+
+  /// The parameters with both files, and what else is asked for.
+  std::string both(const std::string& more = "") {
+    return R"({"files":[{"layout":"NXYZ","paths":[")" + pathInJson(folder.file("east.txt")) + R"(",")" +
+           pathInJson(folder.file("west.txt")) + R"("]}])" + (more.empty() ? "" : "," + more) + "}";
+  }
+  json groups() { return json::parse(result("document.groups"))["groups"]; }
+
+  TemporaryFolder folder;
+};
+
+TEST_F(SurveyMethods, ResolvingTellsWhatWouldBeTakenInAndChangesNothing) {
+  const json resolved = json::parse(result("survey.resolve", both()));
+  EXPECT_EQ(resolved["import"]["files"].size(), 2u);
+  EXPECT_EQ(resolved["import"]["files"][1]["points"], 4);
+  EXPECT_EQ(resolved["warnings"], json::array());
+  EXPECT_EQ(groups(), json::array());
+}
+
+TEST_F(SurveyMethods, RegisteringGivesWhatTheCommandPrints) {
+  const json registered = json::parse(result("survey.register", both(R"("base":["east"],"unit":"m")")));
+  EXPECT_EQ(registered["outcome"], "registered");
+  EXPECT_EQ(registered["method"], "pairwise with base");
+  EXPECT_NEAR(registered["groups"][1]["transform"]["shift"][0], -100.0, 1e-9);
+  EXPECT_EQ(registered["points"].size(), 8u);
+  EXPECT_EQ(groups().size(), 2u);
+}
+
+TEST_F(SurveyMethods, ASurveyOfTheDrawingNeedsNoFiles) {
+  result("survey.register", both());
+  const json again = json::parse(result("survey.register", R"({"exclude":[{"group":"west","point":"T4"}]})"));
+  EXPECT_EQ(again["outcome"], "registered");
+  EXPECT_EQ(again["points"][7]["reason"], "excluded");
+}
+
+TEST_F(SurveyMethods, ResultsAreDelivered) {
+  const std::string file = folder.file("motions.json");
+  const json registered = json::parse(
+      result("survey.register", both(R"("base":["east"],"store":"all","transforms":")" + pathInJson(file) + "\"")));
+  EXPECT_EQ(registered["storedGroup"], "all");
+  EXPECT_EQ(registered["transformsFile"], file);
+  EXPECT_EQ(json::parse(readBytes(file))["groups"].size(), 2u);
+  EXPECT_EQ(groups().size(), 3u);
+}
+
+TEST_F(SurveyMethods, ARefusalNamesItsKindAndTheParameterItIsAbout) {
+  const json refusal = json::parse(error("survey.register", both(R"("base":["north"])")));
+  EXPECT_EQ(refusal["code"], -32000);
+  EXPECT_EQ(refusal["data"]["type"], "refusal");
+  EXPECT_EQ(refusal["data"]["kind"], "no-such-group");
+  EXPECT_EQ(refusal["data"]["field"], "base");
+  EXPECT_EQ(refusal["message"], "base north: there is no group \"north\"; there are: east, west");
+  EXPECT_EQ(groups(), json::array());
+}
+
+TEST_F(SurveyMethods, ParametersAreReadStrictly) {
+  EXPECT_EQ(refusal("survey.register", R"({"method":"fast"})"), R"({"code":-32602,"data":"method"})");
+  EXPECT_EQ(refusal("survey.register", R"({"files":[{"path":"a"}]})"), R"({"code":-32602,"data":"files"})");
+  EXPECT_EQ(refusal("survey.resolve", R"({"bass":[]})"), R"({"code":-32602,"data":"bass"})");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench
