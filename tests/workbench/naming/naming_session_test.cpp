@@ -87,14 +87,26 @@ RC_GTEST_PROP(NamingSession, IncludesWhateverWasSolvedBeforeTheSamePoints, ()) {
   }
 }
 
-TEST(NamingSession, RepeatsTheLastSolveAndThoseThatClosenessSees) {
+NamingStep solveStep(const GroupIdSet& groups) { return {NamingKind::solve, groups, 0.0, 0.0, 0}; }
+
+TEST(NamingSession, RepeatsTheLastSolve) {
   FourStations survey;
   NamingSession naming(survey.driven);
-  const auto solve = [](const GroupIdSet& groups) { return NamingStep{NamingKind::solve, groups, 0.0, 0.0, 0}; };
-  naming.repeat({solve({0, 1}), NamingStep{NamingKind::closeness, {}, 0.01, 0.0, 0}, solve({0, 2}), solve({0, 3})});
+  naming.repeat({solveStep({0, 1}), solveStep({0, 2}), solveStep({0, 3})});
   expectIncluded(naming.state(), {0, 3});
   EXPECT_EQ(naming.state().discrepancies.size(), 8u);
-  EXPECT_EQ(naming.state().matchDistanceTolerance, 0.01);
+}
+
+TEST(NamingSession, RepeatsASolveThatClosenessSees) {
+  auto targets = triangle("T1", "T2", "T3");
+  targets.push_back(triangle("?", "?", "?", 30).front());
+  WatchedSession watched({{"A", targets}, {"B", targets}});
+  watched.add({0, 1});
+  DrivenSession driven(*watched.mirrored);
+  NamingSession naming(driven);
+  naming.repeat({solveStep({0, 1}), {NamingKind::closeness, {}, 0.01, 0.0, 2}, solveStep({0, 1})});
+  EXPECT_TRUE(naming.state().points[3].record.named);
+  EXPECT_EQ(naming.state().points[3].name, naming.state().points[7].name);
 }
 
 TEST(NamingSession, GoesOnAsAnotherOneWithItsInclusions) {
