@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "workbench/host/workbench.h"
-#include "workbench/naming/naming_session.h"
+#include "workbench/naming/scratch_session.h"
 #include "workbench/naming/station_troubles.h"
 #include "workbench/values/naming_limits.h"
 #include "workbench/values/naming_step.h"

@@ -7,7 +7,7 @@
 
 #include "workbench/geometry/common_triangles.h"
 #include "workbench/geometry/station_shapes.h"
-#include "workbench/naming/naming_session.h"
+#include "workbench/naming/scratch_session.h"
 #include "workbench/values/naming_limits.h"
 #include "workbench/values/progress.h"
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "workbench/naming/naming_session.h"
+#include "workbench/naming/scratch_session.h"
 
 namespace tiepoint::workbench {
 
