@@ -26,7 +26,8 @@ longFunctions() { # FILE...
         delete start[indent]
       } else if (begins($0)) {
         if (!(indent in start)) { start[indent] = FNR; head[indent] = $0 }
-        if ($0 ~ /;( *\/\/.*)?$/) delete start[indent]
+        # A declaration, or a function on one line.
+        if ($0 ~ /[;}]( *\/\/.*)?$/) delete start[indent]
       } else delete start[indent]
     }' "$@"
 }
