@@ -29,7 +29,7 @@ class WholeFile {
 
  private:
   struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* opened) const { std::fclose(opened); }
   };
 
   std::filesystem::path target;
