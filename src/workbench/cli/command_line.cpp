@@ -161,6 +161,7 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
           "draw the registered points, their residuals enlarged: .png, .svg or .pdf");
   addPictureOptions(app, options.picture, "--picture-size", "--picture-view");
   app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
+  app.add_flag("--all-points", options.allPoints, "tables in full: of more than 200 rows only the worst are shown");
   addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm: residuals are printed in mm");
   addPrintOptions(app, options.json, options.quiet);
 }

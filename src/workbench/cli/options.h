@@ -71,6 +71,8 @@ struct RegisterOptions {
   PictureOptions picture;
   bool force = false;
   std::string unit;
+  /// Tables of any length in full.
+  bool allPoints = false;
   bool json = false;
   bool quiet = false;
 };

@@ -4,6 +4,7 @@
 
 #include "workbench/report/line_fault_text.h"
 #include "workbench/report/plain_text.h"
+#include "workbench/report/worst_rows.h"
 
 namespace tiepoint::workbench {
 
@@ -17,21 +18,26 @@ std::string noteOf(const ImportedFile& file) {
 
 }  // namespace
 
-std::string importTable(const ImportReport& import) {
+std::string importTable(const ImportReport& import, bool all) {
   if (import.files.empty()) return "";
   constexpr auto left = TextTable::Side::left;
   constexpr auto right = TextTable::Side::right;
   TextTable table({left, left, right, right, left, left});
   table.add({"file", "layout", "lines", "points", "group", ""});
-  for (const ImportedFile& file : import.files) {
+  // Of many files those are worth a line that something came of.
+  std::vector<double> badness;
+  for (const ImportedFile& file : import.files) badness.push_back(file.stored && !file.stop ? 0.0 : 1.0);
+  const std::vector<std::size_t> rows = rowsToShow(badness, all);
+  for (const std::size_t i : rows) {
+    const ImportedFile& file = import.files[i];
     table.add({printable(file.path), layoutInfo(file.layout).name, std::to_string(file.lines),
                std::to_string(file.points), printable(file.group), noteOf(file)});
   }
-  return "Reference points\n" + table.text();
+  return "Reference points\n" + table.text() + restLine(rows.size(), import.files.size(), "file");
 }
 
 std::string importText(const ImportReport& import) {
-  std::string text = importTable(import);
+  std::string text = importTable(import, true);
   for (const std::string& message : import.messages) text += "  " + printable(message) + "\n";
   return text;
 }

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
+#include <limits>
 #include <map>
 
 #include "workbench/geometry/rigid_motion.h"
@@ -13,6 +16,7 @@
 #include "workbench/report/refused_text.h"
 #include "workbench/report/registered_line.h"
 #include "workbench/report/spread_text.h"
+#include "workbench/report/worst_rows.h"
 
 namespace tiepoint::workbench {
 
@@ -20,6 +24,8 @@ namespace {
 
 constexpr auto left = TextTable::Side::left;
 constexpr auto right = TextTable::Side::right;
+/// Columns of a terminal, and of a page.
+constexpr std::size_t textWidth = 100;
 
 /// How the loop of the iterative method ended.
 std::string courseText(const Registration& registration, const LengthFormat& lengths) {
@@ -30,12 +36,13 @@ std::string courseText(const Registration& registration, const LengthFormat& len
     return fmt::format("Iteration {} of at most {} moved the merged targets by {:g}; the criterion is {:g} ({})\n",
                        course.iterations, course.limit, course.movement, course.criterion, unit);
   }
-  return fmt::format(
-      "Not converged: the limit of {} iterations ended the run. The last pass still moved the merged targets by\n"
-      "{:g}; the criterion is {:g} ({}). A small movement in a pass isn't a small error: along a chain of\n"
-      "stations the passes creep, tens of thousands of them. Raise --max-iterations and lower --convergence, or\n"
-      "register with --method pairwise, which doesn't suffer from this.\n",
+  const std::string text = fmt::format(
+      "Not converged: the limit of {} iterations ended the run. The last pass still moved the merged targets by "
+      "{:g}; the criterion is {:g} ({}). A small movement in a pass isn't a small error: along a chain of "
+      "stations the passes creep, tens of thousands of them. Raise --max-iterations and lower --convergence, or "
+      "register with --method pairwise, which doesn't suffer from this.",
       course.limit, course.movement, course.criterion, unit);
+  return wrapped(text, textWidth, 0) + "\n";
 }
 
 // --- Transformations.
@@ -52,13 +59,25 @@ std::vector<std::string> transformRow(const GroupOutcome& group, const LengthFor
   return {name, angle, axis(0), axis(1), axis(2), shift(0), shift(1), shift(2)};
 }
 
-std::string transformations(const Registration& registration, const LengthFormat& lengths) {
+/// How badly each group fits. What has no figure for it is worth a look all the same: the base, and what
+/// isn't registered.
+std::vector<double> badnessOf(const std::vector<GroupOutcome>& groups) {
+  std::vector<double> badness;
+  for (const GroupOutcome& group : groups) {
+    badness.push_back(group.discrepancies ? group.discrepancies->value : std::numeric_limits<double>::infinity());
+  }
+  return badness;
+}
+
+std::string transformations(const Registration& registration, const LengthFormat& lengths, bool all) {
   TextTable table({left, right, right, right, right, right, right, right});
   table.add({"group", "angle", "axis x", "axis y", "axis z", "shift x", "shift y", "shift z"});
-  for (const GroupOutcome& group : registration.groups) table.add(transformRow(group, lengths));
+  std::vector<std::size_t> rows = rowsToShow(badnessOf(registration.groups), all);
+  std::sort(rows.begin(), rows.end());
+  for (const std::size_t i : rows) table.add(transformRow(registration.groups[i], lengths));
   return fmt::format(
-      "Transformations to the common system: degrees about an axis through the origin, then a shift ({})\n{}",
-      lengths.positionUnit(), table.text());
+      "Transformations to the common system: degrees about an axis through the origin, then a shift ({})\n{}{}",
+      lengths.positionUnit(), table.text(), restLine(rows.size(), registration.groups.size(), "group"));
 }
 
 // --- Discrepancies.
@@ -69,7 +88,22 @@ std::string markOf(const Registered& registered, std::size_t point) {
   return fmt::format("<- largest, {:.1f} times the median", registered.outlier->timesMedian);
 }
 
-std::string discrepancies(const Registration& registration, const LengthFormat& lengths) {
+/// The indices of the points that have a discrepancy.
+std::vector<std::size_t> pointsWithDiscrepancy(const Registration& registration) {
+  std::vector<std::size_t> points;
+  for (std::size_t i = 0; i < registration.points.size(); ++i) {
+    if (registration.points[i].discrepancy) points.push_back(i);
+  }
+  return points;
+}
+
+std::vector<double> badnessOf(const Registration& registration, const std::vector<std::size_t>& points) {
+  std::vector<double> badness;
+  for (const std::size_t i : points) badness.push_back(*registration.points[i].discrepancy);
+  return badness;
+}
+
+std::string discrepancies(const Registration& registration, const LengthFormat& lengths, bool all) {
   const Registered& registered = *registration.registered();
   const bool atBase = registered.atBase.has_value();
   TextTable table({left, left, right, atBase ? right : left, left});
@@ -82,14 +116,17 @@ std::string discrepancies(const Registration& registration, const LengthFormat& 
     }
   };
   add("group", "point", "discrepancy", "at base", "");
-  for (std::size_t i = 0; i < registration.points.size(); ++i) {
+  const std::vector<std::size_t> points = pointsWithDiscrepancy(registration);
+  const std::vector<std::size_t> rows = rowsToShow(badnessOf(registration, points), all);
+  for (const std::size_t row : rows) {
+    const std::size_t i = points[row];
     const PointOutcome& point = registration.points[i];
-    if (!point.discrepancy) continue;
     add(printable(registration.groups[point.group].name), printable(point.name), lengths.residual(*point.discrepancy),
         point.atBase ? lengths.residual(*point.atBase) : "-", markOf(registered, i));
   }
-  return fmt::format("Discrepancies ({}): from the registered point to its merged target{}\n{}", lengths.residualUnit(),
-                     atBase ? "; at base: to the base's own measurement" : "", table.text());
+  return fmt::format("Discrepancies ({}): from the registered point to its merged target{}\n{}{}",
+                     lengths.residualUnit(), atBase ? "; at base: to the base's own measurement" : "", table.text(),
+                     restLine(rows.size(), points.size(), "point"));
 }
 
 std::string hint(const Registration& registration) {
@@ -98,10 +135,11 @@ std::string hint(const Registration& registration) {
   const PointOutcome& point = registration.points[outlier->point];
   const std::string group = printable(registration.groups[point.group].name);
   const std::string name = printable(point.name);
-  return fmt::format(
+  const std::string text = fmt::format(
       "{} in {} stands out. It may have been measured or named wrongly there: look at it, and compare a run "
-      "with\n--exclude {}:{}\n",
+      "with --exclude {}:{}",
       name, group, group, name);
+  return wrapped(text, textWidth, 0) + "\n";
 }
 
 // --- RMS.
@@ -118,18 +156,21 @@ void addRms(TextTable& table, const std::string& name, const std::optional<Rms>&
   table.add(std::move(row));
 }
 
-std::string rms(const Registration& registration, const LengthFormat& lengths) {
+std::string rms(const Registration& registration, const LengthFormat& lengths, bool all) {
   const Registered& registered = *registration.registered();
   const bool atBase = registered.atBase.has_value();
   TextTable table({left, right, right, right, right, right});
   std::vector<std::string> head{"group", "points", "RMS", "largest"};
   if (atBase) head.insert(head.end(), {"at base", "RMS at base"});
   table.add(std::move(head));
-  for (const GroupOutcome& group : registration.groups) {
+  const std::vector<std::size_t> rows = rowsToShow(badnessOf(registration.groups), all);
+  for (const std::size_t i : rows) {
+    const GroupOutcome& group = registration.groups[i];
     addRms(table, printable(group.name), group.discrepancies, group.atBase, atBase, lengths);
   }
   addRms(table, "all", registered.discrepancies, registered.atBase, atBase, lengths);
-  std::string text = fmt::format("RMS of the discrepancies ({})\n{}", lengths.residualUnit(), table.text());
+  std::string text = fmt::format("RMS of the discrepancies ({})\n{}{}", lengths.residualUnit(), table.text(),
+                                 restLine(rows.size(), registration.groups.size(), "group"));
   if (atBase) {
     text += fmt::format("\nRMS at the base: {} {} over {}\n", lengths.residual(registered.atBase->value),
                         lengths.residualUnit(), plural(registered.atBase->count, "point"));
@@ -139,7 +180,7 @@ std::string rms(const Registration& registration, const LengthFormat& lengths) {
 
 // --- Points that are out.
 
-std::string pointsOut(const Registration& registration) {
+std::string pointsOut(const Registration& registration, bool all) {
   std::map<std::pair<std::size_t, Reason>, std::vector<std::string>> names;
   std::size_t count = 0;
   for (const PointOutcome& point : registration.points) {
@@ -148,13 +189,16 @@ std::string pointsOut(const Registration& registration) {
     names[{point.group, *point.reason}].push_back(printable(point.name));
   }
   if (count == 0) return "";
+  const std::size_t shown = all || names.size() <= mostRows ? names.size() : worstRows;
   TextTable table({left, left, left});
-  for (const auto& [key, points] : names) {
+  for (auto entry = names.begin(); entry != std::next(names.begin(), static_cast<std::ptrdiff_t>(shown)); ++entry) {
+    const auto& [key, points] = *entry;
     const bool haveNames = key.second != Reason::unnamed;
     table.add({printable(registration.groups[key.first].name), reasonText(key.second),
                haveNames ? joined(points) : plural(points.size(), "point")});
   }
-  return fmt::format("Out: {} of {}\n{}", count, plural(registration.points.size(), "point"), table.text());
+  return fmt::format("Out: {} of {}\n{}{}", count, plural(registration.points.size(), "point"), table.text(),
+                     restLine(shown, names.size(), "line"));
 }
 
 // --- What was written.
@@ -186,17 +230,17 @@ std::string written(const Registration& registration) {
   return text + writtenFiles(registration.files);
 }
 
-std::string registered(const Registration& registration, const LengthFormat& lengths) {
+std::string registered(const Registration& registration, const LengthFormat& lengths, bool all) {
   std::string text =
       registeredLine(registration) +
       fmt::format(": {} of {} in use\n", activeCount(registration), plural(registration.points.size(), "point")) +
-      courseText(registration, lengths) + "\n" + transformations(registration, lengths) + "\n" +
-      discrepancies(registration, lengths);
-  const std::string out = pointsOut(registration);
+      courseText(registration, lengths) + "\n" + transformations(registration, lengths, all) + "\n" +
+      discrepancies(registration, lengths, all);
+  const std::string out = pointsOut(registration, all);
   const std::string spread = spreadText(registration.registered()->spread, lengths);
   const std::string advice = hint(registration);
   if (!out.empty()) text += "\n" + out;
-  text += "\n" + rms(registration, lengths);
+  text += "\n" + rms(registration, lengths, all);
   if (!spread.empty()) text += "\n" + spread;
   if (!advice.empty()) text += "\n" + advice;
   return text + written(registration);
@@ -204,12 +248,12 @@ std::string registered(const Registration& registration, const LengthFormat& len
 
 }  // namespace
 
-std::string summaryText(const Registration& registration, const LengthFormat& lengths) {
-  std::string text = importTable(registration.import);
+std::string summaryText(const Registration& registration, const LengthFormat& lengths, bool all) {
+  std::string text = importTable(registration.import, all);
   if (!text.empty()) text += "\n";
   if (registration.naming) text += matchText(registration, *registration.naming, lengths) + "\n";
-  if (registration.registered()) return text + registered(registration, lengths);
-  const std::string out = pointsOut(registration);
+  if (registration.registered()) return text + registered(registration, lengths, all);
+  const std::string out = pointsOut(registration, all);
   const bool showsPoints = !out.empty() && !std::holds_alternative<NotNamed>(registration.outcome);
   return text + refusedText(registration) + (showsPoints ? "\n" + out : "");
 }

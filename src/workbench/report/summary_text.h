@@ -9,7 +9,8 @@
 namespace tiepoint::workbench {
 
 /// Files read, transformations, discrepancies, points that are out and why, RMS, spread, clouds; or what
-/// keeps the groups apart. UTF-8, aligned columns, no control characters but line feeds.
-std::string summaryText(const Registration& registration, const LengthFormat& lengths);
+/// keeps the groups apart. UTF-8, aligned columns, no control characters but line feeds. Tables of more
+/// than 200 rows show their worst rows alone, unless `all` are asked for.
+std::string summaryText(const Registration& registration, const LengthFormat& lengths, bool all = false);
 
 }  // namespace tiepoint::workbench

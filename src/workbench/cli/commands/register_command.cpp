@@ -33,7 +33,7 @@ void print(const Registration& registration, const RegisterOptions& options, con
   if (options.json) {
     writeSummaryJson(registration, writeOut);
   } else if (!options.quiet) {
-    writeOut(summaryText(registration, lengths));
+    writeOut(summaryText(registration, lengths, options.allPoints));
   }
 }
 

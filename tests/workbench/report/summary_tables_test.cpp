@@ -1,0 +1,78 @@
+// The tables of the summary at every size.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "workbench/report/summary_text.h"
+
+namespace tiepoint::workbench {
+namespace {
+
+/// A registration of so many groups with one point each, the k-th of which is k mm off.
+Registration registrationOf(std::size_t groups) {
+  Registration registration;
+  Registered registered;
+  registered.largest = groups - 1;
+  for (std::size_t k = 0; k < groups; ++k) {
+    GroupOutcome group;
+    group.name = "S" + std::to_string(k);
+    group.points = group.active = 1;
+    group.toCommon = OdGeMatrix3d();
+    const double discrepancy = static_cast<double>(k) / 1000.0;
+    group.discrepancies = Rms{1, discrepancy, discrepancy};
+    registration.groups.push_back(group);
+    PointOutcome point;
+    point.group = k;
+    point.name = "T" + std::to_string(k);
+    point.active = point.named = true;
+    point.discrepancy = discrepancy;
+    registration.points.push_back(point);
+  }
+  registration.outcome = registered;
+  return registration;
+}
+
+std::size_t countOf(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
+const LengthFormat metres(Unit::metre);
+
+TEST(SummaryTables, ShowEveryRowUpToTwoHundred) {
+  const std::string text = summaryText(registrationOf(200), metres);
+  EXPECT_EQ(text.find("--all-points"), std::string::npos);
+  EXPECT_EQ(countOf(text, "\n  S0 "), 3u);
+  EXPECT_EQ(countOf(text, "\n  S199 "), 3u);
+}
+
+TEST(SummaryTables, ShowTheWorstRowsOfMoreAndCountTheRest) {
+  const std::string text = summaryText(registrationOf(201), metres);
+  EXPECT_EQ(countOf(text, "  and 161 more groups; --all-points shows them\n"), 2u);
+  EXPECT_EQ(countOf(text, "  and 161 more points; --all-points shows them\n"), 1u);
+  EXPECT_EQ(countOf(text, "\n  S200 "), 3u);
+  EXPECT_EQ(countOf(text, "\n  S161 "), 3u);
+  EXPECT_EQ(countOf(text, "\n  S160 "), 0u);
+  // The worst point first; the transformations in the groups' order.
+  EXPECT_LT(text.find("  S200   T200"), text.find("  S199   T199"));
+  EXPECT_LT(text.find("\n  S161 "), text.find("\n  S200 "));
+}
+
+TEST(SummaryTables, ShowAllWhenAllAreAskedFor) {
+  const std::string text = summaryText(registrationOf(201), metres, true);
+  EXPECT_EQ(text.find("--all-points"), std::string::npos);
+  EXPECT_EQ(countOf(text, "\n  S0 "), 3u);
+}
+
+TEST(SummaryTables, AreNoWiderThanAHundredColumns) {
+  Registration registration = registrationOf(3);
+  registration.method = RegistrationMethod::iterative;
+  registration.iterations = IterationCourse{100, 100, 0.5, 0.001};
+  std::get<Registered>(registration.outcome).outlier = Outlier{2, 12.5};
+  std::istringstream text(summaryText(registration, metres));
+  for (std::string line; std::getline(text, line);) EXPECT_LE(line.size(), 100u) << line;
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench
