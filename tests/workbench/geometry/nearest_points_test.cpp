@@ -97,7 +97,7 @@ RC_GTEST_PROP(NearestPoints, AreThoseOfAllPairs, ()) {
 RC_GTEST_PROP(NearestPoints, LeaveNothingToNameWithinThatTolerance, ()) {
   const SessionState state = crowdedSurvey();
   const double tolerance = nearestIn(state, 2.5).toUnnamed;
-  RC_CLASSIFY(tolerance > 0.0 && tolerance < 2.0);
+  RC_CLASSIFY(tolerance > 0.0 && tolerance < 2.0, "some within reach");
   RC_PRE(tolerance > 0.0);
   ZOR::reg::RefPointList points;
   for (const SessionPoint& point : state.points) points.push_back(point.record);
@@ -109,7 +109,7 @@ RC_GTEST_PROP(NearestPoints, LeaveNothingToNameWithinThatTolerance, ()) {
 RC_GTEST_PROP(NearestPoints, LeaveNoNameDoubledWithinASmallerReach, ()) {
   const SessionState state = crowdedSurvey();
   const double reach = 0.999 * nearestIn(state, 2.5).betweenNames;
-  RC_CLASSIFY(reach > 0.0 && reach < 2.0);
+  RC_CLASSIFY(reach > 0.0 && reach < 2.0, "some within reach");
   RC_PRE(reach > 0.0);
   RC_ASSERT(doubledNames(state, {0, 1, 2}, unmoved, reach).empty());
 }
