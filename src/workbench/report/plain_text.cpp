@@ -36,6 +36,13 @@ std::string joined(const std::vector<std::string>& items, std::size_t most) {
   return items.size() > most ? fmt::format("{} and {} more", text, items.size() - most) : text;
 }
 
+std::string joinedWithin(const std::vector<std::string>& items, std::size_t width) {
+  std::size_t most = 12;
+  std::string text = joined(items, most);
+  while (most > 1 && columnsOf(text) > width) text = joined(items, --most);
+  return text;
+}
+
 std::string plural(std::size_t count, const char* noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }

@@ -16,6 +16,9 @@ std::size_t columnsOf(const std::string& utf8);
 /// `items` joined by ", ", the first `most` of them: what is left out is counted.
 std::string joined(const std::vector<std::string>& items, std::size_t most = 12);
 
+/// The same with as many of the first 12 as fit into `width` columns; at least one.
+std::string joinedWithin(const std::vector<std::string>& items, std::size_t width);
+
 /// A count and what is counted, such as "1 point" or "3 points".
 std::string plural(std::size_t count, const char* noun);
 

@@ -124,9 +124,10 @@ std::string discrepancies(const Registration& registration, const LengthFormat& 
     add(printable(registration.groups[point.group].name), printable(point.name), lengths.residual(*point.discrepancy),
         point.atBase ? lengths.residual(*point.atBase) : "-", markOf(registered, i));
   }
-  return fmt::format("Discrepancies ({}): from the registered point to its merged target{}\n{}{}",
-                     lengths.residualUnit(), atBase ? "; at base: to the base's own measurement" : "", table.text(),
-                     restLine(rows.size(), points.size(), "point"));
+  const std::string head =
+      fmt::format("Discrepancies ({}): from the registered point to its merged target{}", lengths.residualUnit(),
+                  atBase ? "; at base: to the base's own measurement" : "");
+  return wrapped(head, textWidth, 2) + "\n" + table.text() + restLine(rows.size(), points.size(), "point");
 }
 
 std::string hint(const Registration& registration) {
@@ -180,25 +181,44 @@ std::string rms(const Registration& registration, const LengthFormat& lengths, b
 
 // --- Points that are out.
 
-std::string pointsOut(const Registration& registration, bool all) {
-  std::map<std::pair<std::size_t, Reason>, std::vector<std::string>> names;
-  std::size_t count = 0;
+/// Names of the points that are out, for each group and reason.
+using PointsOut = std::map<std::pair<std::size_t, Reason>, std::vector<std::string>>;
+
+PointsOut pointsOutOf(const Registration& registration) {
+  PointsOut out;
   for (const PointOutcome& point : registration.points) {
-    if (!point.reason) continue;
-    ++count;
-    names[{point.group, *point.reason}].push_back(printable(point.name));
+    if (point.reason) out[{point.group, *point.reason}].push_back(printable(point.name));
   }
-  if (count == 0) return "";
-  const std::size_t shown = all || names.size() <= mostRows ? names.size() : worstRows;
+  return out;
+}
+
+/// The columns that group and reason leave for the names.
+std::size_t widthForNames(const Registration& registration, const PointsOut& out) {
+  std::size_t group = 0, reason = 0;
+  for (const auto& entry : out) {
+    group = std::max(group, columnsOf(printable(registration.groups[entry.first.first].name)));
+    reason = std::max(reason, columnsOf(reasonText(entry.first.second)));
+  }
+  const std::size_t taken = group + reason + 6;
+  return taken < textWidth ? textWidth - taken : 0;
+}
+
+std::string pointsOut(const Registration& registration, bool all) {
+  const PointsOut out = pointsOutOf(registration);
+  if (out.empty()) return "";
+  const std::size_t width = widthForNames(registration, out);
+  const std::size_t shown = all || out.size() <= mostRows ? out.size() : worstRows;
+  std::size_t count = 0, row = 0;
   TextTable table({left, left, left});
-  for (auto entry = names.begin(); entry != std::next(names.begin(), static_cast<std::ptrdiff_t>(shown)); ++entry) {
-    const auto& [key, points] = *entry;
+  for (const auto& [key, points] : out) {
+    count += points.size();
+    if (row++ >= shown) continue;
     const bool haveNames = key.second != Reason::unnamed;
     table.add({printable(registration.groups[key.first].name), reasonText(key.second),
-               haveNames ? joined(points) : plural(points.size(), "point")});
+               haveNames ? joinedWithin(points, width) : plural(points.size(), "point")});
   }
   return fmt::format("Out: {} of {}\n{}{}", count, plural(registration.points.size(), "point"), table.text(),
-                     restLine(shown, names.size(), "line"));
+                     restLine(shown, out.size(), "line"));
 }
 
 // --- What was written.

@@ -69,7 +69,15 @@ TEST(SummaryTables, AreNoWiderThanAHundredColumns) {
   Registration registration = registrationOf(3);
   registration.method = RegistrationMethod::iterative;
   registration.iterations = IterationCourse{100, 100, 0.5, 0.001};
-  std::get<Registered>(registration.outcome).outlier = Outlier{2, 12.5};
+  Registered& registered = std::get<Registered>(registration.outcome);
+  registered.outlier = Outlier{2, 12.5};
+  registered.atBase = Rms{1, 0.001, 0.001};
+  for (int i = 0; i < 20; ++i) {
+    PointOutcome out;
+    out.name = "a target of " + std::to_string(i);
+    out.reason = Reason::loneName;
+    registration.points.push_back(out);
+  }
   std::istringstream text(summaryText(registration, metres));
   for (std::string line; std::getline(text, line);) EXPECT_LE(line.size(), 100u) << line;
 }
