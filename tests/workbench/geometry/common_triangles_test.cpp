@@ -19,7 +19,7 @@ Stations stationsAt(const std::vector<Points>& shapes) {
   return stations;
 }
 
-bool haveEqualPair(const Station& one, const Station& other, double tolerance) {
+[[maybe_unused]] bool haveEqualPair(const Station& one, const Station& other, double tolerance) {
   bool found = false;
   forEachEqualPair(one.shape.triangles, other.shape.triangles, tolerance, [&](const Triangle&, const Triangle&) {
     found = true;
