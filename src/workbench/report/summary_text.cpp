@@ -75,9 +75,10 @@ std::string transformations(const Registration& registration, const LengthFormat
   std::vector<std::size_t> rows = rowsToShow(badnessOf(registration.groups), all);
   std::sort(rows.begin(), rows.end());
   for (const std::size_t i : rows) table.add(transformRow(registration.groups[i], lengths));
-  return fmt::format(
-      "Transformations to the common system: degrees about an axis through the origin, then a shift ({})\n{}{}",
-      lengths.positionUnit(), table.text(), restLine(rows.size(), registration.groups.size(), "group"));
+  const std::string head =
+      fmt::format("Transformations to the common system: degrees about an axis through the origin, then a shift ({})",
+                  lengths.positionUnit());
+  return wrapped(head, textWidth, 2) + "\n" + table.text() + restLine(rows.size(), registration.groups.size(), "group");
 }
 
 // --- Discrepancies.

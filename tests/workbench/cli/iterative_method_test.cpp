@@ -118,8 +118,8 @@ TEST_F(IterativeMethod, ARunThatItsLimitEndedSaysSo) {
             "tiepoint: warning: not converged: the limit of 1 iterations ended the run; see the summary, raise "
             "--max-iterations, or take the pairwise method\n");
   EXPECT_THAT(result.out,
-              HasSubstr("Not converged: the limit of 1 iterations ended the run. The last pass still moved the merged\n"
-                        "targets by "));
+              HasSubstr("Not converged: the limit of 1 iterations ended the run. The last pass still moved the merged "
+                        "targets\nby "));
   EXPECT_THAT(result.out, HasSubstr("; the criterion is 0.001 (drawing units). A small movement in a pass isn't"));
   EXPECT_THAT(result.out, HasSubstr("--method pairwise, which doesn't suffer from this.\n"));
 }
