@@ -65,6 +65,36 @@ TEST(SummaryTables, ShowAllWhenAllAreAskedFor) {
   EXPECT_EQ(countOf(text, "\n  S0 "), 3u);
 }
 
+TEST(SummaryTables, ShowFortyOfMoreThanTwoHundredLinesOfPointsThatAreOut) {
+  Registration registration = registrationOf(201);
+  for (std::size_t k = 0; k < 201; ++k) {
+    PointOutcome out;
+    out.group = k;
+    out.name = "lone";
+    out.reason = Reason::loneName;
+    registration.points.push_back(out);
+  }
+  const std::string text = summaryText(registration, metres);
+  EXPECT_NE(text.find("Out: 201 of 402 points\n"), std::string::npos);
+  EXPECT_EQ(countOf(text, "  lone\n"), 40u);
+  EXPECT_NE(text.find("  and 161 more lines; --all-points shows them\n"), std::string::npos);
+  EXPECT_EQ(countOf(summaryText(registration, metres, true), "  lone\n"), 201u);
+}
+
+TEST(SummaryTables, ShowTheFilesOfWhichSomethingIsToBeSaidFirst) {
+  Registration registration = registrationOf(3);
+  for (std::size_t k = 0; k < 201; ++k) {
+    ImportedFile file;
+    file.path = "file" + std::to_string(k) + ".txt";
+    file.stored = k != 200;
+    registration.import.files.push_back(file);
+  }
+  const std::string text = summaryText(registration, metres);
+  EXPECT_EQ(countOf(text, ".txt  "), 40u);
+  EXPECT_LT(text.find("  file200.txt"), text.find("  file0.txt"));
+  EXPECT_NE(text.find("  and 161 more files; --all-points shows them\n"), std::string::npos);
+}
+
 TEST(SummaryTables, AreNoWiderThanAHundredColumns) {
   Registration registration = registrationOf(3);
   registration.method = RegistrationMethod::iterative;
