@@ -105,6 +105,12 @@ void addFileOptions(CLI::App& app, FileOptions& files) {
   add("--xyz", files.xyz, "further files, x y z: points without names");
   add("--xyzw", files.xyzw, "further files, x y z weight");
   add("--nxyzw", files.nxyzw, "further files, name x y z weight");
+  addText(app, "--columns", files.columns, "LIST",
+          "columns of FILES: name,x,y,z[,w] or e,n,h, - skips; or name=1,x=... by number or header");
+  addText(app, "--decimal", files.decimal, "MARK", "decimal mark, point or comma; none: found out");
+  addText(app, "--encoding", files.encoding, "NAME",
+          "utf-8, utf-16le, utf-16be, windows-1251 or windows-1252; none: found out");
+  addText(app, "--input-unit", files.inputUnit, "UNIT", "m, mm, ft or usft (US survey feet): converted to metres");
 }
 
 void addPrintOptions(CLI::App& app, bool& json, bool& quiet) {

@@ -21,6 +21,7 @@ Examples:
   tiepoint register --unit m --base S1 S1.txt S2.txt --nxyzw S3.txt S4.txt
   tiepoint register --base S1 --exclude S4:T13 --weight S2:T07=0.5 S1.txt S2.txt S4.txt
   tiepoint register --document d.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
+  tiepoint register --base S1 --columns name,n,e,h,- --input-unit ft S1.csv S2.csv
   tiepoint register --match auto --base S1 --xyz S1.txt S2.txt S3.txt
   tiepoint register --method iterative --max-iterations 5000 --convergence 1e-6 S1.txt S2.txt S3.txt
   tiepoint register --base S1 --matrices out --transforms out.json --report out.html S1.txt S2.txt
@@ -38,6 +39,10 @@ inline constexpr const char* importHelp =
 Examples:
   tiepoint import --document hall.tiepoint S1.txt S2.txt
   tiepoint import --document hall.tiepoint S1.txt --nxyzw S3.txt S4.txt
+  tiepoint import --document hall.tiepoint --columns name=Ziel,x=Ost,y=Nord,z=Alt S1.csv
+
+Separators, header, decimal mark and encoding are found out from each file; where two readings are
+possible, the file is refused and the option that decides is named.
 )";
 
 inline constexpr const char* groupsHelp =

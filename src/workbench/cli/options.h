@@ -21,11 +21,17 @@ struct HostOptions {
 struct FileOptions {
   /// Those without an option of their own, read by `layout`.
   std::vector<std::string> files;
-  std::string layout = "NXYZ";
+  /// NXYZ when not given.
+  std::string layout;
   std::vector<std::string> nxyz;
   std::vector<std::string> xyz;
   std::vector<std::string> xyzw;
   std::vector<std::string> nxyzw;
+  /// How files are read that aren't in a layout of the module's. An empty text isn't given.
+  std::string columns;
+  std::string decimal;
+  std::string encoding;
+  std::string inputUnit;
 };
 
 /// A picture of the points. An empty text isn't given.

@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <variant>
 
 #include "workbench/cli/exit_status.h"
 #include "workbench/cli/picture_options.h"
+#include "workbench/reading/header_columns.h"
+#include "workbench/report/reading_text.h"
 #include "workbench/survey/weights_file.h"
 
 namespace tiepoint::workbench::cli {
@@ -38,16 +41,40 @@ constexpr Choices<MatrixFormat, 3> matrixFormats{
     {{"plain", MatrixFormat::plain}, {"4x4", MatrixFormat::fourByFour}, {"trf", MatrixFormat::trf}}};
 constexpr Choices<ReportKind, 3> reportKinds{
     {{"results", ReportKind::results}, {"points", ReportKind::points}, {"groups", ReportKind::groups}}};
+constexpr Choices<DecimalMark, 2> decimalMarks{{{"point", DecimalMark::point}, {"comma", DecimalMark::comma}}};
 constexpr Choices<Unit, 2> units{{{"m", Unit::metre}, {"mm", Unit::millimetre}}};
 
-void addFiles(std::vector<LayoutFiles>& runs, Layout layout, const std::vector<std::string>& paths) {
+void addFiles(std::vector<LayoutFiles>& runs, Layout layout, const std::vector<std::string>& paths, bool isNamed) {
   if (paths.empty()) return;
   if (std::find(paths.begin(), paths.end(), "") != paths.end()) {
     refuse("a file's name is empty; is a variable of the shell unset?");
   }
-  auto run = std::find_if(runs.begin(), runs.end(), [&](const LayoutFiles& r) { return r.layout == layout; });
-  if (run == runs.end()) run = runs.insert(runs.end(), LayoutFiles{layout, {}});
+  auto run = std::find_if(runs.begin(), runs.end(),
+                          [&](const LayoutFiles& r) { return r.layout == layout && r.isNamed == isNamed; });
+  if (run == runs.end()) run = runs.insert(runs.end(), LayoutFiles{layout, {}, isNamed});
   run->paths.insert(run->paths.end(), paths.begin(), paths.end());
+}
+
+ColumnRequest requestedColumns(const FileOptions& options) {
+  const bool namesLayout = !options.layout.empty() || !options.nxyz.empty() || !options.xyz.empty() ||
+                           !options.xyzw.empty() || !options.nxyzw.empty();
+  if (namesLayout) refuse("--columns says what the columns are, and so does a layout; leave one of the two out");
+  auto columns = columnRequestOf(options.columns);
+  if (const auto* fault = std::get_if<ColumnsFault>(&columns)) {
+    refuse(fmt::format("--columns {}: {}", options.columns, columnsFaultText(*fault)));
+  }
+  return std::get<ColumnRequest>(columns);
+}
+
+TextEncoding textEncoding(const std::string& name) {
+  if (const auto encoding = encodingByName(name)) return *encoding;
+  refuse(fmt::format("--encoding {}: no such encoding; choose utf-8, utf-16le, utf-16be, windows-1251 or windows-1252",
+                     name));
+}
+
+LengthUnit lengthUnit(const std::string& name) {
+  if (const auto unit = lengthUnitByName(name)) return *unit;
+  refuse(fmt::format("--input-unit {}: no such unit; choose m, mm, ft (0.3048 m) or usft (1200/3937 m)", name));
 }
 
 NamingRequest namingOf(const RegisterOptions& options) {
@@ -93,17 +120,28 @@ void takeChoices(const RegisterOptions& options, RegistrationRequest& request) {
 }  // namespace
 
 std::vector<LayoutFiles> importRuns(const FileOptions& options) {
-  const auto layout = layoutByName(options.layout);
+  const bool isNamed = !options.layout.empty();
+  const auto layout = isNamed ? layoutByName(options.layout) : Layout::nxyz;
   if (!layout) {
     refuse(fmt::format("--layout {}: no such layout; choose NXYZ, XYZ, XYZW or NXYZW", options.layout));
   }
   std::vector<LayoutFiles> runs;
-  addFiles(runs, *layout, options.files);
-  addFiles(runs, Layout::nxyz, options.nxyz);
-  addFiles(runs, Layout::xyz, options.xyz);
-  addFiles(runs, Layout::xyzw, options.xyzw);
-  addFiles(runs, Layout::nxyzw, options.nxyzw);
+  addFiles(runs, *layout, options.files, isNamed);
+  addFiles(runs, Layout::nxyz, options.nxyz, true);
+  addFiles(runs, Layout::xyz, options.xyz, true);
+  addFiles(runs, Layout::xyzw, options.xyzw, true);
+  addFiles(runs, Layout::nxyzw, options.nxyzw, true);
   return runs;
+}
+
+ReadingRequest readingRequest(const FileOptions& options) {
+  ReadingRequest request;
+  if (!options.columns.empty()) request.columns = requestedColumns(options);
+  request.decimal = chosen(options.decimal, decimalMarks,
+                           fmt::format("--decimal {}: no such mark; choose point or comma", options.decimal));
+  if (!options.encoding.empty()) request.encoding = textEncoding(options.encoding);
+  if (!options.inputUnit.empty()) request.unit = lengthUnit(options.inputUnit);
+  return request;
 }
 
 std::vector<CloudRequest> cloudRequests(const std::vector<std::string>& texts, const std::string& option) {
@@ -150,6 +188,7 @@ RegistrationRequest requestOf(const RegisterOptions& options) {
   request.convergence = options.convergence;
   request.naming = namingOf(options);
   request.files = importRuns(options.files);
+  request.reading = readingRequest(options.files);
   request.document = options.host.document;
   request.alsoRead = {options.host.profile, options.host.module};
   takeChoices(options, request);

@@ -13,6 +13,9 @@ namespace tiepoint::workbench::cli {
 /// of the options in the order NXYZ, XYZ, XYZW, NXYZW. Throws CommandError(usage).
 std::vector<LayoutFiles> importRuns(const FileOptions& options);
 
+/// How files that aren't in a layout of the module's are read. Throws CommandError(usage).
+ReadingRequest readingRequest(const FileOptions& options);
+
 /// `NAME=FILE` each. Throws CommandError(usage), which names `option`.
 std::vector<CloudRequest> cloudRequests(const std::vector<std::string>& texts, const std::string& option);
 

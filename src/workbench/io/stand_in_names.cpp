@@ -101,6 +101,7 @@ std::string standInName(const std::string& utf8) {
 std::string standInGroupName(const std::string& utf8) { return standIn(utf8, isCarried); }
 
 std::string nameOfStandIn(const std::string& utf8) {
+  if (utf8.find("_x") == std::string::npos) return utf8;
   std::string name;
   for (std::size_t i = 0; i < utf8.size();) {
     const auto escape = escapeAt(std::string_view(utf8).substr(i));

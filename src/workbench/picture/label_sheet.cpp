@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench::picture {
@@ -32,7 +33,8 @@ std::vector<Label> labelsOf(const std::vector<DrawnText>& texts, const Projectio
     const auto isNear = [&](const Spot& spot) { return distance(spot, anchor) < sameSpot; };
     if (std::any_of(spots.begin(), spots.end(), isNear)) continue;
     spots.push_back(anchor);
-    labels.push_back({anchor, utf8FromWide(text.text.wideText()), text.height / pixelSize, inkColor(text.color)});
+    labels.push_back(
+        {anchor, nameOfStandIn(utf8FromWide(text.text.wideText())), text.height / pixelSize, inkColor(text.color)});
   }
   return labels;
 }

@@ -22,33 +22,6 @@ constexpr std::array<code_point, 32> high1252{0x20AC, 0,      0x201A, 0x0192, 0x
                                               0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                               0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-struct NamedEncoding {
-  const char* name;
-  TextEncoding encoding;
-};
-/// The first name of each is the one that is shown.
-constexpr std::array<NamedEncoding, 14> names{{{"ASCII", TextEncoding::ascii},
-                                               {"UTF-8", TextEncoding::utf8},
-                                               {"UTF-16LE", TextEncoding::utf16LittleEndian},
-                                               {"UTF-16BE", TextEncoding::utf16BigEndian},
-                                               {"windows-1251", TextEncoding::windows1251},
-                                               {"windows-1252", TextEncoding::windows1252},
-                                               {"utf8", TextEncoding::utf8},
-                                               {"utf16le", TextEncoding::utf16LittleEndian},
-                                               {"utf16be", TextEncoding::utf16BigEndian},
-                                               {"cp1251", TextEncoding::windows1251},
-                                               {"cp1252", TextEncoding::windows1252},
-                                               {"latin1", TextEncoding::windows1252},
-                                               {"latin-1", TextEncoding::windows1252},
-                                               {"iso-8859-1", TextEncoding::windows1252}}};
-
-std::string lowerCase(std::string text) {
-  for (char& c : text) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return text;
-}
-
 bool isUtf8(std::string_view bytes) {
   for (auto at = bytes.begin(); at != bytes.end();) {
     const code_point c = Utf8::decode(at, bytes.end());
@@ -124,17 +97,6 @@ bool couldBe1251(std::string_view utf8) {
 }
 
 }  // namespace
-
-std::optional<TextEncoding> encodingByName(const std::string& name) {
-  for (const NamedEncoding& known : names) {
-    if (known.encoding != TextEncoding::ascii && lowerCase(known.name) == lowerCase(name)) return known.encoding;
-  }
-  return std::nullopt;
-}
-
-const char* encodingName(TextEncoding encoding) {
-  return std::find_if(names.begin(), names.end(), [&](const NamedEncoding& n) { return n.encoding == encoding; })->name;
-}
 
 bool isAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });

@@ -6,14 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/reading/file_reading.h"
+#include "workbench/values/file_reading.h"
 
 namespace tiepoint::workbench {
-
-/// utf-8, utf-16le, utf-16be, windows-1251, windows-1252, in any case; "iso-8859-1" and "latin1" are
-/// windows-1252, which holds them, and "cp" may stand for "windows-".
-std::optional<TextEncoding> encodingByName(const std::string& name);
-const char* encodingName(TextEncoding encoding);
 
 bool isAscii(std::string_view bytes);
 

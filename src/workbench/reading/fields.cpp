@@ -38,7 +38,7 @@ class Splitter {
     if (isRun(separator) && at == line.size()) return QuoteTrouble::none;
     while (true) {
       while (at < line.size() && isPadding(line[at], separator)) ++at;
-      Field& field = fields.add();
+      LineField& field = fields.add();
       const QuoteTrouble trouble = at < line.size() && line[at] == quote ? takeQuoted(field) : takePlain(field);
       if (trouble != QuoteTrouble::none) return trouble;
       if (at == line.size()) return QuoteTrouble::none;
@@ -65,7 +65,7 @@ class Splitter {
     }
   }
 
-  QuoteTrouble takePlain(Field& field) {
+  QuoteTrouble takePlain(LineField& field) {
     const std::size_t start = at;
     while (at < line.size() && !isSeparator(line[at], separator)) ++at;
     std::size_t end = at;
@@ -74,7 +74,7 @@ class Splitter {
     return QuoteTrouble::none;
   }
 
-  QuoteTrouble takeQuoted(Field& field) {
+  QuoteTrouble takeQuoted(LineField& field) {
     field.isQuoted = true;
     for (++at; at < line.size(); ++at) {
       if (line[at] != quote) {
@@ -102,9 +102,9 @@ class Splitter {
 
 }  // namespace
 
-Field& FieldList::add() {
+LineField& FieldList::add() {
   if (count == fields.size()) fields.emplace_back();
-  Field& field = fields[count++];
+  LineField& field = fields[count++];
   field.text.clear();
   field.isQuoted = false;
   return field;

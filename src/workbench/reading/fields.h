@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/reading/file_reading.h"
+#include "workbench/values/file_reading.h"
 
 namespace tiepoint::workbench {
 
-struct Field {
+struct LineField {
   std::string text;
   bool isQuoted = false;
 };
@@ -21,14 +21,14 @@ enum class QuoteTrouble { none, openQuote, textAfterQuote };
 class FieldList {
  public:
   std::size_t size() const { return count; }
-  const Field& operator[](std::size_t i) const { return fields[i]; }
+  const LineField& operator[](std::size_t i) const { return fields[i]; }
   void clear() { count = 0; }
-  Field& add();
+  LineField& add();
   /// Up to the last field that holds something.
   std::size_t sizeWithoutEmptyEnd() const;
 
  private:
-  std::vector<Field> fields;
+  std::vector<LineField> fields;
   std::size_t count = 0;
 };
 

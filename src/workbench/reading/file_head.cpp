@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "workbench/reading/point_line.h"
+
 namespace tiepoint::workbench {
 
 namespace {

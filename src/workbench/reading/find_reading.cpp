@@ -5,7 +5,9 @@
 #include <set>
 #include <utility>
 
+#include "workbench/reading/header_columns.h"
 #include "workbench/reading/header_line.h"
+#include "workbench/reading/point_line.h"
 
 namespace tiepoint::workbench {
 
@@ -42,7 +44,7 @@ struct Trial {
   std::size_t lines = 0;
   /// Lines with the right number of fields, whatever they hold.
   std::size_t rightCounts = 0;
-  std::optional<LineFault> firstFault;
+  std::optional<ReadingFault> firstFault;
 
   bool readsAll() const { return lines > 0 && points.size() == lines; }
 };
@@ -216,7 +218,7 @@ class Finder {
       ++trial.lines;
       SurveyPoint point;
       auto fault = reader.read(head.lines[i].text, point);
-      trial.rightCounts += !fault || fault->kind != FaultKind::fieldCount;
+      trial.rightCounts += !fault || fault->kind != ReadingFaultKind::fieldCount;
       if (!fault) {
         trial.points.push_back(std::move(point));
       } else if (!trial.firstFault) {

@@ -17,7 +17,7 @@ constexpr std::size_t fewestWords = 3;
 bool isNumberLike(const std::string& text) {
   for (const DecimalMark mark : {DecimalMark::point, DecimalMark::comma}) {
     const ReadNumber number = readNumber(text, mark);
-    if (number.isNumber || number.fault != FaultKind::notANumber) return true;
+    if (number.isNumber || number.fault != ReadingFaultKind::notANumber) return true;
   }
   return false;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench/reading/file_reading.h"
+#include "workbench/values/file_reading.h"
 
 namespace tiepoint::workbench {
 

@@ -68,9 +68,9 @@ bool isNotFiniteWord(std::string_view text) {
   return word == "nan" || word == "inf" || word == "infinity";
 }
 
-FaultKind faultOf(std::string_view text) {
-  if (isNotFiniteWord(text)) return FaultKind::notFinite;
-  return hasThousands(text) ? FaultKind::thousandsSeparator : FaultKind::notANumber;
+ReadingFaultKind faultOf(std::string_view text) {
+  if (isNotFiniteWord(text)) return ReadingFaultKind::notFinite;
+  return hasThousands(text) ? ReadingFaultKind::thousandsSeparator : ReadingFaultKind::notANumber;
 }
 
 /// An exponent, or nothing.
@@ -106,7 +106,7 @@ Shape shapeOf(std::string_view text, char mark) {
   return shape;
 }
 
-ReadNumber refused(FaultKind fault) {
+ReadNumber refused(ReadingFaultKind fault) {
   ReadNumber number;
   number.fault = fault;
   return number;
@@ -118,7 +118,7 @@ ReadNumber valueOf(std::string_view digits, bool isNegative) {
   const std::from_chars_result result = std::from_chars(digits.data(), digits.data() + digits.size(), number.value);
   const double size = std::fabs(number.value);
   if (result.ec != std::errc() || size > farthestNumber || (size > 0.0 && size < closestNumber)) {
-    return refused(FaultKind::outOfRange);
+    return refused(ReadingFaultKind::outOfRange);
   }
   number.isNumber = true;
   if (isNegative) number.value = -number.value;

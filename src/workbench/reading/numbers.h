@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "workbench/reading/file_reading.h"
-#include "workbench/reading/line_fault.h"
+#include "workbench/values/file_reading.h"
+#include "workbench/values/reading_fault.h"
 
 namespace tiepoint::workbench {
 
@@ -15,7 +15,7 @@ inline constexpr double closestNumber = 1e-200;
 struct ReadNumber {
   bool isNumber = false;
   /// Of `notANumber`, `thousandsSeparator`, `notFinite` and `outOfRange`, when it is no number.
-  FaultKind fault = FaultKind::notANumber;
+  ReadingFaultKind fault = ReadingFaultKind::notANumber;
   /// The double that is nearest to the text.
   double value = 0.0;
   /// The number is written with a decimal comma.

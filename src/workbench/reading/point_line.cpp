@@ -37,8 +37,8 @@ LineKind kindOfLine(const std::string& line, Separator separator) {
 
 PointLine::PointLine(LineReading reading_) : lineReading(std::move(reading_)) {}
 
-LineFault PointLine::faultAt(FaultKind kind, std::size_t column) const {
-  LineFault fault;
+ReadingFault PointLine::faultAt(ReadingFaultKind kind, std::size_t column) const {
+  ReadingFault fault;
   fault.kind = kind;
   fault.column = column + 1;
   fault.found = excerpt(fields[column].text);
@@ -46,18 +46,18 @@ LineFault PointLine::faultAt(FaultKind kind, std::size_t column) const {
   return fault;
 }
 
-std::optional<LineFault> PointLine::readName(std::size_t column, SurveyPoint& point) const {
-  const Field& field = fields[column];
-  if (isBlankText(field.text)) return faultAt(FaultKind::emptyName, column);
+std::optional<ReadingFault> PointLine::readName(std::size_t column, SurveyPoint& point) const {
+  const LineField& field = fields[column];
+  if (isBlankText(field.text)) return faultAt(ReadingFaultKind::emptyName, column);
   const bool mayHoldMarks = lineReading.separator != Separator::blank || field.isQuoted;
   if (!mayHoldMarks && field.text.find_first_of(",;") != std::string::npos) {
-    return faultAt(FaultKind::separatorInName, column);
+    return faultAt(ReadingFaultKind::separatorInName, column);
   }
   point.name = field.text;
   return std::nullopt;
 }
 
-std::optional<LineFault> PointLine::readNumberOf(std::size_t column, double& value) {
+std::optional<ReadingFault> PointLine::readNumberOf(std::size_t column, double& value) {
   const ReadNumber number = readNumber(fields[column].text, lineReading.decimal);
   if (!number.isNumber) return faultAt(number.fault, column);
   commaEvidence.any = commaEvidence.any || number.hasComma;
@@ -66,10 +66,10 @@ std::optional<LineFault> PointLine::readNumberOf(std::size_t column, double& val
   return std::nullopt;
 }
 
-std::optional<LineFault> PointLine::readFields(SurveyPoint& point) {
+std::optional<ReadingFault> PointLine::readFields(SurveyPoint& point) {
   const std::vector<ColumnRole>& roles = lineReading.columns.roles;
   for (std::size_t i = 0; i < roles.size(); ++i) {
-    std::optional<LineFault> fault;
+    std::optional<ReadingFault> fault;
     switch (roles[i]) {
       case ColumnRole::name:
         fault = readName(i, point);
@@ -94,18 +94,19 @@ std::optional<LineFault> PointLine::readFields(SurveyPoint& point) {
   return std::nullopt;
 }
 
-std::optional<LineFault> PointLine::read(const std::string& line, SurveyPoint& point) {
-  if (line.find('\0') != std::string::npos) return LineFault{FaultKind::zeroByte, 0, 0, {}, {}, ColumnRole::skipped};
+std::optional<ReadingFault> PointLine::read(const std::string& line, SurveyPoint& point) {
+  if (line.find('\0') != std::string::npos)
+    return ReadingFault{ReadingFaultKind::zeroByte, 0, 0, {}, {}, ColumnRole::skipped};
   const QuoteTrouble trouble = splitFields(line, lineReading.separator, fields);
   if (trouble != QuoteTrouble::none) {
-    return faultAt(trouble == QuoteTrouble::openQuote ? FaultKind::openQuote : FaultKind::textAfterQuote,
+    return faultAt(trouble == QuoteTrouble::openQuote ? ReadingFaultKind::openQuote : ReadingFaultKind::textAfterQuote,
                    fields.size() - 1);
   }
   const std::size_t wanted = lineReading.columns.roles.size();
   const bool isTooLong = !lineReading.columns.openEnded && fields.sizeWithoutEmptyEnd() > wanted;
   if (fields.size() < wanted || isTooLong) {
-    LineFault fault;
-    fault.kind = FaultKind::fieldCount;
+    ReadingFault fault;
+    fault.kind = ReadingFaultKind::fieldCount;
     fault.found = std::to_string(fields.size());
     fault.expected = std::to_string(wanted);
     return fault;

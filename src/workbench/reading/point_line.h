@@ -6,8 +6,8 @@
 #include <string>
 
 #include "workbench/reading/fields.h"
-#include "workbench/reading/file_reading.h"
-#include "workbench/reading/line_fault.h"
+#include "workbench/values/file_reading.h"
+#include "workbench/values/reading_fault.h"
 
 namespace tiepoint::workbench {
 
@@ -42,14 +42,14 @@ class PointLine {
   const LineReading& reading() const { return lineReading; }
   /// Fills `point` but for its line's number, and gives nothing; else what is wrong, the first thing
   /// from the left. Texts of the fault are bytes of the file.
-  std::optional<LineFault> read(const std::string& line, SurveyPoint& point);
+  std::optional<ReadingFault> read(const std::string& line, SurveyPoint& point);
   const CommaEvidence& commas() const { return commaEvidence; }
 
  private:
-  std::optional<LineFault> readName(std::size_t column, SurveyPoint& point) const;
-  std::optional<LineFault> readNumberOf(std::size_t column, double& value);
-  std::optional<LineFault> readFields(SurveyPoint& point);
-  LineFault faultAt(FaultKind kind, std::size_t column) const;
+  std::optional<ReadingFault> readName(std::size_t column, SurveyPoint& point) const;
+  std::optional<ReadingFault> readNumberOf(std::size_t column, double& value);
+  std::optional<ReadingFault> readFields(SurveyPoint& point);
+  ReadingFault faultAt(ReadingFaultKind kind, std::size_t column) const;
 
   LineReading lineReading;
   FieldList fields;

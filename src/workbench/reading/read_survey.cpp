@@ -15,11 +15,14 @@ namespace {
 class SurveyReader {
  public:
   SurveyReader(const CandidateReading& candidate_, const ReadingRequest& request_)
-      : candidate(candidate_), request(request_), pointLine(candidate_.lines) {
+      : candidate(candidate_),
+        request(request_),
+        unit(request_.unit.value_or(LengthUnit::metre)),
+        pointLine(candidate_.lines) {
     result.reading.lines = candidate.lines;
     result.reading.header = candidate.header;
     result.reading.headerIsComment = candidate.headerIsComment;
-    result.reading.unit = request.unit;
+    result.reading.unit = unit;
   }
 
   void takeHead(const LookedAt& seen) {
@@ -47,8 +50,8 @@ class SurveyReader {
   }
 
   void takeTooLong(std::uint64_t number) {
-    LineFault fault;
-    fault.kind = FaultKind::lineTooLong;
+    ReadingFault fault;
+    fault.kind = ReadingFaultKind::lineTooLong;
     fault.line = number;
     note(std::move(fault));
   }
@@ -80,11 +83,11 @@ class SurveyReader {
     }
     point.line = number;
     evidence.take(point.name);
-    if (result.sampleName.empty() && !isAscii(point.name)) result.sampleName = excerpt(point.name);
+    if (sampleName.empty() && !isAscii(point.name)) sampleName = excerpt(point.name);
     result.points.push_back(std::move(point));
   }
 
-  void note(LineFault fault) {
+  void note(ReadingFault fault) {
     ++result.faultCount;
     if (result.faults.size() < mostFaults) result.faults.push_back(std::move(fault));
   }
@@ -102,6 +105,7 @@ class SurveyReader {
                  std::find(possible.begin(), possible.end(), *said) != possible.end())) {
       result.encodings = {*said};
     }
+    for (const TextEncoding encoding : result.encodings) result.samples.push_back(shownText(sampleName, encoding));
     result.reading.encoding = result.encodings.front();
     return result.encodings.size() == 1;
   }
@@ -113,8 +117,8 @@ class SurveyReader {
         point.name = std::move(*name);
         continue;
       }
-      LineFault fault;
-      fault.kind = FaultKind::badEncoding;
+      ReadingFault fault;
+      fault.kind = ReadingFaultKind::badEncoding;
       fault.line = point.line;
       fault.role = ColumnRole::name;
       fault.found = excerpt(point.name);
@@ -123,9 +127,9 @@ class SurveyReader {
   }
 
   void decodeFaults() {
-    for (LineFault& fault : result.faults) fault.found = shownText(fault.found, result.reading.encoding);
+    for (ReadingFault& fault : result.faults) fault.found = shownText(fault.found, result.reading.encoding);
     std::stable_sort(result.faults.begin(), result.faults.end(),
-                     [](const LineFault& a, const LineFault& b) { return a.line < b.line; });
+                     [](const ReadingFault& a, const ReadingFault& b) { return a.line < b.line; });
   }
 
   ReadStatus statusOf(bool encodingIsDecided) const {
@@ -138,14 +142,17 @@ class SurveyReader {
   /// Weights have no unit.
   void toMetres() {
     for (SurveyPoint& point : result.points) {
-      for (double* value : {&point.x, &point.y, &point.z}) *value = metresOf(*value, request.unit);
+      for (double* value : {&point.x, &point.y, &point.z}) *value = metresOf(*value, unit);
     }
   }
 
   const CandidateReading& candidate;
   const ReadingRequest& request;
+  LengthUnit unit;
   PointLine pointLine;
   NameEvidence evidence;
+  /// The first name beyond ASCII, in the bytes of the file.
+  std::string sampleName;
   ReadSurvey result;
 };
 
@@ -158,8 +165,8 @@ ReadSurvey withStatus(ReadStatus status) {
 /// A line that is too long for a look at it is what is wrong with the file, whatever came before.
 ReadSurvey tooLongAtOnce(const TextLines& lines) {
   ReadSurvey survey = withStatus(ReadStatus::faulty);
-  LineFault fault;
-  fault.kind = FaultKind::lineTooLong;
+  ReadingFault fault;
+  fault.kind = ReadingFaultKind::lineTooLong;
   fault.line = lines.number();
   survey.faults.push_back(fault);
   survey.faultCount = 1;

@@ -7,16 +7,13 @@
 #include <optional>
 #include <string>
 
-#include "workbench/reading/file_reading.h"
+#include "workbench/values/file_reading.h"
+#include "workbench/values/reading_fault.h"
 
 namespace tiepoint::workbench {
 
 /// Writes up to `size` bytes to `into` and gives how many; 0 at the end. May throw.
 using ByteSource = std::function<std::size_t(char* into, std::size_t size)>;
-
-/// Bytes of a line, its end not counted. No survey has such lines; a file without line ends mustn't
-/// fill the memory.
-inline constexpr std::size_t longestLine = 1u << 20;
 
 /// Reads lines one after the other; keeps no more than one line and one piece of the file. A line
 /// ends at CR, LF or CR LF, in any mixture. A 0x1A at the end of the file, which DOS wrote there,

@@ -8,6 +8,10 @@ namespace {
 
 constexpr std::array options{"",
                              "FILE",
+                             "--columns",
+                             "--decimal",
+                             "--encoding",
+                             "--input-unit",
                              "--document",
                              "--base",
                              "--exclude",

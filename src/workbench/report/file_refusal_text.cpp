@@ -4,13 +4,14 @@
 
 #include "workbench/report/line_fault_text.h"
 #include "workbench/report/plain_text.h"
+#include "workbench/report/reading_refusal_text.h"
 
 namespace tiepoint::workbench {
 
 namespace {
 
 /// Of a file of points that is read.
-std::string pointFileText(const Refusal& r) {
+std::string pointFileText(const Refusal& r, FieldNames nameOf) {
   switch (r.kind) {
     case RefusalKind::pathNotUtf8:
       return printable(r.given) + ": the file's name isn't UTF-8 text; rename the file";
@@ -30,6 +31,14 @@ std::string pointFileText(const Refusal& r) {
       return r.given + ": the file changed while it was read; nothing was taken in, try again";
     case RefusalKind::noPoints:
       return fmt::format("{}: no reference points found: line 1 {}", r.given, lineFaultText(*r.fault));
+    case RefusalKind::fileAmbiguous:
+    case RefusalKind::fileNotRead:
+      return fmt::format("{}: {}", r.given, readingRefusalText(*r.reading, nameOf));
+    case RefusalKind::lineTooLong:
+      return fmt::format("{}: line {} is longer than {} bytes, so this isn't a survey file", r.given, r.count,
+                         longestLine);
+    case RefusalKind::pointsNotTaken:
+      return r.given + ": the module didn't take all of its points; is the disk full?";
     case RefusalKind::weightsLine:
       return fmt::format("{}: line {} isn't \"GROUP POINT WEIGHT\" with a weight from 0 to 1", r.given, r.count);
     case RefusalKind::cloudFileMissing:
@@ -98,7 +107,7 @@ std::string targetText(const Refusal& r, FieldNames nameOf) {
 }  // namespace
 
 std::string fileRefusalText(const Refusal& refusal, FieldNames nameOf) {
-  return refusal.kind <= RefusalKind::cloudFile ? pointFileText(refusal) : targetText(refusal, nameOf);
+  return refusal.kind <= RefusalKind::cloudFile ? pointFileText(refusal, nameOf) : targetText(refusal, nameOf);
 }
 
 }  // namespace tiepoint::workbench

@@ -4,6 +4,7 @@
 
 #include "workbench/report/line_fault_text.h"
 #include "workbench/report/plain_text.h"
+#include "workbench/report/reading_text.h"
 #include "workbench/report/worst_rows.h"
 
 namespace tiepoint::workbench {
@@ -14,6 +15,16 @@ std::string noteOf(const ImportedFile& file) {
   if (!file.stored) return "not taken in: the drawing has this group already";
   if (file.stop) return fmt::format("stopped: line {} {}", file.stop->line, lineFaultText(*file.stop));
   return "";
+}
+
+/// How the files were read that aren't in one of the module's layouts.
+std::string readingLines(const ImportReport& import, const std::vector<std::size_t>& rows) {
+  std::string text;
+  for (const std::size_t i : rows) {
+    const ImportedFile& file = import.files[i];
+    if (file.reading) text += fmt::format("  {}: {}\n", printable(file.path), readingLine(*file.reading));
+  }
+  return text;
 }
 
 }  // namespace
@@ -30,10 +41,11 @@ std::string importTable(const ImportReport& import, bool all) {
   const std::vector<std::size_t> rows = rowsToShow(badness, all);
   for (const std::size_t i : rows) {
     const ImportedFile& file = import.files[i];
-    table.add({printable(file.path), layoutInfo(file.layout).name, std::to_string(file.lines),
-               std::to_string(file.points), printable(file.group), noteOf(file)});
+    table.add({printable(file.path), file.reading ? "converted" : layoutInfo(file.layout).name,
+               std::to_string(file.lines), std::to_string(file.points), printable(file.group), noteOf(file)});
   }
-  return "Reference points\n" + table.text() + restLine(rows.size(), import.files.size(), "file");
+  return "Reference points\n" + table.text() + restLine(rows.size(), import.files.size(), "file") +
+         readingLines(import, rows);
 }
 
 std::string importText(const ImportReport& import) {

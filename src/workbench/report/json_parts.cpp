@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "workbench/report/line_fault_text.h"
+#include "workbench/report/reading_text.h"
 
 namespace tiepoint::workbench {
 
@@ -24,13 +25,41 @@ const char* moveKey(CloudMove move) {
   return "";
 }
 
+const char* separatorKey(Separator separator) {
+  switch (separator) {
+    case Separator::semicolon:
+      return "semicolon";
+    case Separator::tab:
+      return "tab";
+    case Separator::comma:
+      return "comma";
+    case Separator::blank:
+      return "blank";
+    case Separator::mixed:
+      return "mixed";
+  }
+  return "";
+}
+
+OrderedJson jsonReading(const FileReading& reading) {
+  return {{"encoding", encodingName(reading.encoding)},
+          {"mark", reading.hasMark},
+          {"separator", separatorKey(reading.lines.separator)},
+          {"decimal", reading.lines.decimal == DecimalMark::comma ? "comma" : "point"},
+          {"columns", columnsText(reading.lines.columns)},
+          {"header", reading.header},
+          {"unit", lengthUnitName(reading.unit)},
+          {"comments", reading.commentCount},
+          {"blankLines", reading.blankCount}};
+}
+
 OrderedJson jsonFile(const ImportedFile& file) {
   OrderedJson stop;
   if (file.stop) stop = {{"line", file.stop->line}, {"reason", lineFaultText(*file.stop)}};
   return {{"path", file.path},     {"layout", layoutInfo(file.layout).name},
           {"group", file.group},   {"lines", file.lines},
           {"points", file.points}, {"stored", file.stored},
-          {"stoppedAt", stop}};
+          {"stoppedAt", stop},     {"reading", file.reading ? jsonReading(*file.reading) : OrderedJson()}};
 }
 
 }  // namespace

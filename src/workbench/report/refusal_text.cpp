@@ -94,6 +94,8 @@ std::string requestText(const Refusal& r, FieldNames nameOf) {
       return fmt::format(
           "the profile's limits are {} iterations and a criterion of {}; both must be above 0 ({} and {} go over them)",
           r.count, r.value.value_or(0.0), nameOf(Field::maxIterations), nameOf(Field::convergence));
+    case RefusalKind::inputUnitGivesMetres:
+      return fmt::format("{} {}: the points come out in metres; leave --unit mm out", nameOf(r.field), r.given);
     case RefusalKind::movedNeedsApply:
       return fmt::format("{} writes moved clouds, so it needs {}", nameOf(Field::moved), nameOf(Field::apply));
     default:

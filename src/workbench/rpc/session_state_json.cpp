@@ -1,5 +1,6 @@
 #include "workbench/rpc/session_state_json.h"
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/rpc/json_values.h"
 
 namespace tiepoint::workbench {
@@ -58,8 +59,9 @@ OrderedJson toJson(const SessionState& state) {
   object.get_ref<OrderedJson::object_t&>().reserve(stateMembers);
   addMember(object, "groups", listJson(state.groups, groupJson));
   addMember(object, "points", listJson(state.points, pointJson));
-  addMember(object, "names",
-            listJson(state.names.entries(), [](const PointName& entry) { return entryJson(entry.id, entry.name); }));
+  addMember(object, "names", listJson(state.names.entries(), [](const PointName& entry) {
+              return entryJson(entry.id, nameOfStandIn(entry.name));
+            }));
   addMember(object, "unsureNames", toJson(state.unsureNames));
   addMember(object, "visibleGroups", toJson(state.visibleGroups));
   addMember(object, "registeredGroups", toJson(state.registeredGroups));

@@ -37,7 +37,8 @@ OrderedJson registerAndDeliver(RpcContext& context, const Parameters& parameters
   Progress progress;
   const ResolvedRequest resolved = resolve(context.workbench, request, findings);
   const auto survey = registerSurvey(context.workbench, resolved, findings, progress);
-  deliver(context.workbench, *survey, resolved, outputs(survey->registration, request.outputs, request.unit), progress);
+  deliver(context.workbench, *survey, resolved, outputs(survey->registration, request.outputs, resolved.request.unit),
+          progress);
   return summaryJson(survey->registration);
 }
 

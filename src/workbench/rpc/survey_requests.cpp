@@ -1,6 +1,10 @@
 #include "workbench/rpc/survey_requests.h"
 
 #include <utility>
+#include <variant>
+
+#include "workbench/reading/header_columns.h"
+#include "workbench/report/reading_text.h"
 
 namespace tiepoint::workbench {
 
@@ -48,9 +52,47 @@ Parameters membersOf(const Json& value, const std::vector<std::string>& known) {
 LayoutFiles filesFromJson(const Json& value) {
   const Parameters members = membersOf(value, {"layout", "paths"});
   LayoutFiles files;
-  if (members.has("layout")) files.layout = members.read("layout", layoutFromJson);
+  files.isNamed = members.has("layout");
+  if (files.isNamed) files.layout = members.read("layout", layoutFromJson);
   files.paths = members.read("paths", [](const Json& paths) { return elementsFromJson(paths, pathFromJson); });
   return files;
+}
+
+ColumnRequest columnsFromJson(const Json& value) {
+  if (!value.is_string()) throw BadValue("must be a string");
+  auto columns = columnRequestOf(value.get<std::string>());
+  if (const auto* fault = std::get_if<ColumnsFault>(&columns)) {
+    throw BadValue("names no columns: " + columnsFaultText(*fault));
+  }
+  return std::get<ColumnRequest>(columns);
+}
+
+DecimalMark decimalFromJson(const Json& value) {
+  return chosen<DecimalMark>(value, {{"point", DecimalMark::point}, {"comma", DecimalMark::comma}});
+}
+
+TextEncoding encodingFromJson(const Json& value) {
+  const auto encoding = value.is_string() ? encodingByName(value.get<std::string>()) : std::nullopt;
+  if (!encoding) {
+    throw BadValue("must be \"utf-8\", \"utf-16le\", \"utf-16be\", \"windows-1251\" or \"windows-1252\"");
+  }
+  return *encoding;
+}
+
+LengthUnit inputUnitFromJson(const Json& value) {
+  return chosen<LengthUnit>(value, {{"m", LengthUnit::metre},
+                                    {"mm", LengthUnit::millimetre},
+                                    {"ft", LengthUnit::foot},
+                                    {"usft", LengthUnit::usSurveyFoot}});
+}
+
+ReadingRequest readingFromJson(const Parameters& parameters) {
+  ReadingRequest reading;
+  if (parameters.has("columns")) reading.columns = parameters.read("columns", columnsFromJson);
+  if (parameters.has("decimal")) reading.decimal = parameters.read("decimal", decimalFromJson);
+  if (parameters.has("encoding")) reading.encoding = parameters.read("encoding", encodingFromJson);
+  if (parameters.has("inputUnit")) reading.unit = parameters.read("inputUnit", inputUnitFromJson);
+  return reading;
 }
 
 PointChoice choiceOf(const Parameters& members) {
@@ -121,13 +163,14 @@ auto arrayOf(const Parameters& parameters, const char* name, Convert convert) {
 }  // namespace
 
 std::vector<std::string> registrationParameters() {
-  return {"files",  "base",          "exclude",     "weights",     "weightsFile", "naming",
-          "method", "maxIterations", "convergence", "keepCluster", "unit"};
+  return {"files",       "columns", "decimal", "encoding",      "inputUnit",   "base",        "exclude", "weights",
+          "weightsFile", "naming",  "method",  "maxIterations", "convergence", "keepCluster", "unit"};
 }
 
 RegistrationRequest registrationFromJson(const Parameters& parameters) {
   RegistrationRequest request;
   request.files = arrayOf(parameters, "files", filesFromJson);
+  request.reading = readingFromJson(parameters);
   request.base = arrayOf(parameters, "base", textFromJson);
   request.exclude = arrayOf(parameters, "exclude", excludedFromJson);
   request.weights = arrayOf(parameters, "weights", weightFromJson);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "workbench/io/stand_in_names.h"
+
 namespace tiepoint::workbench {
 
 using namespace ZOR::reg;
@@ -15,7 +17,8 @@ AssignedIds::AssignedIds(const std::map<RefPointId, std::string>& assigned, cons
     if (point.record.named && wanted.count(point.name) != 0) consider(point.name, point.record.commonId, false);
   }
   for (const PointName& entry : made) {
-    if (wanted.count(entry.name) != 0) consider(entry.name, entry.id, true);
+    const std::string name = nameOfStandIn(entry.name);
+    if (wanted.count(name) != 0) consider(name, entry.id, true);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
@@ -121,7 +122,8 @@ std::size_t DrivenSession::matchByCloseness(double tolerance) {
 bool DrivenSession::takeName(RefPointId point, RefPointId other) {
   Answers out;
   GroupId group = 0;
-  const std::string name = nameFromUtf8(pointOf(state(), other).name);
+  const std::string* const known = state().names.nameOf(pointOf(state(), other).record.commonId);
+  const std::string name = known ? nameFromUtf8(*known) : moduleName(pointOf(state(), other).name);
   return session.renamePoint(point, name, group, out.inactiveGroups, out.inactivePoints);
 }
 

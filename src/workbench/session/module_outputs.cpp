@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
+#include "workbench/session/common_points_text.h"
 #include "workbench/session/staging_folder.h"
 #include "workbench/values/refusal.h"
 
@@ -34,7 +36,7 @@ std::size_t lineFeeds(const std::string& text) {
 /// stands at the end, so that a file that was cut short has fewer.
 std::size_t lineFeedsOf(const std::vector<MergedTarget>& targets) {
   std::size_t all = targets.size();
-  for (const MergedTarget& target : targets) all += lineFeeds(target.name);
+  for (const MergedTarget& target : targets) all += lineFeeds(target.moduleName);
   return all;
 }
 
@@ -63,15 +65,15 @@ std::string commonPointsContent(iMultiRegistrator& session, const std::string& n
   if (lineFeeds(content) != lineFeedsOf(targets)) {
     refuse(RefusalKind::commonPointsCutShort, Field::commonPoints, path);
   }
-  return content;
+  return commonPointsText(content);
 }
 
 std::map<std::string, std::string> matrixContents(iMultiRegistrator& session, MatrixFormat format,
-                                                  const std::vector<std::string>& fileNames) {
+                                                  const std::vector<std::string>& groups) {
   const StagingFolder staging;
   session.saveAllMatrices(staging.path(), format == MatrixFormat::trf ? trfFormat : fourByFourFormat);
   std::map<std::string, std::string> contents;
-  for (const std::string& name : fileNames) contents.emplace(name, staging.content(name));
+  for (const std::string& group : groups) contents.emplace(group, staging.content(standInGroupName(group) + ".txt"));
   return contents;
 }
 
@@ -92,7 +94,7 @@ std::string reportContent(iMultiRegistrator& session, ReportKind kind, const Ses
   session.saveReport(staging.file("report.html"), htmlFormat);
   std::string content = staging.content("report.html");
   if (!endsWithLine(content, reportEnd)) refuse(RefusalKind::reportCutShort, Field::report, path);
-  return content;
+  return nameOfStandIn(content);
 }
 
 }  // namespace tiepoint::workbench

@@ -16,10 +16,10 @@ namespace tiepoint::workbench {
 std::string commonPointsContent(ZOR::reg::iMultiRegistrator& session, const std::string& name, const std::string& path,
                                 const std::vector<MergedTarget>& targets);
 
-/// The matrices of the groups that have one, in a format of the module's (not `plain`), by group name
-/// with the ending ".txt"; a file that the module hasn't written is empty.
+/// The matrices of the groups that have one, in a format of the module's (not `plain`), by group name;
+/// a file that the module hasn't written is empty.
 std::map<std::string, std::string> matrixContents(ZOR::reg::iMultiRegistrator& session, MatrixFormat format,
-                                                  const std::vector<std::string>& fileNames);
+                                                  const std::vector<std::string>& groups);
 /// The module has written such a matrix to its end.
 bool isWholeMatrix(const std::string& content);
 

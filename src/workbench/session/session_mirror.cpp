@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
@@ -41,7 +42,7 @@ SessionGroup& SessionMirror::groupOf(GroupId id) {
 
 bool SessionMirror::learnGroups(const std::map<GroupId, std::string>& groups) {
   const std::size_t known = current.groups.size();
-  for (const auto& [id, name] : groups) groupOf(id).name = utf8FromName(name);
+  for (const auto& [id, name] : groups) groupOf(id).name = nameOfModule(name);
   return current.groups.size() > known;
 }
 
@@ -121,7 +122,7 @@ void SessionMirror::setWeight(const RefPointIdSet& points, double weight) {
 void SessionMirror::showName(SessionPoint& point) {
   const std::string* name = current.names.nameOf(point.record.commonId);
   if (!name) mayHoldNameless = true;
-  point.name = name ? *name : std::string();
+  point.name = name ? nameOfStandIn(*name) : std::string();
 }
 
 void SessionMirror::nameTheNameless() {
@@ -138,7 +139,7 @@ void SessionMirror::setNames(const std::list<NamedId>& names) {
 }
 
 void SessionMirror::renameGroup(GroupId group, const std::string& newName) {
-  groupOf(group).name = utf8FromName(newName);
+  groupOf(group).name = nameOfModule(newName);
 }
 
 void SessionMirror::renamePoint(RefPointId id, const std::string& newName) {
@@ -166,7 +167,7 @@ void SessionMirror::assignNames(const std::map<RefPointId, std::string>& assigne
     if (point.record.autoNamed) automatic.insert(point.record.commonId);
   }
   std::map<RefPointId, std::string> texts;
-  for (const auto& [id, name] : assigned) texts.emplace_hint(texts.end(), id, utf8FromName(name));
+  for (const auto& [id, name] : assigned) texts.emplace_hint(texts.end(), id, nameOfModule(name));
   const std::vector<PointName> made = entriesOf(names, current.names.entries().size());
   const AssignedIds ids(texts, current.points, made);
 
@@ -241,7 +242,7 @@ void SessionMirror::setTolerances(double distance, double triangleSide, double t
 
 void SessionMirror::setClouds(const std::list<NamedId>& clouds) {
   current.clouds.clear();
-  for (const NamedId& cloud : clouds) current.clouds.push_back({cloud.id, utf8FromName(cloud.name)});
+  for (const NamedId& cloud : clouds) current.clouds.push_back({cloud.id, nameOfModule(cloud.name)});
 }
 
 }  // namespace tiepoint::workbench

@@ -1,6 +1,7 @@
 #include "workbench/session/solved_transforms.h"
 
 #include "workbench/clouds/drawing_clouds.h"
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/session/scratch_document.h"
 #include "workbench/session/stored_groups.h"
@@ -20,7 +21,8 @@ std::vector<MergedTarget> storedTargets(const OdDbDatabase& database) {
   std::vector<MergedTarget> targets;
   for (const StoredGroup& group : storedGroups(database)) {
     for (const ZOR::_StoredPoint& point : group.points()) {
-      targets.push_back({utf8FromWide(point.name.wideText()), {point.x, point.y, point.z}, point.w});
+      const std::string inModule = utf8FromWide(point.name.wideText());
+      targets.push_back({nameOfStandIn(inModule), inModule, {point.x, point.y, point.z}, point.w});
     }
   }
   return targets;

@@ -3,7 +3,7 @@
 #include "platform/pointclouds/points_repository.h"
 #include "platform/sdk/od_db_dictionary.h"
 #include "records/ref_point.h"
-#include "workbench/io/text_encoding.h"
+#include "workbench/io/stand_in_names.h"
 
 namespace tiepoint::workbench {
 
@@ -22,12 +22,12 @@ std::vector<StoredGroup> storedGroups(const OdDbDatabase& database) {
 }
 
 bool storeGroup(OdDbDatabase& database, const StationPoints& station) {
-  const OdString name(nameFromUtf8(station.name));
+  const OdString name(moduleGroupName(station.name));
   ZOR::StoredPointArray points;
   for (const MeasuredPoint& point : station.points) {
     const std::string pointName = point.name.empty() ? std::string(ZOR::reg::unidentifiedName) : point.name;
     points.append(
-        {OdString(nameFromUtf8(pointName)), point.position.x, point.position.y, point.position.z, point.weight});
+        {OdString(moduleName(pointName)), point.position.x, point.position.y, point.position.z, point.weight});
   }
   const OdDbDictionaryPtr dictionary(
       Repository::createRegistrationPointsDictionary(database).safeOpenObject(OdDb::kForWrite));

@@ -21,8 +21,8 @@ struct StoredGroup {
 /// What is stored, in the order of entry; not a session's view.
 std::vector<StoredGroup> storedGroups(const OdDbDatabase& database);
 
-/// Stores a station as a group; false when the name is taken. Throws EncodingError for a name that has no
-/// form in windows-1251. Inside a transaction.
+/// Stores a station as a group; false when the name is taken. Throws EncodingError for a name that isn't
+/// UTF-8. Inside a transaction.
 bool storeGroup(OdDbDatabase& database, const StationPoints& station);
 
 /// Takes groups out of the drawing; those that it doesn't hold are passed over. Inside a transaction.

@@ -4,11 +4,12 @@
 #include <boost/filesystem.hpp>
 #include <set>
 
-#include "platform/sdk/od_code_page.h"
 #include "workbench/clouds/moved_cloud.h"
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/survey/output_targets.h"
 #include "workbench/values/refusal.h"
+#include "workbench/values/session_state.h"
 
 namespace tiepoint::workbench {
 
@@ -66,7 +67,8 @@ std::vector<CloudRequest> cloudsToAdd(const std::vector<CloudRequest>& requests)
 
 void addClouds(OdDbDatabase& database, const std::vector<CloudRequest>& clouds) {
   for (const CloudRequest& cloud : clouds) {
-    const std::wstring name = wideFromUtf8(cloud.name);
+    // By its name it finds its group, which stands in the drawing under such a name too.
+    const std::wstring name = wideFromUtf8(standInGroupName(cloud.name));
     const std::wstring source = wideFromUtf8(cloud.path);
     if (addCloud(database, name, source)) continue;
     for (const DrawingCloud& known : cloudsOf(database)) {
@@ -82,7 +84,7 @@ std::vector<CloudReport> cloudsIn(const OdDbDatabase& database) {
   std::vector<CloudReport> reports;
   for (const DrawingCloud& cloud : cloudsOf(database)) {
     CloudReport report;
-    report.name = utf8FromWide(cloud.name);
+    report.name = nameOfStandIn(utf8FromWide(cloud.name));
     report.source = utf8FromWide(cloud.source);
     report.matrix = cloud.matrix;
     reports.push_back(std::move(report));
@@ -92,9 +94,9 @@ std::vector<CloudReport> cloudsIn(const OdDbDatabase& database) {
 
 std::vector<CloudReport> plannedMoves(const OdDbDatabase& database, const std::vector<GroupOutcome>& groups) {
   std::vector<CloudReport> reports = cloudsIn(database);
-  // The module knows both names in windows-1251 only.
-  for (CloudReport& report : reports) {
-    report.move = plannedMove(utf8FromName(odToNarrow(wideFromUtf8(report.name))), groups);
+  const std::vector<DrawingCloud> clouds = cloudsOf(database);
+  for (std::size_t i = 0; i < reports.size(); ++i) {
+    reports[i].move = plannedMove(sessionNameOfStored(clouds[i].name), groups);
   }
   return reports;
 }

@@ -4,6 +4,7 @@
 #include <boost/filesystem/path.hpp>
 #include <map>
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/session/module_outputs.h"
 #include "workbench/session/shown_groups.h"
@@ -22,7 +23,7 @@ bool isPlain(const OutputRequest& outputs) {
 
 /// A matrix and the group that it is of.
 struct MatrixFile {
-  std::string name;
+  std::string group;
   OutputTarget target;
 };
 
@@ -34,11 +35,10 @@ std::vector<MatrixFile> matrixFiles(const Registration& registration, const Outp
     // The module has no transformation of a base.
     const bool isExpected = isPlain(outputs) ? group.motion().has_value() : group.toCommon.has_value();
     if (!isExpected) continue;
-    if (!fs::windows_name(nameFromUtf8(group.name))) {
+    if (!fs::windows_name(group.name)) {
       throw Refused({RefusalKind::groupNotPortable, Field::matrices, outputs.matrices, group.name});
     }
-    const std::string name = group.name + ".txt";
-    files.push_back({name, {Field::matrices, joinedPath(outputs.matrices, name)}});
+    files.push_back({group.name, {Field::matrices, joinedPath(outputs.matrices, group.name + ".txt")}});
   }
   return files;
 }
@@ -97,7 +97,7 @@ class Delivery {
 
   void storeTargets() {
     const std::string& name = resolved.request.changes.store;
-    if (!survey.session().operations().storeCommonPoints(nameFromUtf8(name))) {
+    if (!survey.session().operations().storeCommonPoints(moduleGroupName(name))) {
       throw Refused({RefusalKind::storeNameForbidden, Field::store, name});
     }
     registration.storedGroup = name;
@@ -133,11 +133,11 @@ class Delivery {
   /// The module writes all of them at once.
   std::string moduleMatrix(const MatrixFile& matrix) {
     if (moduleMatrices.empty()) {
-      std::vector<std::string> names;
-      for (const MatrixFile& file : matrices) names.push_back(file.name);
-      moduleMatrices = matrixContents(survey.session().operations(), *wanted.matrixFormat, names);
+      std::vector<std::string> groups;
+      for (const MatrixFile& file : matrices) groups.push_back(file.group);
+      moduleMatrices = matrixContents(survey.session().operations(), *wanted.matrixFormat, groups);
     }
-    std::string content = moduleMatrices.at(matrix.name);
+    std::string content = moduleMatrices.at(matrix.group);
     if (!isWholeMatrix(content)) {
       throw Refused({RefusalKind::matrixCutShort, Field::matrices, matrix.target.path});
     }

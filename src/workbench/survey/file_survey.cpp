@@ -5,6 +5,7 @@
 #include <boost/filesystem/fstream.hpp>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 
 #include "workbench/io/text_encoding.h"
 #include "workbench/values/refusal.h"
@@ -17,10 +18,18 @@ namespace {
 
 constexpr std::size_t pieceSize = 1u << 16;
 constexpr std::size_t longestExcerpt = 4096;
+/// In UTF-16 a line has twice the bytes.
+constexpr std::size_t longestByteLine = 2 * longestLine;
 
 [[noreturn]] void refuse(RefusalKind kind, const std::string& path, const std::string& cause = {}) {
   Refusal refusal{kind, Field::files, path};
   refusal.cause = cause;
+  throw Refused(std::move(refusal));
+}
+
+[[noreturn]] void refuseLongLine(const std::string& path, std::uint64_t line) {
+  Refusal refusal{RefusalKind::lineTooLong, Field::files, path};
+  refusal.count = line;
   throw Refused(std::move(refusal));
 }
 
@@ -46,10 +55,18 @@ class Surveyor {
       found.lastLineWithText = found.lines;
     }
     if (byte >= 0x80 || pendingBytes > 0) takeUtf8(byte);
+    found.mayHoldStandIns = found.mayHoldStandIns || (previous == '_' && byte == 'x');
+    previous = byte;
+    lineLength = byte == '\n' || byte == '\r' ? 0 : lineLength + 1;
+    tooLong = tooLong || lineLength > longestByteLine;
   }
+
+  /// A line that nobody is to keep in memory has begun.
+  bool isTooLong() const { return tooLong; }
 
   FileSurvey result() const {
     FileSurvey survey = found;
+    survey.isBeyondAscii = beyondAscii;
     survey.isUtf8BeyondAscii = beyondAscii && utf8 && pendingBytes == 0;
     return survey;
   }
@@ -76,6 +93,9 @@ class Surveyor {
   bool beyondAscii = false;
   bool utf8 = true;
   int pendingBytes = 0;
+  unsigned char previous = 0;
+  std::size_t lineLength = 0;
+  bool tooLong = false;
 };
 
 ByteOrderMark markOf(const std::string& head) {
@@ -120,12 +140,25 @@ FileSurvey surveyFile(const std::string& path) {
   readPieces(file, path, [&](std::string_view piece) {
     if (head.empty()) head = piece.substr(0, 3);
     for (const char c : piece) surveyor.take(static_cast<unsigned char>(c));
-    return true;
+    return !surveyor.isTooLong();
   });
   if (head.empty()) refuse(RefusalKind::fileEmpty, path);
   FileSurvey survey = surveyor.result();
+  if (surveyor.isTooLong()) refuseLongLine(path, survey.lines);
   survey.mark = markOf(head);
   return survey;
+}
+
+ByteSource bytesOfFile(const std::string& path) {
+  const fs::path file = plainFile(path);
+  errno = 0;
+  const auto in = std::make_shared<fs::ifstream>(file, std::ios::binary);
+  if (!*in) refuse(RefusalKind::fileUnreadable, path, errno == 0 ? "" : std::strerror(errno));
+  return [in, path](char* into, std::size_t size) {
+    in->read(into, static_cast<std::streamsize>(size));
+    if (in->bad()) refuse(RefusalKind::fileCutShort, path);
+    return static_cast<std::size_t>(in->gcount());
+  };
 }
 
 std::string lineOfFile(const std::string& path, std::uint64_t number) {

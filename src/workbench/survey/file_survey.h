@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+#include "workbench/reading/text_lines.h"
+
 namespace tiepoint::workbench {
 
 enum class ByteOrderMark { none, utf8, utf16 };
@@ -19,14 +21,23 @@ struct FileSurvey {
   ByteOrderMark mark = ByteOrderMark::none;
   /// The file holds bytes above 0x7F, and all of it is UTF-8.
   bool isUtf8BeyondAscii = false;
+  /// The file holds bytes above 0x7F.
+  bool isBeyondAscii = false;
+  /// The file holds "_x", with which the stand-in of a character may begin.
+  bool mayHoldStandIns = false;
 };
 
 /// Throws Refused as surveyFile does for what isn't the path of a plain file, without reading it.
 void requirePlainFile(const std::string& path);
 
 /// Reads the whole file in pieces. `path` is UTF-8. Throws Refused (of a class `file`) when
-/// the path isn't UTF-8, or the file is missing, isn't a plain file, can't be read, or is empty.
+/// the path isn't UTF-8, or the file is missing, isn't a plain file, can't be read, is empty, or has a
+/// line too long to be kept.
 FileSurvey surveyFile(const std::string& path);
+
+/// The bytes of such a file, which is opened at once and is read as it is asked for. Throws as above,
+/// now or when it is asked.
+ByteSource bytesOfFile(const std::string& path);
 
 /// The line of that number (from 1), without its line feed; no more than the first 4096 bytes of
 /// it. Empty when the file has no such line.

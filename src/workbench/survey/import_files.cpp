@@ -1,14 +1,17 @@
 #include "workbench/survey/import_files.h"
 
+#include <algorithm>
 #include <boost/filesystem/path.hpp>
 #include <map>
 
 #include "platform/sdk/od_code_page.h"
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/session/scratch_document.h"
 #include "workbench/session/stored_groups.h"
 #include "workbench/survey/file_survey.h"
 #include "workbench/survey/line_faults.h"
+#include "workbench/survey/staged_file.h"
 #include "workbench/values/refusal.h"
 #include "workbench/values/session_state.h"
 
@@ -26,9 +29,11 @@ std::wstring groupOf(const std::string& path) {
   }
 }
 
+using PointCounts = std::map<std::wstring, std::uint64_t>;
+
 /// How many points each group of the drawing holds, by the group's name.
-std::map<std::wstring, std::uint64_t> pointCounts(Workbench& workbench) {
-  std::map<std::wstring, std::uint64_t> counts;
+PointCounts pointCounts(Workbench& workbench) {
+  PointCounts counts;
   const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
   for (const StoredGroup& group : storedGroups(*database)) counts.emplace(group.name, group.points().size());
   return counts;
@@ -41,7 +46,7 @@ std::vector<std::string> runCommand(Workbench& workbench, const std::vector<Layo
     answer.layout = run.layout;
     answer.paths = run.paths;
     for (const std::wstring& message : workbench.runCommand(importCommand, answer)) {
-      messages.push_back(utf8FromWide(message));
+      messages.push_back(nameOfStandIn(utf8FromWide(message)));
     }
   }
   return messages;
@@ -75,7 +80,8 @@ void findMarks(const ImportedFile& file, const FileSurvey& survey, std::size_t a
 ImportedFile describeFile(const std::string& path, Layout layout, const FileSurvey& survey, std::uint64_t points) {
   ImportedFile file;
   file.path = path;
-  file.group = utf8FromWide(groupOf(path));
+  file.storedGroup = groupOf(path);
+  file.group = utf8FromWide(file.storedGroup);
   file.layout = layout;
   file.lines = survey.lines;
   file.points = points;
@@ -109,9 +115,9 @@ std::vector<FileSurvey> surveyAll(const std::vector<LayoutFiles>& runs) {
 /// After the command has run: a file that couldn't be opened, or that ends elsewhere than before, is
 /// lost without a word.
 void requireStored(Workbench& workbench, const ImportReport& import) {
-  const auto counts = pointCounts(workbench);
+  const PointCounts counts = pointCounts(workbench);
   for (const ImportedFile& file : import.files) {
-    const auto count = counts.find(groupOf(file.path));
+    const auto count = counts.find(file.storedGroup);
     if (!file.stored || (count != counts.end() && count->second == file.points)) continue;
     throw Refused({RefusalKind::fileChanged, Field::files, file.path});
   }
@@ -125,9 +131,9 @@ KnownNames storedNames(Workbench& workbench) {
   if (!document) return names;
   const OdDbDatabasePtr database = document->database();
   for (const StoredGroup& group : storedGroups(*database)) {
-    std::vector<std::string>& points = names.pointsOf(sessionName(utf8FromWide(group.name)));
+    std::vector<std::string>& points = names.pointsOf(sessionNameOfStored(group.name));
     for (const ZOR::_StoredPoint& point : group.points()) {
-      points.push_back(sessionName(utf8FromWide(point.name.wideText())));
+      points.push_back(sessionNameOfStored(point.name.wideText()));
     }
   }
   return names;
@@ -157,15 +163,9 @@ namespace {
 /// How many files begin with each name that a mark became part of.
 class MarkedNames {
  public:
-  MarkedNames(const std::vector<LayoutFiles>& runs, const std::vector<FileSurvey>& surveys, const KnownNames& names_)
-      : names(names_) {
-    auto survey = surveys.begin();
-    for (const LayoutFiles& run : runs) {
-      for (const std::string& path : run.paths) {
-        if (hasMarkInName(run.layout, *survey++)) ++counts[firstOf(path)];
-      }
-    }
-  }
+  explicit MarkedNames(const KnownNames& names_) : names(names_) {}
+
+  void add(const std::string& path) { ++counts[firstOf(path)]; }
 
   std::size_t alike(const std::string& path) const {
     const auto count = counts.find(firstOf(path));
@@ -174,7 +174,7 @@ class MarkedNames {
 
  private:
   std::string firstOf(const std::string& path) const {
-    const std::vector<std::string>* const points = names.find(sessionName(utf8FromWide(groupOf(path))));
+    const std::vector<std::string>* const points = names.find(sessionNameOfStored(groupOf(path)));
     return points && !points->empty() ? points->front() : "";
   }
 
@@ -182,34 +182,125 @@ class MarkedNames {
   std::map<std::string, std::size_t> counts;
 };
 
+/// What a file gave when the module read it as it is.
+struct PlainReading {
+  FileSurvey survey;
+  std::uint64_t points = 0;
+};
+
+/// Decides for each file what the module is to read, and describes what it gives.
+class Rehearsal {
+ public:
+  explicit Rehearsal(const ReadingRequest& request_) : request(request_) {}
+
+  void take(const LayoutFiles& run, const std::string& path, const PlainReading& plain) {
+    SurveyFile file{path, utf8FromWide(groupOf(path)), run.layout, run.isNamed, false, plain.survey};
+    file.moduleReadsAll = plain.points > 0 && plain.points >= plain.survey.lastLineWithText;
+    if (const auto staged = stageSurvey(file, request, result.files.folder)) return takeStaged(path, *staged);
+    plainFiles.push_back({result.report.files.size(), plain.survey});
+    result.report.files.push_back(describeFile(path, run.layout, plain.survey, plain.points));
+    addToRun(run.layout, path);
+  }
+
+  /// What is worth a word of the files that the module reads as they are. `names` are those that it read.
+  void describePlainFiles(const KnownNames& names, Findings& findings) const {
+    MarkedNames marked(names);
+    for (const PlainFile& plain : plainFiles) {
+      const ImportedFile& file = result.report.files[plain.index];
+      if (hasMarkInName(file.layout, plain.survey)) marked.add(file.path);
+    }
+    for (const PlainFile& plain : plainFiles) {
+      const ImportedFile& file = result.report.files[plain.index];
+      findMarks(file, plain.survey, marked.alike(file.path), findings);
+      findStop(file, findings);
+    }
+  }
+
+  ImportRehearsal finish() { return std::move(result); }
+
+ private:
+  void takeStaged(const std::string& path, const StagedFile& staged) {
+    ImportedFile file;
+    file.path = path;
+    file.group = utf8FromWide(groupOf(path));
+    file.storedGroup = groupOf(staged.path);
+    file.layout = staged.layout;
+    file.lines = staged.reading.lineCount;
+    file.points = staged.reading.pointCount;
+    file.reading = staged.reading;
+    result.report.files.push_back(std::move(file));
+    addToRun(staged.layout, staged.path);
+  }
+
+  void addToRun(Layout layout, const std::string& path) {
+    std::vector<LayoutFiles>& runs = result.files.runs;
+    auto run = std::find_if(runs.begin(), runs.end(), [&](const LayoutFiles& r) { return r.layout == layout; });
+    if (run == runs.end()) run = runs.insert(runs.end(), LayoutFiles{layout, {}, true});
+    run->paths.push_back(path);
+  }
+
+  struct PlainFile {
+    /// Among the report's files.
+    std::size_t index = 0;
+    FileSurvey survey;
+  };
+
+  const ReadingRequest& request;
+  std::vector<PlainFile> plainFiles;
+  ImportRehearsal result;
+};
+
+/// What an empty drawing holds once it has taken the files in.
+struct Trial {
+  std::vector<std::string> messages;
+  KnownNames names;
+  PointCounts counts;
+};
+
+Trial tryImport(Workbench& workbench, const std::vector<LayoutFiles>& runs) {
+  const ScratchDocument scratch(workbench);
+  std::vector<std::string> messages = runCommand(workbench, runs);
+  return {std::move(messages), storedNames(workbench), pointCounts(workbench)};
+}
+
+/// The module has read every point of the files that were made for it.
+void requirePoints(const PointCounts& counts, const ImportReport& import) {
+  for (const ImportedFile& file : import.files) {
+    const auto count = counts.find(file.storedGroup);
+    if (!file.reading || (count != counts.end() && count->second == file.points)) continue;
+    throw Refused({RefusalKind::pointsNotTaken, Field::files, file.path});
+  }
+}
+
 }  // namespace
 
-ImportRehearsal rehearseImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, Findings& findings) {
+ImportRehearsal rehearseImport(Workbench& workbench, const std::vector<LayoutFiles>& runs,
+                               const ReadingRequest& request, Findings& findings) {
   const std::vector<FileSurvey> surveys = surveyAll(runs);
-  const ScratchDocument scratch(workbench);
-  ImportRehearsal rehearsal;
-  rehearsal.report.messages = runCommand(workbench, runs);
-  rehearsal.names = storedNames(workbench);
-  const auto counts = pointCounts(workbench);
-  const MarkedNames marked(runs, surveys, rehearsal.names);
+  Trial plain = tryImport(workbench, runs);
+  Rehearsal rehearsal(request);
   auto survey = surveys.begin();
   for (const LayoutFiles& run : runs) {
     for (const std::string& path : run.paths) {
-      const auto count = counts.find(groupOf(path));
-      const std::uint64_t points = count == counts.end() ? 0 : count->second;
-      rehearsal.report.files.push_back(describeFile(path, run.layout, *survey, points));
-      findMarks(rehearsal.report.files.back(), *survey++, marked.alike(path), findings);
-      findStop(rehearsal.report.files.back(), findings);
+      const auto count = plain.counts.find(groupOf(path));
+      rehearsal.take(run, path, {*survey++, count == plain.counts.end() ? 0 : count->second});
     }
   }
-  return rehearsal;
+  rehearsal.describePlainFiles(plain.names, findings);
+  ImportRehearsal result = rehearsal.finish();
+  if (result.files.folder) {
+    plain = tryImport(workbench, result.files.runs);
+    requirePoints(plain.counts, result.report);
+  }
+  result.report.messages = std::move(plain.messages);
+  result.names = std::move(plain.names);
+  return result;
 }
 
-void carryOutImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, ImportReport& import,
-                    Findings& findings) {
-  const auto before = pointCounts(workbench);
-  for (ImportedFile& file : import.files) file.stored = before.count(groupOf(file.path)) == 0;
-  import.messages = runCommand(workbench, runs);
+void carryOutImport(Workbench& workbench, const ModuleFiles& files, ImportReport& import, Findings& findings) {
+  const PointCounts before = pointCounts(workbench);
+  for (ImportedFile& file : import.files) file.stored = before.count(file.storedGroup) == 0;
+  import.messages = runCommand(workbench, files.runs);
   try {
     requireStored(workbench, import);
   } catch (const Refused&) {
@@ -224,7 +315,7 @@ void carryOutImport(Workbench& workbench, const std::vector<LayoutFiles>& runs, 
 void undoImport(Workbench& workbench, const ImportReport& import) {
   std::vector<std::wstring> groups;
   for (const ImportedFile& file : import.files) {
-    if (file.stored) groups.push_back(groupOf(file.path));
+    if (file.stored) groups.push_back(file.storedGroup);
   }
   const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
   workbench.inTransaction([&] { removeGroups(*database, groups); });

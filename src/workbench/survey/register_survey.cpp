@@ -103,7 +103,7 @@ class TakenIn {
     madeDrawing = !workbench.activeDocument();
     makeDrawing(workbench, document);
     try {
-      carryOutImport(workbench, resolved.request.files, report, findings);
+      carryOutImport(workbench, resolved.files, report, findings);
     } catch (const Refused&) {
       undo();
       throw;

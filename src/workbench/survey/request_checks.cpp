@@ -53,6 +53,11 @@ void checkNaming(const NamingRequest& naming) {
   requireLength(naming.limit, Field::namingLimit);
 }
 
+void checkUnit(const RegistrationRequest& request) {
+  if (!request.reading.unit || request.unit != Unit::millimetre) return;
+  throw Refused({RefusalKind::inputUnitGivesMetres, Field::inputUnit, lengthUnitName(*request.reading.unit)});
+}
+
 void checkWeights(const RegistrationRequest& request) {
   for (const WeightChoice& choice : request.weights) {
     if (choice.weight >= 0.0 && choice.weight <= 1.0) continue;
@@ -67,6 +72,7 @@ void checkWeights(const RegistrationRequest& request) {
 void checkRequest(const RegistrationRequest& request) {
   checkMethod(request);
   checkNaming(request.naming);
+  checkUnit(request);
   checkWeights(request);
   const OutputRequest& outputs = request.outputs;
   requireBeside(outputs.matrixFormat && outputs.matrices.empty(), Field::matrixFormat, Field::matrices);

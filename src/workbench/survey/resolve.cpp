@@ -3,6 +3,7 @@
 #include <boost/filesystem.hpp>
 #include <boost/filesystem/path.hpp>
 
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/survey/cloud_moves.h"
 #include "workbench/survey/file_survey.h"
@@ -37,8 +38,8 @@ CommonPointsTarget commonPointsTarget(const std::string& file, const Replacing& 
   const fs::path path(wideFromUtf8(file));
   const std::string name = withoutEnding(path.filename().string());
   const std::string whole = (path.parent_path() / fs::path(wideFromUtf8(name + ending))).string();
-  CommonPointsTarget common{nameFromUtf8(name), {Field::commonPoints, whole, file}};
-  if (!fs::windows_name(common.name)) {
+  CommonPointsTarget common{moduleGroupName(name), {Field::commonPoints, whole, file}};
+  if (!fs::windows_name(name)) {
     throw Refused({RefusalKind::nameNotPortable, Field::commonPoints, file, name});
   }
   requireFolder({Field::commonPoints, file});
@@ -109,6 +110,7 @@ ResolvedRequest resolve(Workbench& workbench, const RegistrationRequest& request
   checkRequest(request);
   ResolvedRequest resolved;
   resolved.request = request;
+  if (request.reading.unit) resolved.request.unit = Unit::metre;
   resolved.clouds = cloudsToAdd(request.changes.clouds);
   resolveTargets(resolved);
   openDrawing(workbench, request.document, !request.files.empty());
@@ -121,8 +123,9 @@ ResolvedRequest resolve(Workbench& workbench, const RegistrationRequest& request
   resolved.weights.insert(resolved.weights.end(), request.weights.begin(), request.weights.end());
   KnownNames ofFiles;
   if (!request.files.empty()) {
-    ImportRehearsal rehearsal = rehearseImport(workbench, request.files, findings);
+    ImportRehearsal rehearsal = rehearseImport(workbench, request.files, request.reading, findings);
     resolved.import = std::move(rehearsal.report);
+    resolved.files = std::move(rehearsal.files);
     ofFiles = std::move(rehearsal.names);
   }
   const KnownNames names = namesToCome(workbench, ofFiles);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "workbench/host/workbench.h"
+#include "workbench/survey/import_files.h"
 #include "workbench/survey/output_targets.h"
 #include "workbench/values/finding.h"
 #include "workbench/values/registration_request.h"
@@ -33,6 +34,7 @@ struct ResolvedRequest {
   Replacing replacing;
   /// Of the rehearsal.
   ImportReport import;
+  ModuleFiles files;
 };
 
 /// Reads the files and opens the drawing where it is there; makes and changes nothing. A point that only

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/values/file_reading.h"
 #include "workbench/values/layouts.h"
 
 namespace tiepoint::workbench {
@@ -15,6 +16,8 @@ struct LayoutFiles {
   Layout layout = Layout::nxyz;
   /// UTF-8.
   std::vector<std::string> paths;
+  /// The user has named the layout: a file that doesn't fit it isn't read in any other way.
+  bool isNamed = false;
 };
 
 enum class LineFaultKind {
@@ -55,10 +58,14 @@ struct ImportedFile {
   std::string path;
   /// The group's name: the file's name without its last ending.
   std::string group;
+  /// The same in the drawing, where a stand-in carries what windows-1251 lacks.
+  std::wstring storedGroup;
   Layout layout = Layout::nxyz;
   std::uint64_t lines = 0;
   /// Points that the file gives.
   std::uint64_t points = 0;
+  /// What the workbench read it as, when the module couldn't take it as it is.
+  std::optional<FileReading> reading;
   /// Where the reading ended before the end.
   std::optional<LineFault> stop;
   /// False when the drawing had a group of that name already, which was left as it is.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "workbench/values/import_report.h"
+#include "workbench/values/reading_outcome.h"
 
 namespace tiepoint::workbench {
 
@@ -15,6 +16,10 @@ namespace tiepoint::workbench {
 enum class Field {
   none,
   files,
+  columns,
+  decimal,
+  encoding,
+  inputUnit,
   document,
   base,
   exclude,
@@ -70,6 +75,7 @@ enum class RefusalKind {
   noSuchCluster,
   noClusters,
   movedNeedsApply,
+  inputUnitGivesMetres,
   groupTwice,
   cloudTwice,
   // --- Files that are read.
@@ -82,6 +88,11 @@ enum class RefusalKind {
   fileEmpty,
   fileChanged,
   noPoints,
+  /// See `reading`.
+  fileAmbiguous,
+  fileNotRead,
+  lineTooLong,
+  pointsNotTaken,
   weightsLine,
   cloudFileMissing,
   cloudFile,
@@ -132,6 +143,7 @@ struct Refusal {
   std::optional<double> value = std::nullopt;
   std::uint64_t count = 0;
   std::optional<LineFault> fault = std::nullopt;
+  std::optional<ReadingOutcome> reading = std::nullopt;
 };
 
 /// For programs, such as "no-such-group".

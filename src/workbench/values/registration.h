@@ -73,8 +73,9 @@ struct PointOutcome {
 
 /// A target, merged from all groups that saw it.
 struct MergedTarget {
-  /// UTF-8.
+  /// UTF-8; as it was written, and as the module has it.
   std::string name;
+  std::string moduleName;
   OdGePoint3d position;
   double weight = 0.0;
 };

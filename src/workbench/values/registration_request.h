@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "workbench/values/import_report.h"
+#include "workbench/values/reading_request.h"
 
 namespace tiepoint::workbench {
 
@@ -78,6 +79,7 @@ struct OutputRequest {
 struct RegistrationRequest {
   /// One run for each layout, in order.
   std::vector<LayoutFiles> files = {};
+  ReadingRequest reading = {};
   /// Empty: a drawing in memory.
   std::string document = {};
   /// Further files that no result may replace, such as the profile.

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "platform/sdk/od_code_page.h"
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 
 namespace tiepoint::workbench {
@@ -15,6 +16,8 @@ const SessionGroup& SessionState::group(ZOR::reg::GroupId id) const {
   return *found;
 }
 
-std::string sessionName(const std::string& utf8) { return utf8FromName(odToNarrow(wideFromUtf8(utf8))); }
+std::string sessionName(const std::string& utf8) { return sessionNameOfStored(wideFromUtf8(standInGroupName(utf8))); }
+
+std::string sessionNameOfStored(const std::wstring& stored) { return nameOfModule(odToNarrow(stored)); }
 
 }  // namespace tiepoint::workbench

@@ -71,9 +71,13 @@ struct SessionState {
   const SessionGroup& group(ZOR::reg::GroupId id) const;
 };
 
-/// The text as a session shows it: its names are windows-1251, and what that lacks is "?". Throws
+/// A name of the user's as a session shows it once the workbench has taken it in: all of it. Throws
 /// EncodingError when it isn't UTF-8.
 std::string sessionName(const std::string& utf8);
+
+/// A name of the drawing as a session shows it: the module's names are windows-1251, and what that
+/// lacks is "?" unless it stands in the drawing under its stand-in.
+std::string sessionNameOfStored(const std::wstring& stored);
 
 /// The point may take part: it is switched on, weighs something and has a name. A weight that is no
 /// number weighs nothing.

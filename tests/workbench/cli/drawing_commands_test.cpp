@@ -49,7 +49,7 @@ TEST_F(DrawingCommands, ImportInJsonHasTheSameFacts) {
   const json result = runJson({"import", "--document", "d", "base.txt"});
   EXPECT_EQ(result["files"][0],
             json::parse(R"({"path":"base.txt","layout":"NXYZ","group":"base","lines":4,"points":4,"stored":true,)"
-                        R"("stoppedAt":null})"));
+                        R"("stoppedAt":null,"reading":null})"));
   EXPECT_EQ(result["messages"],
             json::parse(R"(["Found 1 files","Command complite. 1 groups of reference points loaded in document"])"));
 }

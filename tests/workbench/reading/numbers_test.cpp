@@ -45,12 +45,12 @@ TEST(Numbers, AreReadAsTheNearestDouble) {
 struct BadRow {
   const char* text;
   DecimalMark mark;
-  FaultKind fault;
+  ReadingFaultKind fault;
 };
 
 TEST(Numbers, AreNothingElse) {
-  constexpr auto no = FaultKind::notANumber;
-  constexpr auto thousands = FaultKind::thousandsSeparator;
+  constexpr auto no = ReadingFaultKind::notANumber;
+  constexpr auto thousands = ReadingFaultKind::thousandsSeparator;
   const BadRow rows[] = {
       {"", point, no},
       {"-", point, no},
@@ -87,14 +87,14 @@ TEST(Numbers, AreNothingElse) {
        comma, thousands},
       {"1.234.567", point, thousands},
       {"-1.234.567", point, thousands},
-      {"nan", point, FaultKind::notFinite},
-      {"-Inf", point, FaultKind::notFinite},
-      {"INFINITY", comma, FaultKind::notFinite},
-      {"NaN(0x1)", point, FaultKind::notFinite},
-      {"1e201", point, FaultKind::outOfRange},
-      {"-1e999999999999", point, FaultKind::outOfRange},
-      {"1e-201", point, FaultKind::outOfRange},
-      {"1e-999", point, FaultKind::outOfRange},
+      {"nan", point, ReadingFaultKind::notFinite},
+      {"-Inf", point, ReadingFaultKind::notFinite},
+      {"INFINITY", comma, ReadingFaultKind::notFinite},
+      {"NaN(0x1)", point, ReadingFaultKind::notFinite},
+      {"1e201", point, ReadingFaultKind::outOfRange},
+      {"-1e999999999999", point, ReadingFaultKind::outOfRange},
+      {"1e-201", point, ReadingFaultKind::outOfRange},
+      {"1e-999", point, ReadingFaultKind::outOfRange},
   };
   for (const BadRow& row : rows) {
     const ReadNumber number = readNumber(row.text, row.mark);

@@ -28,7 +28,7 @@ inline std::string readingText(const workbench::LineReading& reading) {
          (reading.decimal == workbench::DecimalMark::comma ? " decimal-comma " : " ") + columnsText(reading.columns);
 }
 
-inline std::string faultText(const workbench::LineFault& fault) {
+inline std::string faultText(const workbench::ReadingFault& fault) {
   const char* const kinds[] = {"count",        "empty-name",   "separator-in-name", "no-number",        "thousands",
                                "not-finite",   "out-of-range", "open-quote",        "text-after-quote", "zero-byte",
                                "bad-encoding", "too-long"};
@@ -79,7 +79,7 @@ inline std::string outcomeText(const workbench::ReadSurvey& survey) {
       return "none: " + noneText(survey.none);
     case ReadStatus::faulty:
       text = "faulty " + std::to_string(survey.faultCount) + ":";
-      for (const workbench::LineFault& fault : survey.faults) text += " " + faultText(fault);
+      for (const workbench::ReadingFault& fault : survey.faults) text += " " + faultText(fault);
       return text;
     case ReadStatus::ambiguousColumns:
       text = "ambiguous:";

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "workbench/reading/byte_sources.h"
+#include "workbench/reading/header_columns.h"
 #include "workbench/reading/outcome_text.h"
 
 namespace {

@@ -26,10 +26,10 @@ class ImportFiles : public testing::Test {
   /// Between the rehearsal and the import something happens to the files.
   template <class Change>
   RefusalKind refusalAfter(Change change) {
-    ImportRehearsal rehearsal = rehearseImport(workbench, runs, findings);
+    ImportRehearsal rehearsal = rehearseImport(workbench, runs, {}, findings);
     change();
     try {
-      carryOutImport(workbench, runs, rehearsal.report, findings);
+      carryOutImport(workbench, rehearsal.files, rehearsal.report, findings);
     } catch (const Refused& refused) {
       return refused.refusal().kind;
     }
@@ -46,7 +46,7 @@ class ImportFiles : public testing::Test {
 };
 
 TEST_F(ImportFiles, AreRehearsedWithoutChangingTheDrawing) {
-  const ImportRehearsal rehearsal = rehearseImport(workbench, runs, findings);
+  const ImportRehearsal rehearsal = rehearseImport(workbench, runs, {}, findings);
   EXPECT_THAT(groups(), IsEmpty());
   ASSERT_EQ(rehearsal.report.files.size(), 2u);
   EXPECT_EQ(rehearsal.report.files[0].points, 3u);
@@ -69,8 +69,8 @@ TEST_F(ImportFiles, AreRefusedAsAWholeWhenOneEndsEarlier) {
 }
 
 TEST_F(ImportFiles, CanBeTakenOutAgain) {
-  ImportRehearsal rehearsal = rehearseImport(workbench, runs, findings);
-  carryOutImport(workbench, runs, rehearsal.report, findings);
+  ImportRehearsal rehearsal = rehearseImport(workbench, runs, {}, findings);
+  carryOutImport(workbench, rehearsal.files, rehearsal.report, findings);
   undoImport(workbench, rehearsal.report);
   EXPECT_THAT(groups(), IsEmpty());
 }

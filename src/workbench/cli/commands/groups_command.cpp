@@ -5,6 +5,7 @@
 #include "records/ref_point.h"
 #include "workbench/cli/output.h"
 #include "workbench/cli/start_workbench.h"
+#include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/report/json_parts.h"
 #include "workbench/report/plain_text.h"
@@ -15,6 +16,8 @@ namespace tiepoint::workbench::cli {
 namespace {
 
 using Groups = std::vector<StoredGroup>;
+
+std::string shown(const std::wstring& stored) { return nameOfStandIn(utf8FromWide(stored)); }
 
 std::size_t unnamedPoints(const StoredGroup& group) {
   std::size_t count = 0;
@@ -28,7 +31,7 @@ std::string pointLines(const StoredGroup& group) {
   constexpr auto right = TextTable::Side::right;
   TextTable table({TextTable::Side::left, right, right, right, right});
   for (const ZOR::_StoredPoint& p : group.points()) {
-    table.add({"  " + printable(utf8FromWide(p.name.wideText())), fmt::format("{}", p.x), fmt::format("{}", p.y),
+    table.add({"  " + printable(shown(p.name.wideText())), fmt::format("{}", p.x), fmt::format("{}", p.y),
                fmt::format("{}", p.z), fmt::format("{}", p.w)});
   }
   return table.text();
@@ -40,8 +43,7 @@ std::string groupsText(const Groups& groups, bool withPoints) {
   if (withPoints) {
     std::string text;
     for (const StoredGroup& group : groups) {
-      text += fmt::format("{} ({} points: name x y z weight)\n", printable(utf8FromWide(group.name)),
-                          group.points().size()) +
+      text += fmt::format("{} ({} points: name x y z weight)\n", printable(shown(group.name)), group.points().size()) +
               pointLines(group);
     }
     return text;
@@ -49,8 +51,8 @@ std::string groupsText(const Groups& groups, bool withPoints) {
   TextTable table({TextTable::Side::left, right, right});
   table.add({"group", "points", "unnamed"});
   for (const StoredGroup& group : groups) {
-    table.add({printable(utf8FromWide(group.name)), std::to_string(group.points().size()),
-               std::to_string(unnamedPoints(group))});
+    table.add(
+        {printable(shown(group.name)), std::to_string(group.points().size()), std::to_string(unnamedPoints(group))});
   }
   return table.text();
 }
@@ -58,13 +60,12 @@ std::string groupsText(const Groups& groups, bool withPoints) {
 OrderedJson groupsJson(const Groups& groups, bool withPoints) {
   OrderedJson all = OrderedJson::array();
   for (const StoredGroup& group : groups) {
-    OrderedJson entry{{"name", utf8FromWide(group.name)},
-                      {"pointCount", group.points().size()},
-                      {"unnamedCount", unnamedPoints(group)}};
+    OrderedJson entry{
+        {"name", shown(group.name)}, {"pointCount", group.points().size()}, {"unnamedCount", unnamedPoints(group)}};
     if (withPoints) {
       entry["points"] = OrderedJson::array();
       for (const ZOR::_StoredPoint& p : group.points()) {
-        entry["points"].push_back({{"name", utf8FromWide(p.name.wideText())},
+        entry["points"].push_back({{"name", shown(p.name.wideText())},
                                    {"x", jsonNumber(p.x)},
                                    {"y", jsonNumber(p.y)},
                                    {"z", jsonNumber(p.z)},

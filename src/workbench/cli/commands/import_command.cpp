@@ -17,15 +17,17 @@ namespace tiepoint::workbench::cli {
 
 ExitStatus runImport(const ImportOptions& options) {
   const std::vector<LayoutFiles> runs = importRuns(options.files);
+  const ReadingRequest reading = readingRequest(options.files);
   if (runs.empty()) throw CommandError(ExitStatus::usage, "nothing to import; name files of reference points");
   groupsOfFiles(runs);
   Findings findings(printFindings(options.quiet));
   const std::unique_ptr<Workbench> host = startWorkbench(options.host);
   Workbench& workbench = *host;
   openDrawing(workbench, options.host.document, true);
-  ImportReport import = rehearseImport(workbench, runs, findings).report;
+  const ImportRehearsal rehearsal = rehearseImport(workbench, runs, reading, findings);
+  ImportReport import = rehearsal.report;
   makeDrawing(workbench, options.host.document);
-  carryOutImport(workbench, runs, import, findings);
+  carryOutImport(workbench, rehearsal.files, import, findings);
 
   if (options.json) {
     OrderedJson json = jsonImport(import);

@@ -41,15 +41,16 @@ void print(const Registration& registration, const RegisterOptions& options, con
 
 ExitStatus runRegister(const RegisterOptions& options) {
   const RegistrationRequest request = requestOf(options);
-  const LengthFormat lengths(request.unit);
   Findings findings(printFindings(options.quiet));
   TerminalProgress progress(options.quiet);
   const std::unique_ptr<Workbench> workbench = startWorkbench(options.host);
   const ResolvedRequest resolved = resolve(*workbench, request, findings);
+  const Unit unit = resolved.request.unit;
+  const LengthFormat lengths(unit);
   const std::unique_ptr<OpenSurvey> survey = registerSurvey(*workbench, resolved, findings, progress);
   const Registration& registration = survey->registration;
   deliver(*workbench, *survey, resolved,
-          outputs(registration, request.outputs, request.unit, picturePainter(*workbench, *survey, options, lengths)),
+          outputs(registration, request.outputs, unit, picturePainter(*workbench, *survey, options, lengths)),
           progress);
   print(registration, options, lengths);
   if (registration.registered()) return ExitStatus::done;

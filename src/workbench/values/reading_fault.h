@@ -1,15 +1,19 @@
-// What is wrong with one line of a survey file.
+// What is wrong with one line of a survey file of any form.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-#include "workbench/reading/file_reading.h"
+#include "workbench/values/file_reading.h"
 
 namespace tiepoint::workbench {
 
-enum class FaultKind {
+/// Bytes of a line, its end not counted. No survey has such lines; a file without line ends mustn't
+/// fill the memory.
+inline constexpr std::size_t longestLine = 1u << 20;
+
+enum class ReadingFaultKind {
   /// `found` and `expected` are counts of fields.
   fieldCount,
   emptyName,
@@ -31,8 +35,8 @@ enum class FaultKind {
   lineTooLong,
 };
 
-struct LineFault {
-  FaultKind kind = FaultKind::notANumber;
+struct ReadingFault {
+  ReadingFaultKind kind = ReadingFaultKind::notANumber;
   /// From 1.
   std::uint64_t line = 0;
   /// The field, from 1; 0 for the whole line.

@@ -2,12 +2,18 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tiepoint::workbench {
 
 enum class TextEncoding { ascii, utf8, utf16LittleEndian, utf16BigEndian, windows1251, windows1252 };
+
+/// utf-8, utf-16le, utf-16be, windows-1251, windows-1252, in any case; "iso-8859-1" and "latin1" are
+/// windows-1252, which holds them, and "cp" may stand for "windows-".
+std::optional<TextEncoding> encodingByName(const std::string& name);
+const char* encodingName(TextEncoding encoding);
 
 /// What stands between two fields. `blank` is a run of white space, `mixed` a run of white space
 /// with a comma or a semicolon in it or without; of the others each single one divides, so that a field may be empty.
@@ -30,6 +36,11 @@ bool hasColumn(const Columns& columns, ColumnRole role);
 
 /// The unit of the coordinates in the file; they come out in metres.
 enum class LengthUnit { metre, millimetre, foot, usSurveyFoot };
+
+/// By its short name: m, mm, ft (the international foot, 0.3048 m) or usft (the US survey foot,
+/// 1200/3937 m).
+std::optional<LengthUnit> lengthUnitByName(const std::string& name);
+const char* lengthUnitName(LengthUnit unit);
 
 /// How the lines of a file are divided and read.
 struct LineReading {
