@@ -40,6 +40,48 @@ TEST_F(SurveyMethods, ResolvingTellsWhatWouldBeTakenInAndChangesNothing) {
   EXPECT_EQ(groups(), json::array());
 }
 
+/// A file without a layout is read as it tells itself, or as the parameters say.
+class SurveyReadingMethods : public SurveyMethods {
+ protected:
+  std::string csv(const std::string& bytes, const std::string& more = "") {
+    writeBytes(folder.file("north.csv"), bytes);
+    return R"({"files":[{"paths":[")" + pathInJson(folder.file("north.csv")) + R"("]}])" + more + "}";
+  }
+  json file(const std::string& bytes, const std::string& more = "") {
+    return json::parse(result("survey.resolve", csv(bytes, more)))["import"]["files"][0];
+  }
+};
+
+TEST_F(SurveyReadingMethods, FindOutAFileOfAnotherForm) {
+  const json reading = file("Name;X;Y;Z\nT1;1,5;2;3\n")["reading"];
+  EXPECT_EQ(reading["separator"], "semicolon");
+  EXPECT_EQ(reading["decimal"], "comma");
+  EXPECT_EQ(reading["columns"], "name,x,y,z");
+  EXPECT_EQ(file("T1 1 2 3\n")["reading"], json()) << "the module reads it";
+}
+
+TEST_F(SurveyReadingMethods, TakeColumnsMarkEncodingAndUnit) {
+  const json read =
+      file("T1;1,234;2;3\n", R"(,"columns":"name,n,e,h","decimal":"comma","encoding":"windows-1252","inputUnit":"ft")");
+  EXPECT_EQ(read["points"], 1);
+  EXPECT_EQ(read["reading"]["columns"], "name,y,x,z");
+  EXPECT_EQ(read["reading"]["unit"], "ft");
+}
+
+TEST_F(SurveyReadingMethods, RefuseWhatIsAmbiguousByItsKind) {
+  const json refused = json::parse(error("survey.resolve", csv("T1;1,234;5,678;9,012\n")));
+  EXPECT_EQ(refused["code"], -32000);
+  EXPECT_EQ(refused["data"]["kind"], "file-ambiguous");
+  EXPECT_EQ(refused["data"]["field"], "files");
+}
+
+TEST_F(SurveyReadingMethods, RefuseParametersThatMeanNothing) {
+  for (const char* more : {R"(,"columns":"name,x")", R"(,"columns":7)", R"(,"decimal":"dot")", R"(,"encoding":"koi8")",
+                           R"(,"inputUnit":"cm")"}) {
+    EXPECT_EQ(json::parse(error("survey.resolve", csv("T1 1 2 3\n", more)))["code"], -32602) << more;
+  }
+}
+
 TEST_F(SurveyMethods, RegisteringGivesWhatTheCommandPrints) {
   const json registered = json::parse(result("survey.register", both(R"("base":["east"],"unit":"m")")));
   EXPECT_EQ(registered["outcome"], "registered");
