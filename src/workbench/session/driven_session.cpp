@@ -119,7 +119,7 @@ std::size_t DrivenSession::matchByCloseness(double tolerance) {
   return out.names.size();
 }
 
-bool DrivenSession::takeName(RefPointId point, RefPointId other) {
+bool DrivenSession::adoptName(RefPointId point, RefPointId other) {
   Answers out;
   GroupId group = 0;
   const std::string* const known = state().names.nameOf(pointOf(state(), other).record.commonId);
