@@ -284,17 +284,17 @@ TEST(DrivenSession, NamesPointsOnOneSpotAfterASolveOnly) {
 TEST(DrivenSession, GivesAPointTheNameOfAnother) {
   WorkbenchSession session({stationAt("A", 0.0), {"B", {{"\xD0\xA6", {0, 0, 0}}, {"", {1, 1, 1}}}}});
   session.driven->addAllGroups();
-  EXPECT_TRUE(session.driven->takeName(1, 4));
+  EXPECT_TRUE(session.driven->adoptName(1, 4));
   EXPECT_EQ(session.state().points[1].name, "\xD0\xA6");
   EXPECT_EQ(session.state().points[1].record.commonId, session.state().points[4].record.commonId);
-  EXPECT_TRUE(session.driven->takeName(5, 2));
+  EXPECT_TRUE(session.driven->adoptName(5, 2));
   EXPECT_TRUE(session.state().points[5].record.named);
 }
 
 TEST(DrivenSession, GivesNoNameThatTheGroupHasAlready) {
   WorkbenchSession session(threeStations());
   session.driven->addAllGroups();
-  EXPECT_FALSE(session.driven->takeName(1, 4));
+  EXPECT_FALSE(session.driven->adoptName(1, 4));
   EXPECT_EQ(session.state().points[1].name, "T2");
 }
 

@@ -22,65 +22,65 @@ std::vector<SessionPoint> pointsOf(const std::vector<RefPointId>& ids) {
   return points;
 }
 
-PointIndex indexOf(const std::vector<RefPointId>& ids) {
+PointIndex builtFrom(const std::vector<RefPointId>& ids) {
   PointIndex index;
   index.rebuild(pointsOf(ids));
   return index;
 }
 
 TEST(PointIndex, OfNothingFindsNothing) {
-  EXPECT_EQ(PointIndex().placeOf(0), PointIndex::none);
-  EXPECT_EQ(indexOf({}).placeOf(greatestId), PointIndex::none);
+  EXPECT_EQ(PointIndex().indexOf(0), PointIndex::none);
+  EXPECT_EQ(builtFrom({}).indexOf(greatestId), PointIndex::none);
 }
 
-TEST(PointIndex, FindsEachPlaceWhereNoIdIsMissing) {
-  const PointIndex index = indexOf({5, 6, 7});
-  EXPECT_EQ(index.placeOf(5), 0u);
-  EXPECT_EQ(index.placeOf(6), 1u);
-  EXPECT_EQ(index.placeOf(7), 2u);
-  EXPECT_EQ(index.placeOf(4), PointIndex::none);
-  EXPECT_EQ(index.placeOf(8), PointIndex::none);
+TEST(PointIndex, FindsEachIndexWhereNoIdIsMissing) {
+  const PointIndex index = builtFrom({5, 6, 7});
+  EXPECT_EQ(index.indexOf(5), 0u);
+  EXPECT_EQ(index.indexOf(6), 1u);
+  EXPECT_EQ(index.indexOf(7), 2u);
+  EXPECT_EQ(index.indexOf(4), PointIndex::none);
+  EXPECT_EQ(index.indexOf(8), PointIndex::none);
 }
 
-TEST(PointIndex, FindsEachPlaceWhereIdsAreMissing) {
-  const PointIndex index = indexOf({2, 5, 6, 20, greatestId});
-  EXPECT_EQ(index.placeOf(2), 0u);
-  EXPECT_EQ(index.placeOf(20), 3u);
-  EXPECT_EQ(index.placeOf(greatestId), 4u);
-  EXPECT_EQ(index.placeOf(3), PointIndex::none);
-  EXPECT_EQ(index.placeOf(21), PointIndex::none);
-  EXPECT_EQ(index.placeOf(0), PointIndex::none);
+TEST(PointIndex, FindsEachIndexWhereIdsAreMissing) {
+  const PointIndex index = builtFrom({2, 5, 6, 20, greatestId});
+  EXPECT_EQ(index.indexOf(2), 0u);
+  EXPECT_EQ(index.indexOf(20), 3u);
+  EXPECT_EQ(index.indexOf(greatestId), 4u);
+  EXPECT_EQ(index.indexOf(3), PointIndex::none);
+  EXPECT_EQ(index.indexOf(21), PointIndex::none);
+  EXPECT_EQ(index.indexOf(0), PointIndex::none);
 }
 
-TEST(PointIndex, GivesThePlaceInTheListWhateverTheOrderOfTheIds) {
-  const PointIndex index = indexOf({30, 10, 20});
-  EXPECT_EQ(index.placeOf(10), 1u);
-  EXPECT_EQ(index.placeOf(20), 2u);
-  EXPECT_EQ(index.placeOf(30), 0u);
+TEST(PointIndex, GivesTheIndexInTheListWhateverTheOrderOfTheIds) {
+  const PointIndex index = builtFrom({30, 10, 20});
+  EXPECT_EQ(index.indexOf(10), 1u);
+  EXPECT_EQ(index.indexOf(20), 2u);
+  EXPECT_EQ(index.indexOf(30), 0u);
 }
 
 TEST(PointIndex, GrowsByIdsThatLieBeforeTheOnesThatItKnows) {
-  PointIndex index = indexOf({10, 11});
+  PointIndex index = builtFrom({10, 11});
   index.grow(pointsOf({10, 11, 3, 12, 1}));
-  EXPECT_EQ(index.placeOf(1), 4u);
-  EXPECT_EQ(index.placeOf(3), 2u);
-  EXPECT_EQ(index.placeOf(10), 0u);
-  EXPECT_EQ(index.placeOf(11), 1u);
-  EXPECT_EQ(index.placeOf(12), 3u);
+  EXPECT_EQ(index.indexOf(1), 4u);
+  EXPECT_EQ(index.indexOf(3), 2u);
+  EXPECT_EQ(index.indexOf(10), 0u);
+  EXPECT_EQ(index.indexOf(11), 1u);
+  EXPECT_EQ(index.indexOf(12), 3u);
 }
 
 TEST(PointIndex, StaysAsItIsWhenItGrowsByNothing) {
-  PointIndex index = indexOf({4, 2});
+  PointIndex index = builtFrom({4, 2});
   index.grow(pointsOf({4, 2}));
-  EXPECT_EQ(index.placeOf(4), 0u);
-  EXPECT_EQ(index.placeOf(2), 1u);
+  EXPECT_EQ(index.indexOf(4), 0u);
+  EXPECT_EQ(index.indexOf(2), 1u);
 }
 
 TEST(PointIndex, ForgetsWhatIsGoneWhenItIsRebuilt) {
-  PointIndex index = indexOf({1, 2, 3});
+  PointIndex index = builtFrom({1, 2, 3});
   index.rebuild(pointsOf({3}));
-  EXPECT_EQ(index.placeOf(3), 0u);
-  EXPECT_EQ(index.placeOf(1), PointIndex::none);
+  EXPECT_EQ(index.indexOf(3), 0u);
+  EXPECT_EQ(index.indexOf(1), PointIndex::none);
 }
 
 RC_GTEST_PROP(PointIndex, FindsWhatALookThroughTheListFinds, ()) {
@@ -93,8 +93,8 @@ RC_GTEST_PROP(PointIndex, FindsWhatALookThroughTheListFinds, ()) {
   index.grow(points);
   for (RefPointId id = 0; id < 62; ++id) {
     const auto found = std::find(ids.begin(), ids.end(), id);
-    const auto place = found == ids.end() ? PointIndex::none : static_cast<std::size_t>(found - ids.begin());
-    RC_ASSERT(index.placeOf(id) == place);
+    const auto expected = found == ids.end() ? PointIndex::none : static_cast<std::size_t>(found - ids.begin());
+    RC_ASSERT(index.indexOf(id) == expected);
   }
 }
 

@@ -45,7 +45,7 @@ TEST_F(ScratchDocuments, LeaveNoneActiveWhereNoneWas) {
   {
     const ScratchDocument scratch(workbench);
     EXPECT_EQ(openDocuments(), 1u);
-    scratch.giveBack();
+    scratch.reactivateFormer();
     EXPECT_EQ(workbench.requireActiveDocument().database().get(), scratch.database().get());
   }
   EXPECT_EQ(workbench.activeDocument(), nullptr);
@@ -55,7 +55,7 @@ TEST_F(ScratchDocuments, LeaveNoneActiveWhereNoneWas) {
 TEST_F(ScratchDocuments, StandOnAfterTheyGaveTheFormerDrawingBack) {
   const int former = workbench.openTemporaryDocument().number();
   const ScratchDocument scratch(workbench);
-  scratch.giveBack();
+  scratch.reactivateFormer();
   EXPECT_EQ(activeNumber(), former);
   EXPECT_EQ(openDocuments(), 2u);
   EXPECT_THAT(storedGroups(*scratch.database()), IsEmpty());

@@ -26,13 +26,13 @@ RefPoint record(RefPointId id, GroupId group, CommonPointId name, bool named = t
 class MirrorOfTwoGroups : public testing::Test {
  protected:
   MirrorOfTwoGroups() {
-    mirror.learnGroups({{0, "A"}, {1, "B"}});
+    mirror.addGroupNames({{0, "A"}, {1, "B"}});
     mirror.setNames({{0, "T1"}, {1, "T2"}});
     mirror.addPoints({record(0, 0, 0), record(1, 0, 1), record(2, 1, 0), record(3, 1, 1)});
   }
 
   const SessionState& state() const { return mirror.state(); }
-  const RefPoint& point(std::size_t place) const { return state().points[place].record; }
+  const RefPoint& point(std::size_t i) const { return state().points[i].record; }
 
   template <class Value>
   std::vector<Value> each(Value RefPoint::*member) const {
@@ -57,21 +57,21 @@ class MirrorOfTwoGroups : public testing::Test {
 // --- Membership.
 
 TEST_F(MirrorOfTwoGroups, KeepsItsGroupsInAscendingIdInWhateverOrderTheyAreTold) {
-  EXPECT_TRUE(mirror.learnGroups({{9, "late"}}));
-  EXPECT_TRUE(mirror.learnGroups({{4, "between"}, {9, "late"}}));
+  EXPECT_TRUE(mirror.addGroupNames({{9, "late"}}));
+  EXPECT_TRUE(mirror.addGroupNames({{4, "between"}, {9, "late"}}));
   std::vector<GroupId> ids;
   for (const SessionGroup& group : state().groups) ids.push_back(group.id);
   EXPECT_THAT(ids, ElementsAre(0, 1, 4, 9));
 }
 
 TEST_F(MirrorOfTwoGroups, TellsThatNoGroupIsNew) {
-  EXPECT_FALSE(mirror.learnGroups({{0, "renamed"}, {1, "B"}}));
-  EXPECT_FALSE(mirror.learnGroups({}));
+  EXPECT_FALSE(mirror.addGroupNames({{0, "renamed"}, {1, "B"}}));
+  EXPECT_FALSE(mirror.addGroupNames({}));
   EXPECT_EQ(state().groups[0].name, "renamed");
 }
 
 TEST_F(MirrorOfTwoGroups, HoldsNamesAsUtf8) {
-  mirror.learnGroups({{2, "\xD6\xE5\xF5"}});
+  mirror.addGroupNames({{2, "\xD6\xE5\xF5"}});
   EXPECT_EQ(state().group(2).name, u8"Цех");
 }
 
