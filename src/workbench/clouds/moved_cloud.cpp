@@ -33,7 +33,10 @@ bool isSeparator(char c) { return isBlank(c) || c == ',' || c == ';' || c == '\r
 std::optional<FoundNumber> numberAt(std::string_view line, std::size_t begin) {
   FoundNumber found;
   found.begin = begin;
-  const std::size_t digits = begin < line.size() && line[begin] == '+' ? begin + 1 : begin;
+  const bool hasPlus = begin < line.size() && line[begin] == '+';
+  const std::size_t digits = hasPlus ? begin + 1 : begin;
+  // One sign is enough.
+  if (hasPlus && digits < line.size() && line[digits] == '-') return std::nullopt;
   const auto [end, error] = std::from_chars(line.data() + digits, line.data() + line.size(), found.value);
   if (error != std::errc{} || !std::isfinite(found.value)) return std::nullopt;
   found.end = static_cast<std::size_t>(end - line.data());

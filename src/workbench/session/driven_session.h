@@ -13,9 +13,9 @@ class DrivenSession {
   /// `session` must outlive it.
   explicit DrivenSession(MirroredSession& session);
 
-  /// Puts all groups of the active drawing in. False when it holds none.
+  /// Puts all groups of the active drawing in. False when it holds none that isn't in already.
   bool addAllGroups();
-  /// Puts some in. False when it holds none of them.
+  /// Puts some in, passing over those that the drawing lacks. False when all are in already.
   bool addGroups(const ZOR::reg::GroupIdSet& groups);
   /// They can be put in again, and come as they were read.
   void removeGroups(const ZOR::reg::GroupIdSet& groups);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/pointclouds/point_cloud_definition.h"
+#include "platform/sdk/od_db_dictionary.h"
 
 namespace tiepoint::workbench {
 namespace {
@@ -16,6 +17,11 @@ class DrawingClouds : public testing::Test {
     return added;
   }
 
+  OdDbDictionaryPtr dictionary() {
+    return OdDbDictionaryPtr(Cloud::pointCloudDictionary(*database).safeOpenObject(OdDb::kForWrite));
+  }
+
+  using Cloud = hostDbPointCloudDefinition;
   const OdDbDatabasePtr database = new OdDbDatabase;
 };
 
@@ -37,6 +43,49 @@ TEST_F(DrawingClouds, ATakenNameIsRefusedAndTheCloudStays) {
   EXPECT_FALSE(add(L"S1", L"new.xyz"));
   ASSERT_EQ(cloudsOf(*database).size(), 1u);
   EXPECT_EQ(cloudsOf(*database)[0].source, L"old.xyz");
+}
+
+TEST_F(DrawingClouds, ALookAtThemMakesNoListInTheDrawing) {
+  cloudsOf(*database);
+  EXPECT_FALSE(Cloud::documentHasPointClouds(*database));
+}
+
+TEST_F(DrawingClouds, ATransformationIsToldWhole) {
+  add(L"S1", L"S1.xyz");
+  OdGeMatrix3d motion;
+  motion(0, 3) = 1e7 + 0.1;
+  motion(1, 0) = 1.0 / 3.0;
+  database->startTransaction();
+  hostDbPointCloudDefinitionPtr(dictionary()->getAt(OdString(L"S1")).safeOpenObject(OdDb::kForWrite))
+      ->transformBy(motion);
+  database->endTransaction();
+  EXPECT_EQ(cloudsOf(*database)[0].matrix, motion);
+}
+
+TEST_F(DrawingClouds, NamesAndFilesMayLieBeyondAscii) {
+  EXPECT_TRUE(add(L"\u0426\u0435\u0445", L"/\u6E2C/\u0426.xyz"));
+  const auto clouds = cloudsOf(*database);
+  ASSERT_EQ(clouds.size(), 1u);
+  EXPECT_EQ(clouds[0].name, L"\u0426\u0435\u0445");
+  EXPECT_EQ(clouds[0].source, L"/\u6E2C/\u0426.xyz");
+}
+
+TEST_F(DrawingClouds, WhatIsNoCloudIsPassedOver) {
+  add(L"S1", L"");
+  database->startTransaction();
+  dictionary()->setAt(OdString(L"a dictionary"), OdDbDictionaryPtr(OdDbDictionary::desc()->create()).get());
+  database->endTransaction();
+  ASSERT_EQ(cloudsOf(*database).size(), 1u);
+  EXPECT_EQ(cloudsOf(*database)[0].name, L"S1");
+}
+
+TEST_F(DrawingClouds, ACloudMayBeAddedAgainOnceItIsGone) {
+  add(L"S1", L"old.xyz");
+  database->startTransaction();
+  dictionary()->remove(OdString(L"S1"));
+  database->endTransaction();
+  EXPECT_TRUE(add(L"S1", L"new.xyz"));
+  EXPECT_EQ(cloudsOf(*database)[0].source, L"new.xyz");
 }
 
 }  // namespace

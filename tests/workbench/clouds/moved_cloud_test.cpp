@@ -48,6 +48,48 @@ TEST(MoveLine, ALineWithoutThreeNumbersStays) {
   }
 }
 
+TEST(MoveLine, AnySeparatorsMayStandBetweenTheCoordinates) {
+  EXPECT_EQ(moved("1, 2, 3"), "8, 21, 33");
+  EXPECT_EQ(moved("1;;2\t \t3;"), "8;;21\t \t33;");
+  EXPECT_EQ(moved("\t1 2 3,red;green"), "\t8 21 33,red;green");
+}
+
+TEST(MoveLine, ALineThatBeginsWithASeparatorOfFieldsStays) {
+  for (const std::string text : {",1 2 3", ";1;2;3", "1:2:3", "1/2/3", "1 2 3:"}) {
+    std::string line = text;
+    EXPECT_FALSE(moveLine(line, quarterTurn())) << text;
+    EXPECT_EQ(line, text);
+  }
+}
+
+TEST(MoveLine, OnlyPlainFiniteNumbersAreCoordinates) {
+  for (const std::string number : {"0x10", "1e", "1.2.3", "inf", "-infinity", "nan(1)", "1e400", "--1", "++1", "+-1",
+                                   "-+1", "+", "-", ".", "1d5", "\xD9\xA1"}) {
+    for (const std::string& text : {number + " 2 3", "1 " + number + " 3", "1 2 " + number}) {
+      std::string line = text;
+      EXPECT_FALSE(moveLine(line, quarterTurn())) << text;
+      EXPECT_EQ(line, text);
+    }
+  }
+}
+
+TEST(MoveLine, NumbersMayBeWrittenInEveryCommonWay) {
+  EXPECT_EQ(moved(".5 5. 1E1"), "5 20.5 40");
+  EXPECT_EQ(moved("-0 +0 007"), "10 20 37");
+}
+
+TEST(MoveLine, CoordinatesAreWrittenWithTheFewestDigitsThatReadBack) {
+  EXPECT_EQ(moved("0.1 9.9 -29.7"), "0.09999999999999964 20.1 0.3000000000000007");
+  EXPECT_EQ(moved("1e22 0 0"), "10 1e+22 30");
+}
+
+TEST(MoveLine, LargeCoordinatesKeepTheirDigits) {
+  OdGeMatrix3d still;
+  std::string line = "4512345.678912345 -5412345.123456789 812.5 7";
+  ASSERT_TRUE(moveLine(line, still));
+  EXPECT_EQ(line, "4512345.678912345 -5412345.123456789 812.5 7");
+}
+
 RC_GTEST_PROP(MoveLine, TheUnmovedCoordinateReadsBackAsTheSameDouble, (double z)) {
   OdGeMatrix3d still;
   std::string line = "1 2 " + std::to_string(z);
@@ -130,6 +172,62 @@ TEST_F(MovedCloudFile, APipeIsNeverReplaced) {
 
 TEST_F(MovedCloudFile, AMissingCloudIsNamed) {
   EXPECT_EQ(complaint(source, target), source + ": the cloud's file can't be read");
+}
+
+TEST_F(MovedCloudFile, AFolderIsNoCloud) {
+  EXPECT_EQ(complaint(folder.path().u8string(), target), folder.path().u8string() + ": the cloud's file can't be read");
+  EXPECT_THAT(folder.names(), ElementsAre());
+}
+
+TEST_F(MovedCloudFile, AFolderIsNeverReplaced) {
+  writeBytes(source, "1 2 3\n");
+  std::filesystem::create_directory(target);
+  EXPECT_EQ(complaint(source, target, true), target + ": this is no ordinary file; choose another place");
+  EXPECT_THAT(folder.names(), ElementsAre("S1.xyz", "moved.xyz"));
+}
+
+TEST_F(MovedCloudFile, TheCloudsOwnFileIsKnownUnderItsOtherNames) {
+  writeBytes(source, "1 2 3\n");
+  const std::string detour = (folder.path() / "." / "S1.xyz").u8string();
+  EXPECT_EQ(complaint(source, detour, true), detour + ": this is the cloud's own file; choose another folder");
+  std::filesystem::create_hard_link(source, target);
+  EXPECT_EQ(complaint(source, target, true), target + ": this is the cloud's own file; choose another folder");
+  EXPECT_EQ(readBytes(source), "1 2 3\n");
+}
+
+TEST_F(MovedCloudFile, AFolderThatIsMissingIsNamedWithTheSystemsWords) {
+  writeBytes(source, "1 2 3\n");
+  const std::string elsewhere = (folder.path() / "none" / "moved.xyz").u8string();
+  EXPECT_THAT(complaint(source, elsewhere), testing::StartsWith(elsewhere + ": the file can't be written: "));
+  EXPECT_THAT(folder.names(), ElementsAre("S1.xyz"));
+}
+
+TEST_F(MovedCloudFile, AnEmptyFileHoldsNoPoint) {
+  writeBytes(source, "");
+  EXPECT_EQ(complaint(source, target), source + ": no line begins with three numbers; nothing to move");
+  EXPECT_THAT(folder.names(), ElementsAre("S1.xyz"));
+}
+
+TEST_F(MovedCloudFile, AFileThatFailsHalfwayLeavesTheFormerCopy) {
+  writeBytes(target, "mine");
+  writeBytes(source, std::string("1 2 3\n4 5 6\n\0", 13));
+  EXPECT_THAT(complaint(source, target, true), testing::HasSubstr("not a cloud in text form"));
+  EXPECT_EQ(readBytes(target), "mine");
+}
+
+TEST_F(MovedCloudFile, BlankLinesStayWhereTheyAre) {
+  writeBytes(source, "\n1 2 3\n\n \r\n4 5 6\n\n");
+  const MovedCloud counts = writeMovedCloud(source, target, quarterTurn(), false);
+  EXPECT_EQ(counts.points, 2u);
+  EXPECT_EQ(counts.otherLines, 4u);
+  EXPECT_EQ(readBytes(target), "\n8 21 33\n\n \r\n5 24 36\n\n");
+}
+
+TEST_F(MovedCloudFile, ItsNameMayLieBeyondAscii) {
+  const std::string own = folder.file("\xD0\xA6\xD0\xB5\xD1\x85.xyz"), copy = folder.file("\xE6\xB8\xAC.xyz");
+  writeBytes(own, "1 2 3\n");
+  EXPECT_EQ(writeMovedCloud(own, copy, quarterTurn(), false).points, 1u);
+  EXPECT_EQ(readBytes(copy), "8 21 33\n");
 }
 
 }  // namespace

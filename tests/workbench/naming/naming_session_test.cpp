@@ -109,6 +109,63 @@ TEST(NamingSession, RepeatsASolveThatClosenessSees) {
   EXPECT_EQ(naming.state().points[3].name, naming.state().points[7].name);
 }
 
+TEST(NamingSession, HasTheGroupsWithAPointToUse) {
+  FourStations survey;
+  survey.driven.excludeGroups({2});
+  EXPECT_EQ(NamingSession(survey.driven).groups(), (GroupIdSet{0, 1, 3})) << "all but one point of 1 are in";
+}
+
+TEST(NamingSession, SaysThatOneOfTheGroupsTakesNoPart) {
+  FourStations survey;
+  NamingSession naming(survey.driven);
+  EXPECT_FALSE(naming.solve({0, 77})) << "a group that there isn't";
+  EXPECT_TRUE(naming.solve({0, 1}));
+  EXPECT_FALSE(naming.solve({2})) << "one alone";
+  EXPECT_FALSE(naming.solve({}));
+}
+
+TEST(NamingSession, CountsThePointsThatTookTheOthersName) {
+  auto first = triangle("T1", "T2", "T3"), second = triangle("U1", "U2", "T3");
+  WatchedSession watched({{"A", first}, {"B", second}});
+  watched.add({0, 1});
+  DrivenSession driven(*watched.mirrored);
+  NamingSession naming(driven);
+  EXPECT_EQ(naming.unite({{3, 0}, {4, 1}, {4, 2}}), 2u) << "B has T3 already";
+  EXPECT_EQ(naming.state().points[3].name, "T1");
+  EXPECT_EQ(naming.state().points[4].name, "T2");
+  EXPECT_EQ(naming.unite({}), 0u);
+}
+
+TEST(NamingSession, MatchesTheTrianglesOfTheGroupsThatItIsTold) {
+  auto unnamed = triangle("?", "?", "?");
+  unnamed.push_back({"?", 20, 30, 40});
+  WatchedSession watched({{"A", unnamed}, {"B", unnamed}, {"C", unnamed}});
+  watched.add({0, 1, 2});
+  DrivenSession driven(*watched.mirrored);
+  NamingSession naming(driven);
+  EXPECT_EQ(naming.matchByTriangles({1, 2}, 0.001, 0.1), 8u);
+  for (const SessionPoint& point : naming.state().points) {
+    EXPECT_EQ(point.record.named, point.record.groupId != 0) << point.record.id;
+  }
+  EXPECT_EQ(naming.matchByTriangles({0, 1, 2}, 0.001, 0.1), 4u);
+}
+
+TEST(NamingSession, RepeatsMatchingsAndUnionsWithTheSolvesBetweenThem) {
+  auto unnamed = triangle("?", "?", "?");
+  unnamed.push_back({"?", 20, 30, 40});
+  auto other = triangle("U1", "U2", "U3");
+  WatchedSession watched({{"A", unnamed}, {"B", unnamed}, {"C", other}});
+  watched.add({0, 1, 2});
+  DrivenSession driven(*watched.mirrored);
+  NamingSession naming(driven);
+  naming.repeat({{NamingKind::triangles, {0, 1}, 0.001, 0.1, 8},
+                 {NamingKind::unite, {}, 0.01, 0.0, 3, {{8, 0}, {9, 1}, {10, 2}}},
+                 solveStep({0, 1, 2})});
+  EXPECT_EQ(naming.state().points[8].name, naming.state().points[0].name);
+  EXPECT_EQ(naming.state().points[8].name, naming.state().points[4].name);
+  EXPECT_EQ(naming.state().registeredGroups, (GroupIdSet{0, 1, 2}));
+}
+
 TEST(NamingSession, GoesOnAsAnotherOneWithItsInclusions) {
   FourStations kept;
   NamingSession naming(kept.driven);

@@ -38,6 +38,45 @@ TEST(NameTable, FillsTheGapsInItsNumbers) {
   EXPECT_EQ(table.freeId(), 3u);
 }
 
+TEST(NameTable, OfNoNamesKnowsNone) {
+  const NameTable table;
+  EXPECT_EQ(table.nameOf(0), nullptr);
+  EXPECT_EQ(table.idOf(""), std::nullopt);
+  EXPECT_EQ(table.freeId(), 0u);
+}
+
+TEST(NameTable, TellsCaseAndBlanksOfNamesApart) {
+  const NameTable table({{0, "t1"}, {1, "T1"}, {2, "T1 "}, {3, ""}});
+  EXPECT_EQ(table.idOf("T1"), 1u);
+  EXPECT_EQ(table.idOf("T1 "), 2u);
+  EXPECT_EQ(table.idOf(""), 3u) << "an empty name is one";
+}
+
+TEST(NameTable, KeepsTheOrderOfItsEntries) {
+  NameTable table({{7, "b"}, {3, "a"}});
+  table.append(1, "c");
+  table.eraseFirst(7);
+  ASSERT_EQ(table.entries().size(), 2u);
+  EXPECT_EQ(table.entries()[0].id, 3u);
+  EXPECT_EQ(table.entries()[1].name, "c");
+}
+
+TEST(NameTable, FindsTheNamesBehindOneThatIsGone) {
+  NameTable table({{0, "a"}, {1, "b"}, {2, "c"}});
+  table.eraseFirst(1);
+  EXPECT_EQ(*table.nameOf(0), "a");
+  EXPECT_EQ(table.nameOf(1), nullptr);
+  EXPECT_EQ(*table.nameOf(2), "c");
+  EXPECT_EQ(table.freeId(), 1u);
+}
+
+TEST(NameTable, ANameThatIsAppendedUnderAnIdThatThereIsIsNotShown) {
+  NameTable table({{4, "first"}});
+  table.append(4, "second");
+  EXPECT_EQ(*table.nameOf(4), "first");
+  EXPECT_EQ(table.idOf("second"), 4u);
+}
+
 RC_GTEST_PROP(NameTable, LooksNamesUpAsASessionDoes, (const std::vector<std::pair<std::uint8_t, std::uint8_t>>& ids)) {
   NameTable table;
   ZOR::reg::NamedIdList list;
