@@ -68,15 +68,16 @@ TEST_F(Solving, AClusterCanBeKept) {
   EXPECT_THAT(findings.all()[0].groups, ElementsAre("A", "B"));
 }
 
-TEST_F(Solving, AGroupOutsideEveryClusterGoesWithTheOthersWhenOneIsKept) {
-  storeTwoClusters();
-  store({hallFrom("loner", 3, {"T1", "T2", "U1"})});
+TEST_F(Solving, GroupsOutsideEveryClusterAreLeftOutWhenOneIsKept) {
+  // Each of the two shares three names with others, but no three of them with any single one.
+  store({hallFrom("A", 0, {"T1", "T2", "T3", "R", "S"}), hallFrom("B", 100, {"T1", "T2", "T3"}),
+         hallFrom("first", 3, {"P", "Q", "R"}), hallFrom("second", 3, {"P", "Q", "S"})});
   request.keepCluster = 0;
   DrivenSession& session = begin();
   EXPECT_EQ(solveIt(session), Solve::registered);
   EXPECT_THAT(session.state().registeredGroups, ElementsAre(0, 1));
   ASSERT_EQ(findings.all().size(), 1u);
-  EXPECT_THAT(findings.all()[0].groups, ElementsAre("C", "D", "loner"));
+  EXPECT_THAT(findings.all()[0].groups, ElementsAre("first", "second"));
 }
 
 TEST_F(Solving, AClusterThatThereIsntIsRefused) {
