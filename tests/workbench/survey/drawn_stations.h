@@ -74,15 +74,6 @@ class DrawnStations : public testing::Test {
     return *driven;
   }
 
-  std::vector<std::string> storedGroupNames() {
-    std::vector<std::string> names;
-    const OdDbDatabasePtr database = workbench.requireActiveDocument().database();
-    for (const StoredGroup& group : storedGroups(*database)) {
-      names.emplace_back(group.name.begin(), group.name.end());
-    }
-    return names;
-  }
-
   Workbench workbench{Workbench::Options{"", TSL_REGISTRATION}};
 
  private:
