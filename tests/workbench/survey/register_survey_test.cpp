@@ -188,11 +188,14 @@ TEST_F(RegisterSurvey, FindsATargetTwiceAndAnotherUnit) {
 }
 
 TEST_F(RegisterSurvey, NamesNoOutlierWhileTheStationsStillMove) {
-  const std::vector<std::string> names{"T1", "T2", "T3", "T4", "T5"};
-  StationPoints odd = hallFrom("C", 0, names);
-  odd.points[4].position.y += 0.5;
-  store({hallFrom("A", 0, names), hallFrom("B", 0, names), odd});
-  request.base = {"A"};
+  // Five stations at one place, each with a little noise; one of them saw T5 elsewhere.
+  std::vector<StationPoints> stations;
+  for (const char* name : {"A", "B", "C", "D", "E"}) {
+    stations.push_back(hallFrom(name, 0, {"T1", "T2", "T3", "T4", "T5"}));
+    stations.back().points[stations.size() - 1].position.z += 0.001;
+  }
+  stations[2].points[4].position.y += 0.5;
+  store(stations);
   const Registration pairwise = registerThem();
   ASSERT_TRUE(pairwise.registered()->outlier);
   EXPECT_EQ(pairwise.points[pairwise.registered()->outlier->point].name, "T5");
