@@ -4,6 +4,7 @@
 
 #include "workbench/report/refusal_text.h"
 #include "workbench/session_states.h"
+#include "workbench/survey/refusal_of.h"
 
 namespace tiepoint::workbench {
 namespace {
@@ -83,6 +84,56 @@ TEST_F(PointChoiceTest, AReadingThatIsGivenIsTheOnlyOne) {
             "weight S2:a:b: there is no group \"S2:a\"; did");
 }
 
+TEST_F(PointChoiceTest, WhatIsntThereIsNotFound) {
+  EXPECT_FALSE(findPoints(state(), readings("S3")).has_value());
+  EXPECT_FALSE(findPoints(state(), readings("S1:T3")).has_value());
+  EXPECT_TRUE(findPoints(state(), readings("S1:T2")).has_value());
+}
+
+TEST_F(PointChoiceTest, AGroupWithoutPointsIsAWholeGroupAllTheSame) {
+  builder.group("bare");
+  const ChosenPoints choice = chosenPoints(state(), readings("bare"), Field::exclude);
+  EXPECT_TRUE(choice.wholeGroup);
+  EXPECT_EQ(choice.group, 4u);
+  EXPECT_THAT(choice.points, testing::IsEmpty());
+}
+
+TEST_F(PointChoiceTest, NamesMeanWhatASessionShowsOfThem) {
+  builder.group("зал").point("?");
+  EXPECT_EQ(chosenGroup(state(), "зал", Field::base), 4u);
+  EXPECT_THAT(chosenPoints(state(), readings("зал:\u00C5"), Field::exclude).points, ElementsAre(7))
+      << "a letter that a session's names lack";
+}
+
+TEST_F(PointChoiceTest, ARefusalOfAGroupHoldsTheGroupsInTheirOrder) {
+  const Refusal refusal = refusalOf([&] { chosenGroup(state(), "s1", Field::base); });
+  EXPECT_EQ(refusal.kind, RefusalKind::noSuchGroup);
+  EXPECT_EQ(refusal.field, Field::base);
+  EXPECT_EQ(refusal.given, "s1") << "names have capitals";
+  EXPECT_EQ(refusal.name, "s1");
+  EXPECT_THAT(refusal.known, ElementsAre("S1", "S2", "S2:T1", "odd:name"));
+}
+
+TEST_F(PointChoiceTest, ARefusalOfAPointHoldsThePointsOfItsGroup) {
+  const Refusal refusal = refusalOf([&] { chosenPoints(state(), readings("S2:c"), Field::weight); });
+  EXPECT_EQ(refusal.kind, RefusalKind::noSuchPoint);
+  EXPECT_EQ(refusal.field, Field::weight);
+  EXPECT_EQ(refusal.given, "S2:c");
+  EXPECT_EQ(refusal.name, "S2");
+  EXPECT_EQ(refusal.point, "c");
+  EXPECT_THAT(refusal.known, ElementsAre("T1", "a:b"));
+}
+
+TEST_F(PointChoiceTest, OfSeveralReadingsTheFirstWhoseGroupIsKnownIsBlamed) {
+  const Refusal known = refusalOf([&] { chosenPoints(state(), readings("S2:T1:Y"), Field::exclude); });
+  EXPECT_EQ(known.kind, RefusalKind::noSuchPoint);
+  EXPECT_EQ(known.name, "S2");
+  EXPECT_EQ(known.point, "T1:Y");
+  const Refusal unknown = refusalOf([&] { chosenPoints(state(), readings("S7:T1:Y"), Field::exclude); });
+  EXPECT_EQ(unknown.kind, RefusalKind::noSuchGroup);
+  EXPECT_EQ(unknown.name, "S7") << "the shortest";
+}
+
 /// What a drawing will hold.
 class KnownNamesTest : public testing::Test {
  protected:
@@ -108,6 +159,39 @@ TEST_F(KnownNamesTest, OthersAreRefused) {
 TEST_F(KnownNamesTest, APointMayYetGetItsNameButAGroupMayNot) {
   EXPECT_EQ(refused("S1:auto7", NamesToCome::some), "nothing");
   EXPECT_EQ(refused("S9:auto7", NamesToCome::some).substr(0, 33), "--exclude S9:auto7: there is no g");
+}
+
+TEST_F(KnownNamesTest, ARefusalHoldsTheGivenTextAndWhatThereIs) {
+  const Refusal refusal = refusalOf([&] { requireGroup(names, "S9", "S9=cloud.xyz", Field::cloud); });
+  EXPECT_EQ(refusal.kind, RefusalKind::noSuchGroup);
+  EXPECT_EQ(refusal.field, Field::cloud);
+  EXPECT_EQ(refusal.given, "S9=cloud.xyz");
+  EXPECT_EQ(refusal.name, "S9");
+  EXPECT_THAT(refusal.known, ElementsAre("S1", "S2:T1"));
+  EXPECT_NO_THROW(requireGroup(names, "S1", "S1=cloud.xyz", Field::cloud));
+}
+
+TEST_F(KnownNamesTest, APointOfAnyReadingIsEnough) {
+  names.pointsOf("S2") = {"b"};
+  EXPECT_EQ(refused("S2:T1:X"), "nothing") << "of the longer group";
+  const Refusal refusal =
+      refusalOf([&] { requireKnown(names, readings("S2:T1:Y"), Field::weight, NamesToCome::none); });
+  EXPECT_EQ(refusal.name, "S2");
+  EXPECT_EQ(refusal.point, "T1:Y");
+  EXPECT_THAT(refusal.known, ElementsAre("b"));
+}
+
+TEST_F(KnownNamesTest, NamesMeanWhatASessionShowsOfThem) {
+  names.pointsOf("?") = {"?"};
+  EXPECT_EQ(refused("\u00C5:\u00E9"), "nothing");
+}
+
+TEST_F(KnownNamesTest, AreInTheOrderOfTheirComing) {
+  names.pointsOf("A").push_back("T1");
+  names.pointsOf("S1").push_back("T3");
+  EXPECT_THAT(names.groups(), ElementsAre("S1", "S2:T1", "A"));
+  EXPECT_THAT(*names.find("S1"), ElementsAre("T1", "T2", "T3"));
+  EXPECT_EQ(names.find("s1"), nullptr);
 }
 
 }  // namespace

@@ -2,17 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "workbench/report/refusal_text.h"
+#include "workbench/survey/refusal_of.h"
 
 namespace tiepoint::workbench {
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-std::string refusalOf(const RegistrationRequest& request) {
+std::string complaintOf(const RegistrationRequest& request) {
   try {
     checkRequest(request);
   } catch (const Refused& refused) {
@@ -40,29 +42,133 @@ TEST(CheckRequest, RefusesLimitsThatGoWithAnotherNaming) {
   RegistrationRequest request;
   request.naming.how = Naming::closeness;
   request.naming.sideTolerance = 0.1;
-  EXPECT_EQ(refusalOf(request), "--side-tolerance goes with --match triangles or auto");
+  EXPECT_EQ(complaintOf(request), "--side-tolerance goes with --match triangles or auto");
 }
 
 TEST(CheckRequest, RefusesIterationLimitsOfThePairwiseMethod) {
   RegistrationRequest request;
   request.maxIterations = 5;
-  EXPECT_EQ(refusalOf(request), "--max-iterations goes with --method iterative");
+  EXPECT_EQ(complaintOf(request), "--max-iterations goes with --method iterative");
   request.method = RegistrationMethod::iterative;
-  EXPECT_EQ(refusalOf(request), "nothing");
+  EXPECT_EQ(complaintOf(request), "nothing");
   request.maxIterations = 0;
-  EXPECT_EQ(refusalOf(request), "--max-iterations 0: at least 1");
+  EXPECT_EQ(complaintOf(request), "--max-iterations 0: at least 1");
 }
 
 TEST(CheckRequest, RefusesAWeightBeyondOneFromAnyFace) {
   RegistrationRequest request;
   request.weights.push_back({{{PointRef{"S1", "T1"}}, "S1:T1"}, 1.5});
-  EXPECT_EQ(refusalOf(request), "--weight S1:T1: the weight must be a number from 0 to 1");
+  EXPECT_EQ(complaintOf(request), "--weight S1:T1: the weight must be a number from 0 to 1");
 }
 
 TEST(CheckRequest, RefusesAFormatWithoutAFolder) {
   RegistrationRequest request;
   request.outputs.matrixFormat = MatrixFormat::trf;
-  EXPECT_EQ(refusalOf(request), "--matrix-format goes with --matrices FOLDER");
+  EXPECT_EQ(complaintOf(request), "--matrix-format goes with --matrices FOLDER");
+}
+
+/// The refusal itself.
+Refusal refused(const RegistrationRequest& request) {
+  return refusalOf([&] { checkRequest(request); });
+}
+
+TEST(CheckRequest, TakesAnEmptyRequest) { EXPECT_EQ(complaintOf(RegistrationRequest()), "nothing"); }
+
+TEST(CheckRequest, TakesNoSideDifferenceButNoOtherLengthOfZero) {
+  RegistrationRequest request;
+  request.naming.how = Naming::automatic;
+  request.naming.minSideDifference = 0.0;
+  EXPECT_EQ(complaintOf(request), "nothing");
+  request.naming.minSideDifference = -0.5;
+  EXPECT_EQ(refused(request).kind, RefusalKind::notALength);
+  EXPECT_EQ(refused(request).field, Field::minSideDifference);
+  EXPECT_EQ(refused(request).value, -0.5);
+  request.naming.minSideDifference.reset();
+  request.naming.closeness = 0.0;
+  EXPECT_EQ(refused(request).kind, RefusalKind::notAboveZero);
+  EXPECT_EQ(refused(request).field, Field::closeness);
+  EXPECT_EQ(refused(request).value, 0.0);
+}
+
+/// A limit and the namings that know it.
+struct LimitCase {
+  std::optional<double> NamingRequest::*limit;
+  Field field;
+  std::vector<Naming> knownTo;
+};
+
+TEST(CheckRequest, KnowsWhichLimitGoesWithWhichNaming) {
+  const std::vector<LimitCase> cases{
+      {&NamingRequest::sideTolerance, Field::sideTolerance, {Naming::automatic, Naming::triangles}},
+      {&NamingRequest::minSideDifference, Field::minSideDifference, {Naming::automatic, Naming::triangles}},
+      {&NamingRequest::closeness, Field::closeness, {Naming::automatic, Naming::closeness}},
+      {&NamingRequest::limit, Field::namingLimit, {Naming::automatic}}};
+  for (const LimitCase& known : cases) {
+    for (const Naming how : {Naming::none, Naming::automatic, Naming::triangles, Naming::closeness}) {
+      RegistrationRequest request;
+      request.naming.how = how;
+      request.naming.*known.limit = 0.1;
+      if (std::count(known.knownTo.begin(), known.knownTo.end(), how) != 0) {
+        EXPECT_EQ(complaintOf(request), "nothing");
+        continue;
+      }
+      EXPECT_EQ(refused(request).kind, RefusalKind::goesWith);
+      EXPECT_EQ(refused(request).field, known.field);
+      EXPECT_EQ(refused(request).otherField, Field::naming);
+    }
+  }
+}
+
+TEST(CheckRequest, RefusesAConvergenceThatCantBe) {
+  RegistrationRequest request;
+  request.convergence = 0.1;
+  EXPECT_EQ(refused(request).kind, RefusalKind::goesWith);
+  EXPECT_EQ(refused(request).field, Field::convergence);
+  EXPECT_EQ(refused(request).otherField, Field::method);
+  request.method = RegistrationMethod::iterative;
+  EXPECT_EQ(complaintOf(request), "nothing");
+  for (const double odd : {0.0, -1.0, infinity, std::nan("")}) {
+    request.convergence = odd;
+    EXPECT_EQ(refused(request).kind, RefusalKind::notAboveZero) << odd;
+    EXPECT_EQ(refused(request).field, Field::convergence) << odd;
+  }
+}
+
+TEST(CheckRequest, RefusesAClusterOfTheIterativeMethod) {
+  RegistrationRequest request;
+  request.keepCluster = 1;
+  EXPECT_EQ(complaintOf(request), "nothing");
+  request.method = RegistrationMethod::iterative;
+  EXPECT_EQ(refused(request).kind, RefusalKind::keepClusterNeedsPairwise);
+  EXPECT_EQ(refused(request).field, Field::keepCluster);
+}
+
+TEST(CheckRequest, TakesTheWeightsFromZeroToOne) {
+  RegistrationRequest request;
+  request.weights.push_back({{{PointRef{"S1", "T1"}}, "S1:T1"}, 0.0});
+  request.weights.push_back({{{PointRef{"S1", "T2"}}, "S1:T2"}, 1.0});
+  EXPECT_EQ(complaintOf(request), "nothing");
+  for (const double odd : {-0.001, 1.001, infinity, -infinity}) {
+    request.weights[1].weight = odd;
+    EXPECT_EQ(refused(request).kind, RefusalKind::weightOutOfRange) << odd;
+    EXPECT_EQ(refused(request).given, "S1:T2") << odd;
+    EXPECT_EQ(refused(request).value, odd);
+  }
+  request.weights[1].weight = std::nan("");
+  EXPECT_EQ(refused(request).kind, RefusalKind::weightOutOfRange);
+}
+
+TEST(CheckRequest, RefusesAKindOfReportWithoutAReport) {
+  RegistrationRequest request;
+  request.outputs.reportKind = ReportKind::points;
+  EXPECT_EQ(refused(request).field, Field::reportKind);
+  EXPECT_EQ(refused(request).otherField, Field::report);
+  request.outputs.report = "report.html";
+  EXPECT_EQ(complaintOf(request), "nothing");
+  request.outputs.matrixFormat = MatrixFormat::trf;
+  EXPECT_EQ(refused(request).field, Field::matrixFormat);
+  request.outputs.matrices = "matrices";
+  EXPECT_EQ(complaintOf(request), "nothing");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "workbench/report/refusal_text.h"
+#include "workbench/survey/refusal_of.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
@@ -54,6 +55,78 @@ TEST(WeightsFile, AGroupWithAColonIsAGroupOfThatName) {
   const std::vector<WeightChoice> weights = readWeightsFile(path);
   ASSERT_EQ(weights.size(), 1u);
   EXPECT_EQ(refOf(weights[0]), "A:B|C");
+}
+
+TEST(WeightOfText, IsANumberFromZeroToOne) {
+  EXPECT_EQ(weightOfText("0"), 0.0);
+  EXPECT_EQ(weightOfText("1"), 1.0);
+  EXPECT_EQ(weightOfText("1.0000"), 1.0);
+  EXPECT_EQ(weightOfText("2.5e-1"), 0.25);
+  EXPECT_EQ(weightOfText(".5"), 0.5);
+}
+
+TEST(WeightOfText, IsTheWholeOfTheText) {
+  for (const char* text :
+       {"", " ", "0.5 ", " 0.5", "0.5x", "0,5", "+0.5", "0x1", "-0.1", "1.1", "nan", "inf", "1e-999"}) {
+    EXPECT_EQ(weightOfText(text), std::nullopt) << "'" << text << "'";
+  }
+}
+
+/// A file of its own for one test.
+class WeightsFileOf : public testing::Test {
+ protected:
+  std::vector<WeightChoice> read(const std::string& bytes) {
+    writeBytes(path, bytes);
+    return readWeightsFile(path);
+  }
+
+  const TemporaryFolder folder;
+  const std::string path = folder.file("weights.txt");
+};
+
+TEST_F(WeightsFileOf, CommentsAloneHoldsNoWeights) { EXPECT_TRUE(read("# S1 T1 1\n \t\r\n,;\n").empty()); }
+
+TEST_F(WeightsFileOf, AnyRunOfSeparatorsSeparates) {
+  const std::vector<WeightChoice> weights = read(";,S1 ,;\t T1  ;0.5;,\r\n");
+  ASSERT_EQ(weights.size(), 1u);
+  EXPECT_EQ(refOf(weights[0]), "S1|T1");
+  EXPECT_EQ(weights[0].weight, 0.5);
+}
+
+TEST_F(WeightsFileOf, TheLastLineNeedsNoEnd) {
+  const std::vector<WeightChoice> weights = read("S1 T1 1\nS2 T2 0.5");
+  ASSERT_EQ(weights.size(), 2u);
+  EXPECT_EQ(refOf(weights[1]), "S2|T2");
+}
+
+TEST_F(WeightsFileOf, AChoiceTellsWhatWasGiven) {
+  const std::vector<WeightChoice> weights = read("plant  hall T3 0.25\n");
+  ASSERT_EQ(weights.size(), 1u);
+  EXPECT_EQ(weights[0].points.given, "plant  hall:T3");
+}
+
+TEST_F(WeightsFileOf, NamesAreUtf8) {
+  const std::vector<WeightChoice> weights = read("зал Т3 0.25\n");
+  ASSERT_EQ(weights.size(), 1u);
+  EXPECT_EQ(refOf(weights[0]), "зал|Т3");
+}
+
+TEST_F(WeightsFileOf, ABadLineIsCountedWithBlankOnesAndComments) {
+  const Refusal refusal = refusalOf([&] { read("\n# all\nS1 T1 1\nS1 T2 -0.5\nS1 T3 x\n"); });
+  EXPECT_EQ(refusal.kind, RefusalKind::weightsLine);
+  EXPECT_EQ(refusal.field, Field::weightsFile);
+  EXPECT_EQ(refusal.given, path);
+  EXPECT_EQ(refusal.count, 4u);
+}
+
+TEST_F(WeightsFileOf, ANumberAloneIsABadLine) {
+  EXPECT_EQ(refusalOf([&] { read("0.5\n"); }).kind, RefusalKind::weightsLine);
+}
+
+TEST_F(WeightsFileOf, AFileThatCantBeReadIsRefusedAsAnyOther) {
+  EXPECT_EQ(refusalOf([&] { readWeightsFile(path); }).kind, RefusalKind::fileMissing);
+  EXPECT_EQ(refusalOf([&] { readWeightsFile(folder.file("")); }).kind, RefusalKind::fileIsFolder);
+  EXPECT_EQ(refusalOf([&] { read(""); }).kind, RefusalKind::fileEmpty);
 }
 
 }  // namespace
