@@ -27,17 +27,13 @@ FittedTargets::FittedTargets(const std::vector<MergedTarget>& targets) {
 
 std::optional<OdGeVector3d> FittedTargets::residual(const std::string& name, const OdGePoint3d& registered,
                                                     double discrepancy) const {
-  double best = std::max(finestDifference, lostDigits * largestCoordinate(registered));
-  std::optional<OdGeVector3d> found;
+  const double rounding = std::max(finestDifference, lostDigits * largestCoordinate(registered));
   const auto [begin, end] = byName.equal_range(name);
   for (auto entry = begin; entry != end; ++entry) {
     const OdGeVector3d residual = registered - entry->second->position;
-    const double difference = std::abs(lengthOf(residual) - discrepancy);
-    if (!(difference <= best)) continue;
-    best = difference;
-    found = residual;
+    if (std::abs(lengthOf(residual) - discrepancy) <= rounding) return residual;
   }
-  return found;
+  return std::nullopt;
 }
 
 }  // namespace tiepoint::workbench

@@ -87,8 +87,13 @@ TEST_F(Residuals, AreThereForATargetThatAStationLeavesOut) {
 TEST_F(Residuals, AreThereForATargetThatAStationLeavesOutIteratively) {
   request.method = RegistrationMethod::iterative;
   request.base = {"south"};
-  request.weights = {{{{PointRef{"west", "T1"}}}, 0.0}, {{{PointRef{"north", "T2"}}}, 0.25}};
+  request.exclude = {{{PointRef{"west", "T1"}}, "west:T1"}};
   EXPECT_EQ(haveTheDiscrepanciesAsLengths(registered()), 17u);
+}
+
+TEST_F(Residuals, FollowTheWeightsOfTheOtherPoints) {
+  request.weights = {{{{PointRef{"west", "T1"}}}, 0.0}, {{{PointRef{"north", "T1"}}}, 0.25}};
+  EXPECT_EQ(haveTheDiscrepanciesAsLengths(registered()), 23u);
 }
 
 TEST_F(Residuals, AreThereForSeveralBases) {
