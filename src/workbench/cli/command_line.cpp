@@ -168,6 +168,7 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addPictureOptions(app, options.picture, "--picture-size", "--picture-view");
   app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
   app.add_flag("--all-points", options.allPoints, "tables in full: of more than 200 rows only the worst are shown");
+  app.add_flag("--axes", options.axes, "show each discrepancy along x, y and z of the common system, too");
   addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm: residuals are printed in mm");
   addPrintOptions(app, options.json, options.quiet);
 }

@@ -79,6 +79,8 @@ struct RegisterOptions {
   std::string unit;
   /// Tables of any length in full.
   bool allPoints = false;
+  /// Discrepancies along the axes, too.
+  bool axes = false;
   bool json = false;
   bool quiet = false;
 };

@@ -87,7 +87,10 @@ OrderedJson jsonMatrix(const OdGeMatrix3d& matrix) {
 
 OrderedJson jsonRms(const std::optional<Rms>& rms) {
   if (!rms) return {};
-  return {{"points", rms->count}, {"rms", jsonNumber(rms->value)}, {"largest", jsonNumber(rms->largest)}};
+  return {{"points", rms->count},
+          {"mean", jsonNumber(rms->mean)},
+          {"rms", jsonNumber(rms->value)},
+          {"largest", jsonNumber(rms->largest)}};
 }
 
 OrderedJson jsonImport(const ImportReport& import) {

@@ -41,6 +41,10 @@ OrderedJson jsonGroup(const GroupOutcome& group) {
           {"atBase", jsonRms(group.atBase)}};
 }
 
+OrderedJson jsonResidual(const std::optional<OdGeVector3d>& residual) {
+  return residual ? jsonPoint({residual->x, residual->y, residual->z}) : OrderedJson();
+}
+
 OrderedJson jsonPointOutcome(const Registration& registration, const PointOutcome& point) {
   return {{"group", registration.groups[point.group].name},
           {"name", point.name},
@@ -50,7 +54,16 @@ OrderedJson jsonPointOutcome(const Registration& registration, const PointOutcom
           {"reason", point.reason ? OrderedJson(reasonKey(*point.reason)) : OrderedJson()},
           {"registered", point.registered ? jsonPoint(*point.registered) : OrderedJson()},
           {"discrepancy", jsonNumber(point.discrepancy)},
+          {"residual", jsonResidual(point.residual)},
           {"atBase", jsonNumber(point.atBase)}};
+}
+
+/// The figures of an RMS, and of how many stations.
+OrderedJson jsonProtocol(const std::optional<ProtocolFigures>& protocol) {
+  if (!protocol) return {};
+  OrderedJson json = jsonRms(protocol->discrepancies);
+  json["stations"] = protocol->stations;
+  return json;
 }
 
 OrderedJson jsonOutlier(const Registration& registration, const Registered& registered) {
@@ -120,6 +133,7 @@ void addResults(const Registration& registration, JsonMembers& json) {
   const Registered& registered = found ? *found : none;
   json.add("discrepancies", jsonRms(registered.discrepancies));
   json.add("atBase", jsonRms(registered.atBase));
+  json.add("protocol", jsonProtocol(registered.protocol));
   json.add("standOut", jsonOutlier(registration, registered));
   json.add("spread", found ? jsonSpread(registered.spread) : OrderedJson());
   addList(json, "commonPoints", registered.targets, jsonTarget);

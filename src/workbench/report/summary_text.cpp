@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
-#include <limits>
 #include <map>
 
 #include "workbench/geometry/rigid_motion.h"
@@ -59,16 +57,6 @@ std::vector<std::string> transformRow(const GroupOutcome& group, const LengthFor
   return {name, angle, axis(0), axis(1), axis(2), shift(0), shift(1), shift(2)};
 }
 
-/// How badly each group fits. What has no figure for it is worth a look all the same: the base, and what
-/// isn't registered.
-std::vector<double> badnessOf(const std::vector<GroupOutcome>& groups) {
-  std::vector<double> badness;
-  for (const GroupOutcome& group : groups) {
-    badness.push_back(group.discrepancies ? group.discrepancies->value : std::numeric_limits<double>::infinity());
-  }
-  return badness;
-}
-
 std::string transformations(const Registration& registration, const LengthFormat& lengths, bool all) {
   TextTable table({left, right, right, right, right, right, right, right});
   table.add({"group", "angle", "axis x", "axis y", "axis z", "shift x", "shift y", "shift z"});
@@ -79,56 +67,6 @@ std::string transformations(const Registration& registration, const LengthFormat
       fmt::format("Transformations to the common system: degrees about an axis through the origin, then a shift ({})",
                   lengths.positionUnit());
   return wrapped(head, textWidth, 2) + "\n" + table.text() + restLine(rows.size(), registration.groups.size(), "group");
-}
-
-// --- Discrepancies.
-
-std::string markOf(const Registered& registered, std::size_t point) {
-  if (registered.largest != point) return "";
-  if (!registered.outlier) return "<- largest";
-  return fmt::format("<- largest, {:.1f} times the median", registered.outlier->timesMedian);
-}
-
-/// The indices of the points that have a discrepancy.
-std::vector<std::size_t> pointsWithDiscrepancy(const Registration& registration) {
-  std::vector<std::size_t> points;
-  for (std::size_t i = 0; i < registration.points.size(); ++i) {
-    if (registration.points[i].discrepancy) points.push_back(i);
-  }
-  return points;
-}
-
-std::vector<double> badnessOf(const Registration& registration, const std::vector<std::size_t>& points) {
-  std::vector<double> badness;
-  for (const std::size_t i : points) badness.push_back(*registration.points[i].discrepancy);
-  return badness;
-}
-
-std::string discrepancies(const Registration& registration, const LengthFormat& lengths, bool all) {
-  const Registered& registered = *registration.registered();
-  const bool atBase = registered.atBase.has_value();
-  TextTable table({left, left, right, atBase ? right : left, left});
-  const auto add = [&](const std::string& group, const std::string& point, const std::string& discrepancy,
-                       const std::string& base, const std::string& mark) {
-    if (atBase) {
-      table.add({group, point, discrepancy, base, mark});
-    } else {
-      table.add({group, point, discrepancy, mark});
-    }
-  };
-  add("group", "point", "discrepancy", "at base", "");
-  const std::vector<std::size_t> points = pointsWithDiscrepancy(registration);
-  const std::vector<std::size_t> rows = rowsToShow(badnessOf(registration, points), all);
-  for (const std::size_t row : rows) {
-    const std::size_t i = points[row];
-    const PointOutcome& point = registration.points[i];
-    add(printable(registration.groups[point.group].name), printable(point.name), lengths.residual(*point.discrepancy),
-        point.atBase ? lengths.residual(*point.atBase) : "-", markOf(registered, i));
-  }
-  const std::string head =
-      fmt::format("Discrepancies ({}): from the registered point to its merged target{}", lengths.residualUnit(),
-                  atBase ? "; at base: to the base's own measurement" : "");
-  return wrapped(head, textWidth, 2) + "\n" + table.text() + restLine(rows.size(), points.size(), "point");
 }
 
 std::string hint(const Registration& registration) {
@@ -142,42 +80,6 @@ std::string hint(const Registration& registration) {
       "with --exclude {}:{}",
       name, group, group, name);
   return wrapped(text, textWidth, 0) + "\n";
-}
-
-// --- RMS.
-
-void addRms(TextTable& table, const std::string& name, const std::optional<Rms>& discrepancies,
-            const std::optional<Rms>& atBase, bool hasBase, const LengthFormat& lengths) {
-  if (!discrepancies) return;
-  std::vector<std::string> row{name, std::to_string(discrepancies->count), lengths.residual(discrepancies->value),
-                               lengths.residual(discrepancies->largest)};
-  if (hasBase) {
-    row.push_back(atBase ? std::to_string(atBase->count) : "-");
-    row.push_back(atBase ? lengths.residual(atBase->value) : "-");
-  }
-  table.add(std::move(row));
-}
-
-std::string rms(const Registration& registration, const LengthFormat& lengths, bool all) {
-  const Registered& registered = *registration.registered();
-  const bool atBase = registered.atBase.has_value();
-  TextTable table({left, right, right, right, right, right});
-  std::vector<std::string> head{"group", "points", "RMS", "largest"};
-  if (atBase) head.insert(head.end(), {"at base", "RMS at base"});
-  table.add(std::move(head));
-  const std::vector<std::size_t> rows = rowsToShow(badnessOf(registration.groups), all);
-  for (const std::size_t i : rows) {
-    const GroupOutcome& group = registration.groups[i];
-    addRms(table, printable(group.name), group.discrepancies, group.atBase, atBase, lengths);
-  }
-  addRms(table, "all", registered.discrepancies, registered.atBase, atBase, lengths);
-  std::string text = fmt::format("RMS of the discrepancies ({})\n{}{}", lengths.residualUnit(), table.text(),
-                                 restLine(rows.size(), registration.groups.size(), "group"));
-  if (atBase) {
-    text += fmt::format("\nRMS at the base: {} {} over {}\n", lengths.residual(registered.atBase->value),
-                        lengths.residualUnit(), plural(registered.atBase->count, "point"));
-  }
-  return text;
 }
 
 // --- Points that are out.
@@ -251,17 +153,19 @@ std::string written(const Registration& registration) {
   return text + writtenFiles(registration.files);
 }
 
-std::string registered(const Registration& registration, const LengthFormat& lengths, bool all) {
+std::string registered(const Registration& registration, const LengthFormat& lengths, const TableOptions& options) {
   std::string text =
       registeredLine(registration) +
       fmt::format(": {} of {} in use\n", activeCount(registration), plural(registration.points.size(), "point")) +
-      courseText(registration, lengths) + "\n" + transformations(registration, lengths, all) + "\n" +
-      discrepancies(registration, lengths, all);
-  const std::string out = pointsOut(registration, all);
+      courseText(registration, lengths) + "\n" + transformations(registration, lengths, options.allRows) + "\n" +
+      discrepanciesByPoint(registration, lengths, options);
+  const std::string out = pointsOut(registration, options.allRows);
   const std::string spread = spreadText(registration.registered()->spread, lengths);
+  const std::string protocol = protocolText(registration, lengths);
   const std::string advice = hint(registration);
   if (!out.empty()) text += "\n" + out;
-  text += "\n" + rms(registration, lengths, all);
+  text += "\n" + discrepanciesByGroup(registration, lengths, options);
+  if (!protocol.empty()) text += "\n" + protocol;
   if (!spread.empty()) text += "\n" + spread;
   if (!advice.empty()) text += "\n" + advice;
   return text + written(registration);
@@ -269,12 +173,12 @@ std::string registered(const Registration& registration, const LengthFormat& len
 
 }  // namespace
 
-std::string summaryText(const Registration& registration, const LengthFormat& lengths, bool all) {
-  std::string text = importTable(registration.import, all);
+std::string summaryText(const Registration& registration, const LengthFormat& lengths, const TableOptions& options) {
+  std::string text = importTable(registration.import, options.allRows);
   if (!text.empty()) text += "\n";
   if (registration.naming) text += matchText(registration, *registration.naming, lengths) + "\n";
-  if (registration.registered()) return text + registered(registration, lengths, all);
-  const std::string out = pointsOut(registration, all);
+  if (registration.registered()) return text + registered(registration, lengths, options);
+  const std::string out = pointsOut(registration, options.allRows);
   const bool showsPoints = !out.empty() && !std::holds_alternative<NotNamed>(registration.outcome);
   return text + refusedText(registration) + (showsPoints ? "\n" + out : "");
 }

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "workbench/session/reasons.h"
+#include "workbench/session/residuals.h"
 
 namespace tiepoint::workbench {
 
@@ -55,39 +56,63 @@ class BaseTargets {
   std::unordered_map<CommonPointId, Sum> sums;
 };
 
+/// Where the points were to come to.
+struct Targets {
+  BaseTargets base;
+  FittedTargets fitted;
+};
+
+/// A base stays where it is. Its points have a discrepancy where several base points bear one name: to
+/// their mean.
+void describeBasePoint(const RefPoint& record, const Targets& targets, PointOutcome& result) {
+  const auto target = targets.base.at(record.commonId);
+  if (result.discrepancy && target) result.residual = record.position - *target;
+}
+
+/// The session keeps no discrepancy of exactly zero. What took no part in the fit has none either: points
+/// of a weight below zero, and all but the last of one name in a group. Those lie beside their target.
+void describeFit(const RefPoint& record, const Targets& targets, PointOutcome& result) {
+  result.residual = targets.fitted.residual(result.name, *result.registered, result.discrepancy.value_or(0.0));
+  if (!result.discrepancy && result.residual && record.weight > 0.0) result.discrepancy = 0.0;
+  if (!result.discrepancy) result.residual.reset();
+}
+
 /// Into the row of a point what the solve found of it.
 void describePoint(const RefPoint& record, const SessionState& state, const SolvedTransforms& solved,
-                   const BaseTargets& base, PointOutcome& result) {
+                   const Targets& targets, PointOutcome& result) {
   const auto known = state.discrepancies.find(record.id);
   const auto motion = solved.toCommon.find(record.groupId);
   if (known != state.discrepancies.end()) result.discrepancy = known->second;
+  if (record.active && record.inBase) describeBasePoint(record, targets, result);
   if (motion == solved.toCommon.end()) return;
 
   result.registered = record.position;
   result.registered->p_transform(motion->second);
   if (!record.active || record.inBase) return;
-  // A weight below zero keeps a point out of every fit; then nothing is known of it.
-  if (!result.discrepancy && record.weight > 0.0) result.discrepancy = 0.0;
-  if (const auto target = base.at(record.commonId)) result.atBase = distance(*result.registered, *target);
+  describeFit(record, targets, result);
+  if (const auto target = targets.base.at(record.commonId)) result.atBase = distance(*result.registered, *target);
 }
 
-/// The RMS of the values that are there; nothing when there are none.
+/// The RMS and the mean of the values that are there; nothing when there are none.
 class RmsSum {
  public:
   void add(const std::optional<double>& value) {
     if (!value) return;
     ++rms.count;
+    sum += *value;
     squares += *value * *value;
     // Written so that a value that is no number stays seen.
     if (!(*value <= rms.largest)) rms.largest = *value;
   }
   std::optional<Rms> result() const {
     if (rms.count == 0) return std::nullopt;
-    return Rms{rms.count, std::sqrt(squares / static_cast<double>(rms.count)), rms.largest};
+    const double count = static_cast<double>(rms.count);
+    return Rms{rms.count, std::sqrt(squares / count), rms.largest, sum / count};
   }
 
  private:
   Rms rms;
+  double sum = 0.0;
   double squares = 0.0;
 };
 
@@ -137,6 +162,14 @@ void findLargest(Results& results) {
   if (median > 0.0 && worst > standsOutBeyond * median) results.outlier = {*largest, worst / median};
 }
 
+void findProtocol(Results& results) {
+  if (!results.discrepancies) return;
+  const std::vector<GroupOutcome>& groups = results.rows.groups;
+  const auto stations = std::count_if(groups.begin(), groups.end(),
+                                      [](const GroupOutcome& group) { return group.discrepancies.has_value(); });
+  results.protocol = {*results.discrepancies, static_cast<std::size_t>(stations)};
+}
+
 void countPoints(const SessionState& state, Outcomes& rows) {
   std::unordered_map<GroupId, std::size_t> indexOf;
   for (std::size_t i = 0; i < rows.groups.size(); ++i) indexOf.emplace(rows.groups[i].id, i);
@@ -175,14 +208,14 @@ Outcomes outcomesOf(const SessionState& state) {
 }
 
 Results describeResults(const SessionState& state, const SolvedTransforms& solved) {
-  const BaseTargets base(state);
+  const Targets targets{BaseTargets(state), FittedTargets(solved.fitted)};
   Results results;
   results.rows = outcomesOf(state);
   RmsPair overall;
   std::vector<RmsPair> byGroup(results.rows.groups.size());
   for (std::size_t i = 0; i < state.points.size(); ++i) {
     PointOutcome& row = results.rows.points[i];
-    describePoint(state.points[i].record, state, solved, base, row);
+    describePoint(state.points[i].record, state, solved, targets, row);
     overall.add(row);
     byGroup[row.group].add(row);
   }
@@ -198,6 +231,7 @@ Results describeResults(const SessionState& state, const SolvedTransforms& solve
   results.spread = solved.spread;
   results.targets = solved.targets;
   findLargest(results);
+  findProtocol(results);
   return results;
 }
 

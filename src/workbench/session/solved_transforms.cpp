@@ -59,9 +59,14 @@ std::map<GroupId, OdGeMatrix3d> solvedMotions(Workbench& workbench, iMultiRegist
   return readBack(workbench, session, groups, false).toCommon;
 }
 
+std::vector<MergedTarget> solvedTargets(Workbench& workbench, iMultiRegistrator& session) {
+  return readBack(workbench, session, {}, true).targets;
+}
+
 SolvedTransforms solvedTransforms(Workbench& workbench, iMultiRegistrator& session,
                                   const std::vector<GroupId>& groups) {
   SolvedTransforms solved = readBack(workbench, session, groups, true);
+  solved.fitted = solved.targets;
   solved.spread = pointSpreadOf(session);
   return solved;
 }

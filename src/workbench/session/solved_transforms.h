@@ -20,14 +20,20 @@ namespace tiepoint::workbench {
 struct SolvedTransforms {
   /// From each group's system to the common one; none for a base and for a group that took no part.
   std::map<ZOR::reg::GroupId, OdGeMatrix3d> toCommon;
+  /// As the session stores them. Under the name of a target it stores a point that is out in its place,
+  /// when a registered group has one.
   std::vector<MergedTarget> targets;
+  /// What the groups were fitted to: the targets, with the merged one in each such place.
+  std::vector<MergedTarget> fitted;
   PointSpread spread;
 };
 
-/// Both leave the active drawing as it is. The session's list of clouds is that of the active drawing
+/// All leave the active drawing as it is. The session's list of clouds is that of the active drawing
 /// afterwards.
 std::map<ZOR::reg::GroupId, OdGeMatrix3d> solvedMotions(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
                                                         const std::vector<ZOR::reg::GroupId>& groups);
+std::vector<MergedTarget> solvedTargets(Workbench& workbench, ZOR::reg::iMultiRegistrator& session);
+/// `fitted` is the same as `targets`.
 SolvedTransforms solvedTransforms(Workbench& workbench, ZOR::reg::iMultiRegistrator& session,
                                   const std::vector<ZOR::reg::GroupId>& groups);
 

@@ -9,6 +9,7 @@
 #include "workbench/geometry/rigid_motion.h"
 #include "workbench/geometry/station_places.h"
 #include "workbench/io/text_encoding.h"
+#include "workbench/session/hidden_targets.h"
 #include "workbench/session/results.h"
 #include "workbench/session/shown_groups.h"
 #include "workbench/survey/choices.h"
@@ -53,14 +54,29 @@ void moveRows(Outcomes rows, Registration& registration) {
   registration.points = std::move(rows.points);
 }
 
-void describe(Workbench& workbench, DrivenSession& session, Registration& registration) {
+SolvedTransforms solvedOf(Workbench& workbench, DrivenSession& session, RegistrationMethod method, Progress& progress) {
   std::vector<GroupId> groups;
   for (const SessionGroup& group : session.state().groups) groups.push_back(group.id);
-  const SolvedTransforms solved = solvedTransforms(workbench, session.operations(), groups);
+  SolvedTransforms solved = solvedTransforms(workbench, session.operations(), groups);
+  if (!hidesTargets(session.state())) return solved;
+  std::optional<StageScope> stage;
+  if (method == RegistrationMethod::iterative) stage.emplace(progress, Stage::iterating);
+  solved.fitted = targetsInUse(workbench, session.state(), method);
+  return solved;
+}
+
+/// While the stations still move, the largest discrepancy says nothing of its point, and no figure is one
+/// to quote.
+void dropPassingFigures(Registered& results) {
+  results.outlier.reset();
+  results.protocol.reset();
+}
+
+void describe(Workbench& workbench, DrivenSession& session, Registration& registration, Progress& progress) {
+  const SolvedTransforms solved = solvedOf(workbench, session, registration.method, progress);
   requireRigid(session.state(), solved);
   Results results = describeResults(session.state(), solved);
-  // While the stations still move, the largest discrepancy says nothing of its point.
-  if (registration.iterations && !registration.iterations->converged()) results.outlier.reset();
+  if (registration.iterations && !registration.iterations->converged()) dropPassingFigures(results);
   moveRows(std::move(results.rows), registration);
   for (GroupOutcome& group : registration.groups) {
     group.originIsAmongPoints = originIsAmongItsPoints(session.state(), group.id);
@@ -70,7 +86,7 @@ void describe(Workbench& workbench, DrivenSession& session, Registration& regist
 
 /// Into the registration what came of the solve.
 void conclude(Workbench& workbench, DrivenSession& session, Solve solved, Registration& registration,
-              Findings& findings) {
+              Findings& findings, Progress& progress) {
   const SessionState& state = session.state();
   moveRows(outcomesOf(state), registration);
   registration.usesBase = std::any_of(state.points.begin(), state.points.end(), [](const SessionPoint& point) {
@@ -88,7 +104,7 @@ void conclude(Workbench& workbench, DrivenSession& session, Solve solved, Regist
       break;
     case Solve::registered:
       findMismatches(state, findings);
-      describe(workbench, session, registration);
+      describe(workbench, session, registration, progress);
       return;
   }
   registration.links = describeLinks(state, session.clusters());
@@ -142,7 +158,7 @@ std::unique_ptr<OpenSurvey> solveImported(Workbench& workbench, const ResolvedRe
   registration.naming = applyChoices(workbench, session, resolved, progress);
   requireFiniteCoordinates(session.state());
   const Solve solved = solve(session, request, registration, findings, progress);
-  conclude(workbench, session, solved, registration, findings);
+  conclude(workbench, session, solved, registration, findings, progress);
   registration.findings = findings.all();
   return survey;
 }

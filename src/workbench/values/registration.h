@@ -22,11 +22,12 @@
 
 namespace tiepoint::workbench {
 
-/// A root mean square over points, and the largest of their values.
+/// A root mean square over points, the largest of their values, and the mean.
 struct Rms {
   std::size_t count = 0;
   double value = 0.0;
   double largest = 0.0;
+  double mean = 0.0;
 };
 
 /// Lengths in drawing units. What needs a registration is there only when there is one.
@@ -65,8 +66,12 @@ struct PointOutcome {
   /// In the common system; nothing for a group without a transformation.
   std::optional<OdGePoint3d> registered;
   /// From the registered point to its merged target, as the session tells it. A point in use that
-  /// the session gives no discrepancy for lies on its target.
+  /// the session gives none for has 0.0 when it lies on its target; otherwise it took no part in its
+  /// group's fit, and has nothing.
   std::optional<double> discrepancy;
+  /// The discrepancy along the axes of the common system: the registered point minus its merged target.
+  /// Its length is the discrepancy; nothing where there is no discrepancy, or where the target isn't told.
+  std::optional<OdGeVector3d> residual;
   /// From the registered point to the base's own measurement of the target.
   std::optional<double> atBase;
 };
@@ -88,12 +93,22 @@ struct Outlier {
   double timesMedian = 0.0;
 };
 
+/// What a protocol of the registration states: the discrepancies of all points that have one, and how many
+/// stations these points belong to.
+struct ProtocolFigures {
+  Rms discrepancies;
+  std::size_t stations = 0;
+};
+
 struct Registered {
   std::optional<Rms> discrepancies;
   std::optional<Rms> atBase;
   /// The index of the point with the largest discrepancy; none where all are the rounding of numbers.
   std::optional<std::size_t> largest;
   std::optional<Outlier> outlier;
+  /// None without a discrepancy, and none of iterations that haven't converged: their figures are those of
+  /// wherever the run was ended.
+  std::optional<ProtocolFigures> protocol;
   PointSpread spread;
   std::vector<MergedTarget> targets;
 };

@@ -117,6 +117,21 @@ TEST(PlantHall, TheNoiseShowsInTheRms) {
   EXPECT_LT(rms, 0.0018) << "1 mm in each of three coordinates, less what the fit takes up";
 }
 
+TEST(PlantHall, EveryResidualIsAsLongAsTheDiscrepancy) {
+  const json result = parsed(hallRun({"--exclude", "S4:T13"}));
+  std::size_t compared = 0;
+  for (const json& point : result["points"]) {
+    ASSERT_EQ(point["residual"].is_null(), point["discrepancy"].is_null()) << point;
+    if (point["residual"].is_null()) continue;
+    const json& r = point["residual"];
+    EXPECT_NEAR(std::hypot(r[0].get<double>(), r[1].get<double>(), r[2].get<double>()), point["discrepancy"], 1e-9);
+    ++compared;
+  }
+  EXPECT_EQ(compared, 77u);
+  EXPECT_EQ(result["protocol"]["points"], 77);
+  EXPECT_EQ(result["protocol"]["stations"], 7);
+}
+
 TEST(PlantHall, TheBadMeasurementStandsOut) {
   const json truth = hallTruth();
   const json standOut = parsed(hallRun({}))["standOut"];

@@ -46,6 +46,18 @@ TEST_F(RegisterCommand, AGroupThatIsntTurnedHasNoAxis) {
                                     "-300.000000\n"));
 }
 
+TEST_F(RegisterCommand, TheAxesOfTheDiscrepanciesAreShownWhenTheyAreAskedFor) {
+  // Each target is 6 mm up or down in turn, so each is 3 mm off the mean of both.
+  write("low.txt", "P1 0 0 0\nP2 8 0 0\nP3 8 8 0\nP4 0 8 0\n");
+  write("high.txt", "P1 0 0 0.006\nP2 8 0 -0.006\nP3 8 8 0.006\nP4 0 8 -0.006\n");
+  const ProcessResult asked = run({"register", "low.txt", "high.txt", "--unit", "m", "--axes"});
+  EXPECT_THAT(asked.out, HasSubstr("\n  group  point  discrepancy     dx     dy      dz"));
+  EXPECT_THAT(asked.out, HasSubstr("\n  high   P2           3.000  0.000  0.000  -3.000"));
+  EXPECT_THAT(asked.out, HasSubstr("\nFor the protocol: mean 3.000 mm, RMS 3.000 mm, largest 3.000 mm over 8 points in "
+                                   "2 stations\n"));
+  EXPECT_THAT(run({"register", "low.txt", "high.txt", "--unit", "m"}).out, Not(HasSubstr("dx")));
+}
+
 TEST_F(RegisterCommand, PointsWithoutNamesAreToldHowToGetThem) {
   write("a.txt", "0 0 0\n10 0 0\n0 20 0\n");
   const ProcessResult result = run({"register", "--xyz", "a.txt"});

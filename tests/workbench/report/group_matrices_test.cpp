@@ -52,11 +52,11 @@ class Transforms : public testing::Test {
     }
     registration.groups[0].inBase = true;
     registration.groups[1].toCommon = workedExample();
-    registration.groups[1].discrepancies = Rms{1, 0.25, 0.25};
+    registration.groups[1].discrepancies = Rms{1, 0.25, 0.25, 0.25};
     registration.points[1].discrepancy = 0.25;
     registration.points[1].atBase = 0.5;
     Registered registered;
-    registered.discrepancies = Rms{1, 0.25, 0.25};
+    registered.discrepancies = Rms{1, 0.25, 0.25, 0.25};
     registration.outcome = registered;
   }
   json made(Unit unit = Unit::metre) const { return json::parse(transformsJson(registration, unit)); }
@@ -90,7 +90,7 @@ TEST_F(Transforms, GiveARegisteredGroupsMotionAsRowsAndAsAQuaternion) {
 TEST_F(Transforms, GiveTheResidualsOfEachPoint) {
   const json group = made()["groups"][1];
   EXPECT_EQ(group["points"], json::parse(R"([{"name":"P1","active":true,"discrepancy":0.25,"atBase":0.5}])"));
-  EXPECT_EQ(group["discrepancies"], json::parse(R"({"points":1,"rms":0.25,"largest":0.25})"));
+  EXPECT_EQ(group["discrepancies"], json::parse(R"({"points":1,"mean":0.25,"rms":0.25,"largest":0.25})"));
   EXPECT_EQ(made()["discrepancies"]["rms"], 0.25);
 }
 

@@ -39,6 +39,7 @@ std::size_t countOf(const std::string& text, const std::string& part) {
 }
 
 const LengthFormat metres(Unit::metre);
+const TableOptions allRows{true, false};
 
 TEST(SummaryTables, ShowEveryRowUpToTwoHundred) {
   const std::string text = summaryText(registrationOf(200), metres);
@@ -60,7 +61,7 @@ TEST(SummaryTables, ShowTheWorstRowsOfMoreAndCountTheRest) {
 }
 
 TEST(SummaryTables, ShowAllWhenAllAreAskedFor) {
-  const std::string text = summaryText(registrationOf(201), metres, true);
+  const std::string text = summaryText(registrationOf(201), metres, allRows);
   EXPECT_EQ(text.find("--all-points"), std::string::npos);
   EXPECT_EQ(countOf(text, "\n  S0 "), 3u);
 }
@@ -78,7 +79,7 @@ TEST(SummaryTables, ShowFortyOfMoreThanTwoHundredLinesOfPointsThatAreOut) {
   EXPECT_NE(text.find("Out: 201 of 402 points\n"), std::string::npos);
   EXPECT_EQ(countOf(text, "  lone\n"), 40u);
   EXPECT_NE(text.find("  and 161 more lines; --all-points shows them\n"), std::string::npos);
-  EXPECT_EQ(countOf(summaryText(registration, metres, true), "  lone\n"), 201u);
+  EXPECT_EQ(countOf(summaryText(registration, metres, allRows), "  lone\n"), 201u);
 }
 
 TEST(SummaryTables, ShowTheFilesOfWhichSomethingIsToBeSaidFirst) {

@@ -91,6 +91,24 @@ TEST_F(SurveyMethods, RegisteringGivesWhatTheCommandPrints) {
   EXPECT_EQ(groups().size(), 2u);
 }
 
+TEST_F(SurveyMethods, RegisteringGivesTheResidualsAndTheFiguresForAProtocol) {
+  // Of four targets two are 6 mm off along z in one direction, two in the other: 3 mm from their mean.
+  writeBytes(folder.file("west.txt"), "T1 0 0 0.006\nT2 8 0 -0.006\nT3 8 8 0.006\nT4 0 8 -0.006\n");
+  writeBytes(folder.file("east.txt"), "T1 0 0 0\nT2 8 0 0\nT3 8 8 0\nT4 0 8 0\n");
+  const json registered = json::parse(result("survey.register", both(R"("base":["east"])")));
+  const json protocol = registered["protocol"];
+  EXPECT_EQ(protocol["points"], 4);
+  EXPECT_EQ(protocol["stations"], 1);
+  // The mean of two bent surfaces is a little smaller than either, and the fit spreads that over x and y.
+  constexpr double bend = 1e-5;
+  for (const char* figure : {"mean", "rms", "largest"}) EXPECT_NEAR(protocol[figure], 0.003, bend) << figure;
+  const json residual = registered["points"][4]["residual"];
+  EXPECT_NEAR(residual[0], 0.0, bend);
+  EXPECT_NEAR(residual[1], 0.0, bend);
+  EXPECT_NEAR(residual[2], 0.003, bend);
+  EXPECT_TRUE(registered["points"][0]["residual"].is_null());
+}
+
 TEST_F(SurveyMethods, ASurveyOfTheDrawingNeedsNoFiles) {
   result("survey.register", both());
   const json again = json::parse(result("survey.register", R"({"exclude":[{"group":"west","point":"T4"}]})"));

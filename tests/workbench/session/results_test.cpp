@@ -19,6 +19,7 @@ class ShiftedGroup : public testing::Test {
     shift(0, 3) = 10.0;
     solved.toCommon.emplace(1, shift);
     builder.state.discrepancies = {{3, 1.5}, {4, 2.0}};
+    solved.fitted = {{"P1", {0, 0, 1.5}, 1.0}, {"P2", {5, 2, 0}, 1.0}, {"P3", {0, 5, 0}, 1.0}};
   }
 
   StateBuilder builder;
@@ -38,6 +39,83 @@ TEST_F(ShiftedGroup, APointWithoutAnEntryLiesOnItsTarget) {
   EXPECT_EQ(results.rows.points[3].discrepancy, 1.5);
   EXPECT_EQ(results.rows.points[5].discrepancy, 0.0);
   EXPECT_FALSE(results.rows.points[0].discrepancy);
+}
+
+TEST_F(ShiftedGroup, APointWithoutAnEntryBesideItsTargetTookNoPartInTheFit) {
+  solved.fitted[2].position.y = 5.001;
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_FALSE(results.rows.points[5].discrepancy);
+  EXPECT_FALSE(results.rows.points[5].residual);
+  EXPECT_EQ(results.rows.groups[1].discrepancies->count, 2u);
+}
+
+TEST_F(ShiftedGroup, TheResidualIsTheRegisteredPointMinusItsTarget) {
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_EQ(results.rows.points[3].residual, OdGeVector3d(0, 0, 1.5));
+  EXPECT_EQ(results.rows.points[4].residual, OdGeVector3d(0, 2, 0));
+  EXPECT_EQ(results.rows.points[5].residual, OdGeVector3d(0, 0, 0));
+  EXPECT_FALSE(results.rows.points[0].residual) << "a base point has no discrepancy";
+}
+
+TEST_F(ShiftedGroup, ATargetAtAnotherDistanceThanTheDiscrepancyGivesNoResidual) {
+  solved.fitted[0].position.z = 1.500001;
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_EQ(results.rows.points[3].discrepancy, 1.5);
+  EXPECT_FALSE(results.rows.points[3].residual);
+}
+
+TEST_F(ShiftedGroup, OfTwoTargetsOfOneNameTheOneAtTheDiscrepancyCounts) {
+  solved.fitted.push_back({"P1", {0, 0, 9}, 1.0});
+  solved.fitted.insert(solved.fitted.begin(), {"P1", {0, 0, -9}, 1.0});
+  EXPECT_EQ(describeResults(builder.state, solved).rows.points[3].residual, OdGeVector3d(0, 0, 1.5));
+}
+
+TEST_F(ShiftedGroup, FarFromTheOriginAResidualMayBeOffByTheRoundingOfCoordinates) {
+  const double far = 4.5e6;
+  builder.state.points[3].record.position = {far - 10, 0, 0};
+  // The next number below: 9e-10 away.
+  solved.fitted[0].position = {far - 1.5 - 2e-9, 0, 0};
+  EXPECT_TRUE(describeResults(builder.state, solved).rows.points[3].residual);
+  solved.fitted[0].position = {far - 1.5 - 1e-6, 0, 0};
+  EXPECT_FALSE(describeResults(builder.state, solved).rows.points[3].residual);
+}
+
+TEST_F(ShiftedGroup, ThePointsOfSeveralBasesLieBesideTheirMean) {
+  builder.group("Base2", true).point("P1", {0, 0, 6});
+  builder.last().weight = 0.5;
+  builder.state.discrepancies[0] = 2.0;
+  builder.state.discrepancies[6] = 4.0;
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_EQ(results.rows.points[0].residual, OdGeVector3d(0, 0, -2));
+  EXPECT_EQ(results.rows.points[6].residual, OdGeVector3d(0, 0, 4));
+  EXPECT_FALSE(results.rows.points[1].residual);
+}
+
+TEST_F(ShiftedGroup, TheMeanCountsTheExactPointsToo) {
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_DOUBLE_EQ(results.rows.groups[1].discrepancies->mean, 3.5 / 3.0);
+  EXPECT_DOUBLE_EQ(results.discrepancies->mean, 3.5 / 3.0);
+  EXPECT_DOUBLE_EQ(results.atBase->mean, 7.0 / 3.0);
+}
+
+TEST_F(ShiftedGroup, TheProtocolStatesTheDiscrepanciesAndTheStationsThatHaveOne) {
+  builder.group("B").point("P1", {-10, 0, 1.5}).point("P4", {7, 7, 7}).inactive();
+  builder.group("C").point("P2").inactive();
+  builder.state.discrepancies[6] = 2.5;
+  solved.toCommon.emplace(2, solved.toCommon.at(1));
+  const Results results = describeResults(builder.state, solved);
+  ASSERT_TRUE(results.protocol);
+  EXPECT_EQ(results.protocol->stations, 2u);
+  EXPECT_EQ(results.protocol->discrepancies.count, 4u);
+  EXPECT_DOUBLE_EQ(results.protocol->discrepancies.mean, 1.5);
+  EXPECT_DOUBLE_EQ(results.protocol->discrepancies.value, std::sqrt(12.5 / 4.0));
+  EXPECT_EQ(results.protocol->discrepancies.largest, 2.5);
+}
+
+TEST_F(ShiftedGroup, WithoutADiscrepancyThereIsNothingForAProtocol) {
+  builder.allInactive();
+  builder.state.discrepancies.clear();
+  EXPECT_FALSE(describeResults(builder.state, solved).protocol);
 }
 
 TEST_F(ShiftedGroup, TheRmsCountsTheExactPointsToo) {
@@ -74,9 +152,10 @@ TEST_F(ShiftedGroup, AnInactivePointHasAPlaceButNoDistances) {
 }
 
 TEST_F(ShiftedGroup, OfAPointThatWeighsLessThanNothingNoDiscrepancyIsKnown) {
-  builder.group("A2").point("P1", {1, 1, 1}).last().weight = -1.0;
+  builder.group("A2").point("P1", {0, 0, 1.5}).last().weight = -1.0;
   solved.toCommon.emplace(2, OdGeMatrix3d());
   EXPECT_FALSE(describeResults(builder.state, solved).rows.points[6].discrepancy);
+  EXPECT_FALSE(describeResults(builder.state, solved).rows.points[6].residual);
 }
 
 TEST_F(ShiftedGroup, WithoutABaseThereIsNoDistanceAtTheBase) {

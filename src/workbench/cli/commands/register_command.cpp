@@ -33,7 +33,7 @@ void print(const Registration& registration, const RegisterOptions& options, con
   if (options.json) {
     writeSummaryJson(registration, writeOut);
   } else if (!options.quiet) {
-    writeOut(summaryText(registration, lengths, options.allPoints));
+    writeOut(summaryText(registration, lengths, {options.allPoints, options.axes}));
   }
 }
 
