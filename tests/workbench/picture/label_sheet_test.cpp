@@ -78,7 +78,7 @@ class PlacedLabels : public ::testing::Test {
     return sheet.painted(wholeSheet);
   }
   /// Nothing within this distance of the spot is free.
-  void crowd(const Spot& spot, double reach) {
+  void crowd(const PagePoint& spot, double reach) {
     labels.places().block(Box{spot.x, spot.y, spot.x, spot.y}.grownBy(reach));
   }
 
@@ -160,7 +160,7 @@ TEST_F(PlacedLabels, ANoteStandsOutsideOfItsRingInTheColourOfAlarm) {
   const auto texts = painted();
   ASSERT_EQ(texts.size(), 1u);
   EXPECT_EQ(texts[0].text, "T1 in S1: 43.6 mm");
-  const Spot nearest = nearestSpot(texts[0].box, {200, 150});
+  const PagePoint nearest = nearestPoint(texts[0].box, {200, 150});
   EXPECT_GE(std::hypot(nearest.x - 200, nearest.y - 150), alarmRing);
   int alarming = 0;
   for (int x = static_cast<int>(texts[0].box.left); x < texts[0].box.right; ++x) {
