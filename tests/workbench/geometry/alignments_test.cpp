@@ -82,6 +82,67 @@ TEST(Alignments, TargetsOfSeveralStationsCountTogether) {
   EXPECT_THAT(alignments(field, shapeOf(turned(irregular)), 0.01, 3, 16), ElementsAre(inOrder(5)));
 }
 
+TEST(Alignments, FewerThanThreePointsAreLaidInNoWay) {
+  const StationShape there = shapeOf(irregular);
+  EXPECT_TRUE(alignments(fieldOf(there), shapeOf({}), 0.01, 3, 16).empty());
+  EXPECT_TRUE(alignments(fieldOf(there), shapeOf({irregular[0], irregular[1]}), 0.01, 3, 16).empty());
+}
+
+TEST(Alignments, ThreePointsAreAskedForAtLeast) {
+  const StationShape there = shapeOf(irregular);
+  const StationShape here = shapeOf(turned({irregular[0], irregular[1], irregular[2]}));
+  EXPECT_THAT(alignments(fieldOf(there), here, 0.01, 0, 16), ElementsAre(inOrder(3)));
+}
+
+TEST(Alignments, PointsOnOneLineAreLaidInNoWay) {
+  const Points line{{0, 0, 0}, {1, 0, 0}, {5, 0, 0}, {11, 0, 0}};
+  const StationShape there = shapeOf(line);
+  EXPECT_TRUE(alignments(fieldOf(there), shapeOf(turned(line)), 0.01, 3, 16).empty());
+}
+
+TEST(Alignments, AFieldWithoutStationsHoldsNone) {
+  TargetField field;
+  field.targets = irregular;
+  EXPECT_TRUE(alignments(field, shapeOf(irregular), 0.01, 3, 16).empty());
+}
+
+TEST(Alignments, APointThatLiesBeyondTheReachIsLeftOut) {
+  Points off = irregular;
+  off[4].z() += 0.5;
+  const StationShape there = shapeOf(irregular), here = shapeOf(turned(off));
+  EXPECT_THAT(alignments(fieldOf(there), here, 0.01, 3, 16), ElementsAre(inOrder(4)));
+}
+
+TEST(Alignments, PointsWithNoiseWithinTheReachAreLaid) {
+  Points noisy = irregular;
+  for (std::size_t i = 0; i < noisy.size(); ++i) noisy[i].y() += i % 2 == 0 ? 0.003 : -0.003;
+  const StationShape there = shapeOf(irregular), here = shapeOf(turned(noisy));
+  EXPECT_THAT(alignments(fieldOf(there), here, 0.02, 5, 16), ElementsAre(inOrder(5)));
+}
+
+TEST(Alignments, CoordinatesOfMillionsAreLaidAsWell) {
+  Points away = turned(irregular);
+  for (Eigen::Vector3d& point : away) point += Eigen::Vector3d(4500000, 5400000, 100);
+  const StationShape there = shapeOf(irregular), here = shapeOf(away);
+  EXPECT_THAT(alignments(fieldOf(there), here, 0.01, 5, 16), ElementsAre(inOrder(5)));
+}
+
+TEST(Alignments, OfTwoPointsAtOneTargetTheNearerIsLaidOntoIt) {
+  Points twins = irregular;
+  twins.push_back(irregular[4] + Eigen::Vector3d(0.02, 0, 0));
+  const StationShape there = shapeOf(irregular), here = shapeOf(turned(twins));
+  const auto ways = alignments(fieldOf(there), here, 0.05, 5, 16);
+  ASSERT_FALSE(ways.empty());
+  EXPECT_EQ(ways[0], inOrder(5));
+}
+
+TEST(Alignments, StationsAmongManyTargetsAreLaidOntoTheirOwn) {
+  const Points others{{40, 3, 1}, {52, -8, 4}, {47, 19, 6}, {33, 28, 2}};
+  const StationShape there = shapeOf(joined(others, irregular));
+  EXPECT_THAT(alignments(fieldOf(there), shapeOf(turned(irregular)), 0.01, 4, 16),
+              ElementsAre(Placement{{0, 4}, {1, 5}, {2, 6}, {3, 7}, {4, 8}}));
+}
+
 TEST(Rivals, PutTwoPointsElsewhereOrShareFewerThanThree) {
   EXPECT_FALSE(areRivals(inOrder(4), inOrder(4)));
   EXPECT_FALSE(areRivals({{0, 0}, {1, 1}, {2, 2}, {3, 3}}, {{0, 0}, {1, 1}, {2, 2}, {3, 9}}));

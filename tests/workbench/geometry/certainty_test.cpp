@@ -97,5 +97,50 @@ TEST(ExpectedByChance, IsTakenFromABoundThatHoldsEnoughOthers) {
   EXPECT_LT(expected(0), 1e-6);
 }
 
+TEST(Certainty, WithoutThreeNamedPointsAStationIsLoose) {
+  EXPECT_EQ(certainty(irregular, irregular, 0), Certainty::loose);
+  EXPECT_EQ(certainty(irregular, irregular, 2), Certainty::loose);
+}
+
+TEST(Certainty, AWayThatExplainsFewerPointsIsNoRival) {
+  // Half of the rectangle turned is the same, but the two points beside it aren't.
+  const Points layout = joined(rectangle, {{20, 9, 4}, {-7, 2, 3}});
+  EXPECT_EQ(certainty(layout, layout, 6), Certainty::certain);
+}
+
+TEST(Certainty, FarFromTheOriginAnIrregularLayoutIsCertainToo) {
+  Points away = irregular;
+  for (Eigen::Vector3d& point : away) point += Eigen::Vector3d(4500000, 5400000, 100);
+  EXPECT_EQ(certainty(away, irregular, 5), Certainty::certain);
+}
+
+TEST(Certainty, NamesThatContradictTheLayoutAreRivalled) {
+  const StationShape there = shapeOf(irregular);
+  const Placement wrong{{0, 1}, {1, 0}, {2, 3}, {3, 2}};
+  EXPECT_EQ(certaintyOf(fieldOf(there), shapeOf(turned(irregular)), wrong, reach, 1.0), Certainty::rivalled);
+}
+
+TEST(PointsOfSeveralWays, NeedTheSameNumberInEach) {
+  const Points layout = joined(rectangle, {{20, 9, 4}});
+  const StationShape there = shapeOf(layout);
+  EXPECT_EQ(pointsOfSeveralWays(fieldOf(there), shapeOf(turned(layout)), reach, 3), 0U);
+}
+
+TEST(PointsOfSeveralWays, TakeThreePointsMoreStrictly) {
+  // Isosceles but for 1.5 cm: within the reach both ways, within a quarter of it one.
+  const Points nearly{{-5, 0, 0}, {5, 0, 0}, {0.015, 9, 0}};
+  const StationShape there = shapeOf(nearly);
+  EXPECT_EQ(pointsOfSeveralWays(fieldOf(there), shapeOf(turned(nearly)), reach, 3), 0U);
+  const Points isosceles{{-5, 0, 0}, {5, 0, 0}, {0, 9, 0}};
+  const StationShape even = shapeOf(isosceles);
+  EXPECT_EQ(pointsOfSeveralWays(fieldOf(even), shapeOf(turned(isosceles)), reach, 3), 3U);
+}
+
+TEST(ExpectedByChance, IsNothingWhereTheSidesAgreeToTheLastDigit) {
+  const Points three(irregular.begin(), irregular.begin() + 3);
+  const StationShape there = shapeOf(three);
+  EXPECT_EQ(expectedByChance(fieldOf(there), there, inOrder(3), reach), 0.0);
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

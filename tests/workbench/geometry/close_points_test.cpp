@@ -1,10 +1,14 @@
 #include "workbench/geometry/close_points.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 
+#include "solver/arbitrary.h"
 #include "workbench/session_states.h"
 
 namespace tiepoint::workbench {
@@ -73,6 +77,44 @@ TEST(ClosePoints, AreOfTheGroupsWithAMotionWhereItPutsThem) {
   ASSERT_EQ(clusters.size(), 1u);
   ASSERT_EQ(clusters[0].size(), 2u);
   EXPECT_EQ(clusters[0][1].position, Eigen::Vector3d(0, 0, 0));
+}
+
+/// By comparing every two points again and again.
+std::vector<Ids> plainClusters(const std::vector<OdGePoint3d>& places, double tolerance) {
+  std::vector<std::size_t> root(places.size());
+  for (std::size_t i = 0; i < root.size(); ++i) root[i] = i;
+  const auto distance = [&](std::size_t a, std::size_t b) {
+    return Eigen::Vector3d(places[a].x - places[b].x, places[a].y - places[b].y, places[a].z - places[b].z).norm();
+  };
+  for (std::size_t a = 0; a < places.size(); ++a) {
+    for (std::size_t b = 0; b < a; ++b) {
+      if (distance(a, b) >= tolerance || root[a] == root[b]) continue;
+      const std::size_t from = std::max(root[a], root[b]), to = std::min(root[a], root[b]);
+      std::replace(root.begin(), root.end(), from, to);
+    }
+  }
+  std::map<std::size_t, Ids> byRoot;
+  for (std::size_t i = 0; i < root.size(); ++i) byRoot[root[i]].push_back(i);
+  std::vector<Ids> clusters;
+  for (const auto& entry : byRoot) {
+    if (entry.second.size() > 1) clusters.push_back(entry.second);
+  }
+  return clusters;
+}
+
+RC_GTEST_PROP(ClosePoints, AreThoseOfAllPairs, ()) {
+  std::vector<OdGePoint3d> places(tiepoint::testing::arbitraryBetween<std::size_t>(0, 20));
+  const auto step = [] { return 0.5 * tiepoint::testing::arbitraryBetween(0, 8); };
+  for (OdGePoint3d& place : places) place = {step(), step(), step()};
+  const double tolerance = *rc::gen::element(0.0, 0.5, 0.51, 1.0, 1.2);
+  std::vector<Ids> found = spotsOf(places, tolerance);
+  std::sort(found.begin(), found.end());
+  RC_ASSERT(found == plainClusters(places, tolerance));
+}
+
+TEST(ClosePoints, AreNoneWithinNothing) {
+  EXPECT_EQ(spotsOf({{1, 1, 1}, {1, 1, 1}}, 0.0), std::vector<Ids>{});
+  EXPECT_EQ(spotsOf({{1, 1, 1}, {1, 1, 1}}, std::numeric_limits<double>::denorm_min()), (std::vector<Ids>{{0, 1}}));
 }
 
 }  // namespace

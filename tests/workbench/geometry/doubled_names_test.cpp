@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "workbench/session_states.h"
 
 namespace tiepoint::workbench {
@@ -85,6 +87,31 @@ TEST(DoubledNames, ExcludedPointsUnnamedOnesAndOtherGroupsDontCount) {
   survey.group("D").group("E").point("auto1", {0, 0, 0});
   EXPECT_THAT(doubled(survey), IsEmpty());
 }
+
+TEST(DoubledNames, APointThatIsNowhereHasNoSpot) {
+  constexpr double lost = std::numeric_limits<double>::quiet_NaN();
+  StateBuilder survey;
+  survey.group("A").point("T7", {lost, 0, 0}).group("B").point("auto0", {lost, 0, 0}).point("auto1", {0, lost, 0});
+  EXPECT_THAT(doubled(survey), IsEmpty());
+}
+
+TEST(DoubledNames, AnAutomaticNameThatAFileBearsSomewhereIsTheFiles) {
+  StateBuilder survey;
+  survey.group("A").point("auto0", {0, 0, 0}).group("B").point("auto1", {0, 0, 0}).group("C").point("auto1", {0, 0, 0});
+  SessionState state = withAutomaticNames(survey.state);
+  state.points[2].record.autoNamed = false;
+  EXPECT_THAT(doubledNames(state, {0, 1, 2}, {}, 0.02), ElementsAre(Pair(0, 1)));
+}
+
+TEST(DoubledNames, AreFoundAmongManyTargetsAtOneX) {
+  StateBuilder survey;
+  survey.group("A");
+  for (int i = 0; i < 20; ++i) survey.point("T" + std::to_string(i), {5, static_cast<double>(i), 0});
+  survey.group("B").point("auto0", {5, 13.01, 0});
+  EXPECT_THAT(doubled(survey), ElementsAre(Pair(20, 13)));
+}
+
+TEST(DoubledNames, OfNothingAreNone) { EXPECT_THAT(doubledNames({}, {}, {}, 0.02), IsEmpty()); }
 
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -73,5 +73,62 @@ TEST(FiniteCoordinates, AnActivePointThatIsNowhereIsRefused) {
   EXPECT_NO_THROW(requireFiniteCoordinates(b.state));
 }
 
+TEST(GroupTroubles, OfNoPointsThereAreNone) {
+  EXPECT_THAT(groupTroubles({}), IsEmpty());
+  StateBuilder b;
+  b.group("A").point("P1", {0, 0, 0}).allInactive();
+  EXPECT_THAT(groupTroubles(b.state), IsEmpty());
+}
+
+TEST(GroupTroubles, AVerticalLineIsALineAsWell) {
+  StateBuilder b;
+  b.group("A").point("P1", {5, 5, 0}).point("P2", {5, 5, 10}).point("P3", {5, 5, 3}).point("P4", {5, 5.001, 7});
+  ASSERT_EQ(groupTroubles(b.state).size(), 1u);
+  EXPECT_EQ(groupTroubles(b.state)[0].kind, FindingKind::pointsOnOneLine);
+}
+
+TEST(GroupTroubles, PointsOnOneSpotLieOnALine) {
+  StateBuilder b;
+  b.group("A").point("P1", {5, 5, 5}).point("P2", {5, 5, 5}).point("P3", {5, 5, 5});
+  EXPECT_EQ(groupTroubles(b.state).size(), 1u);
+}
+
+TEST(GroupTroubles, ALineOfMillionsIsSeen) {
+  StateBuilder b;
+  b.group("A").point("P1", {4e6, 5e6, 100}).point("P2", {4e6 + 10, 5e6 + 10, 100});
+  b.point("P3", {4e6 + 20, 5e6 + 20, 100});
+  EXPECT_EQ(groupTroubles(b.state).size(), 1u);
+}
+
+TEST(GroupTroubles, AWeightThatIsNoNumberIsOdd) {
+  StateBuilder b;
+  b.group("A").point("P1", {0, 0, 0}).last().weight = std::numeric_limits<double>::quiet_NaN();
+  b.point("P2", {10, 0, 0}).last().weight = 1.0000001;
+  b.point("P3", {0, 10, 0}).last().weight = 0.0;
+  const auto found = groupTroubles(b.state);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].kind, FindingKind::oddWeights);
+  EXPECT_EQ(found[0].count, 2u);
+}
+
+TEST(GroupTroubles, NamesComeFirstThenLinesThenWeights) {
+  StateBuilder b;
+  b.group("A").point("P1", {0, 0, 0}).point("P2", {10, 0, 0}).point("P3", {20, 0, 0}).last().weight = 2.0;
+  b.group("B").point("P1", {0, 0, 0}).point("P1", {9, 0, 0}).point("P3", {0, 10, 0});
+  std::vector<FindingKind> kinds;
+  for (const Finding& finding : groupTroubles(b.state)) kinds.push_back(finding.kind);
+  EXPECT_THAT(kinds, ElementsAre(FindingKind::nameTwice, FindingKind::pointsOnOneLine, FindingKind::oddWeights));
+}
+
+TEST(FiniteCoordinates, EachOfThemIsLookedAt) {
+  const double lost = std::numeric_limits<double>::quiet_NaN();
+  for (const OdGePoint3d& place : {OdGePoint3d{lost, 0, 0}, {0, lost, 0}, {0, 0, lost}}) {
+    StateBuilder b;
+    b.group("A").point("P1", {1, 2, 3}).point("P2", place);
+    EXPECT_THROW(requireFiniteCoordinates(b.state), Refused);
+  }
+  EXPECT_NO_THROW(requireFiniteCoordinates({}));
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

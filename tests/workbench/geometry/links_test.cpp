@@ -68,5 +68,55 @@ TEST(DescribeLinks, SeveralBaseGroupsAreOnePart) {
   EXPECT_THAT(report.links.at(0).names, ElementsAre("P1", "P2"));
 }
 
+TEST(DescribeLinks, TheBasesOfAClusterBringTheirFellows) {
+  StateBuilder b;
+  b.group("Base1", true).points({"P1", "P2", "P3"}).group("A").points({"P1", "P2", "P3"});
+  b.group("B").points({"Q1"}).group("Base2", true).points({"Q1"});
+  const LinkReport report = describeLinks(b.state, {{4, {0, 1}}});
+  ASSERT_EQ(report.components.size(), 2u);
+  EXPECT_EQ(report.components[0].cluster, 4u);
+  EXPECT_THAT(report.components[0].groups, ElementsAre(0, 1, 3));
+  EXPECT_THAT(report.components[1].groups, ElementsAre(2));
+  EXPECT_THAT(report.links.at(0).names, ElementsAre("Q1"));
+}
+
+TEST(DescribeLinks, ClustersComeByTheirNumbersBeforeTheGroupsInNone) {
+  StateBuilder b;
+  for (const char* const name : {"A", "B", "C", "D", "E"}) b.group(name).points({"P1"});
+  const LinkReport report = describeLinks(b.state, {{7, {1, 2}}, {2, {3, 4}}});
+  ASSERT_EQ(report.components.size(), 3u);
+  EXPECT_EQ(report.components[0].cluster, 2u);
+  EXPECT_THAT(report.components[0].groups, ElementsAre(3, 4));
+  EXPECT_EQ(report.components[1].cluster, 7u);
+  EXPECT_FALSE(report.components[2].cluster);
+  EXPECT_THAT(report.components[2].groups, ElementsAre(0));
+}
+
+TEST(DescribeLinks, PairsThatShareAsManyNamesStandInTheOrderOfTheirParts) {
+  StateBuilder b;
+  b.group("A").points({"P1", "P2"}).group("B").points({"P1", "Q1"}).group("C").points({"P2", "Q1"});
+  const LinkReport report = describeLinks(b.state, {});
+  ASSERT_EQ(report.links.size(), 3u);
+  EXPECT_EQ(report.links[0].first, 0u);
+  EXPECT_EQ(report.links[0].second, 1u);
+  EXPECT_EQ(report.links[1].first, 0u);
+  EXPECT_EQ(report.links[1].second, 2u);
+  EXPECT_EQ(report.links[2].first, 1u);
+}
+
+TEST(DescribeLinks, ANameThatAGroupHasTwiceIsOneName) {
+  StateBuilder b;
+  b.group("A").points({"P1", "P1"}).group("B").points({"P1", "P1", "P1"});
+  EXPECT_THAT(describeLinks(b.state, {}).links.at(0).names, ElementsAre("P1"));
+}
+
+TEST(DescribeLinks, UnnamedPointsAndPointsWithoutWeightShareNothing) {
+  StateBuilder b;
+  b.group("A").points({"?", "P1", "P2"}).last().weight = 0.0;
+  b.group("B").points({"?", "P1", "P2"});
+  EXPECT_THAT(describeLinks(b.state, {}).links.at(0).names, ElementsAre("P1"));
+  EXPECT_TRUE(describeLinks({}, {}).components.empty());
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -124,5 +124,41 @@ TEST(Mismatches, TargetsOnOneSpotOrNowhereAreFine) {
   EXPECT_THAT(warningsOfTwo(hall, nowhere), IsEmpty());
 }
 
+TEST(Mismatches, AThirdOfTheLengthIsTheSmallestUnit) {
+  const auto times = [](double factor) {
+    return [factor](const OdGePoint3d& p) { return OdGePoint3d(factor * p.x, factor * p.y, factor * p.z); };
+  };
+  EXPECT_THAT(warningsOfTwo(hall, changed(hall, times(2.99))), IsEmpty());
+  EXPECT_EQ(warningsOfTwo(hall, changed(hall, times(3.01))).size(), 1u);
+  EXPECT_EQ(warningsOfTwo(hall, changed(hall, times(1.0 / 3.01))).size(), 1u);
+}
+
+TEST(Mismatches, EachStationIsHeldAgainstTheOneWithTheMostSharedTargets) {
+  StateBuilder builder;
+  add(builder, "A", hall);
+  add(builder, "B", {hall.begin(), hall.begin() + 4});
+  // C shares all five with A in the same unit, and the four of B as well.
+  add(builder, "C", changed(hall, turned));
+  EXPECT_THAT(warningsOf(builder.state), IsEmpty());
+}
+
+TEST(Mismatches, StationsThatShareTooFewTargetsSayNothing) {
+  StateBuilder builder;
+  builder.group("A").point("P0", hall[0]).point("P1", hall[1]);
+  builder.group("B").point("Q0", inMillimetres(hall[0])).point("Q1", inMillimetres(hall[1]));
+  EXPECT_THAT(warningsOf(builder.state), IsEmpty());
+  EXPECT_THAT(mismatches({}), IsEmpty());
+}
+
+TEST(Mismatches, TellHowManyTimesAndWhichOfTheTwoIsWider) {
+  StateBuilder builder;
+  add(add(builder, "A", changed(hall, inMillimetres)), "B", hall);
+  const auto found = mismatches(builder.state);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].kind, FindingKind::otherUnit);
+  EXPECT_NEAR(found[0].value, 1000.0, 1e-9);
+  EXPECT_EQ(found[0].count, 0u) << "A";
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -55,6 +55,28 @@ TEST(NearestPoints, PromisesNothingWhereAPointHasNoPlace) {
   }
 }
 
+TEST(NearestPoints, OnOneSpotAreNoDistanceApart) {
+  StateBuilder survey;
+  survey.group("A").point("?", {4e6, 5e6, 1}).point("T1", {4e6, 5e6, 1}).group("B").point("T2", {4e6, 5e6, 1});
+  const NearestPoints nearest = nearestIn(survey.state, 4.0);
+  EXPECT_EQ(nearest.toUnnamed, 0.0);
+  EXPECT_EQ(nearest.betweenNames, 0.0);
+}
+
+TEST(NearestPoints, TellTheTwoDistancesApart) {
+  StateBuilder survey;
+  survey.group("A").point("T1", {0, 0, 0}).point("T2", {1, 0, 0}).point("?", {1, 2, 0});
+  const NearestPoints nearest = nearestIn(survey.state, 100.0);
+  EXPECT_NEAR(nearest.betweenNames, 1.0, rounding);
+  EXPECT_NEAR(nearest.toUnnamed, 2.0, rounding);
+}
+
+TEST(NearestPoints, AreThoseOfGroupsThatHaveAMotionOnly) {
+  StateBuilder survey;
+  survey.group("A").point("T1", {0, 0, 0}).group("B").group("C").group("D").point("T2", {0, 0, 0});
+  EXPECT_NEAR(nearestIn(survey.state, 4.0).betweenNames, 4.0, rounding);
+}
+
 /// Of three groups, on places that often coincide or lie at the same distances.
 SessionState crowdedSurvey() {
   static const std::vector<std::string> names{"?", "?", "T1", "T2", "T3", "T4", "T5"};

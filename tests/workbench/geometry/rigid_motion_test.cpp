@@ -53,5 +53,30 @@ TEST(IsRigid, EntriesThatAreNoNumbersAreNot) {
   EXPECT_FALSE(isRigid(matrixOf({1, 0, 0, 0, 1, 0, 0, 0, 1}, {0, nan, 0})));
 }
 
+TEST(AxisAngleShift, ASmallTurnKeepsItsDigits) {
+  const double angle = 1e-6;
+  const AxisAngleShift motion = axisAngleShift(
+      matrixOf({std::cos(angle), -std::sin(angle), 0, std::sin(angle), std::cos(angle), 0, 0, 0, 1}, {}));
+  EXPECT_NEAR(motion.angleDegrees, 5.729577951308232e-05, 1e-16);
+  EXPECT_NEAR(motion.axis[2], 1.0, angleTolerance);
+}
+
+TEST(AxisAngleShift, ATurnTheOtherWayTurnsAboutTheOppositeAxis) {
+  const AxisAngleShift motion = axisAngleShift(matrixOf({0, 1, 0, -1, 0, 0, 0, 0, 1}, {0, 0, 0}));
+  EXPECT_NEAR(motion.angleDegrees, 90.0, angleTolerance);
+  EXPECT_NEAR(motion.axis[2], -1.0, angleTolerance);
+}
+
+TEST(IsRigid, AShearIsNot) { EXPECT_FALSE(isRigid(matrixOf({1, 0.001, 0, 0, 1, 0, 0, 0, 1}, {0, 0, 0}))); }
+
+TEST(IsRigid, TheRoundingOfAFitIsBorneAndNoMore) {
+  EXPECT_TRUE(isRigid(matrixOf({1 + 1e-10, 0, 0, 0, 1, 0, 0, 0, 1}, {0, 0, 0})));
+  EXPECT_FALSE(isRigid(matrixOf({1 + 1e-8, 0, 0, 0, 1, 0, 0, 0, 1}, {0, 0, 0})));
+}
+
+TEST(IsRigid, AShiftThatIsInfiniteIsNot) {
+  EXPECT_FALSE(isRigid(matrixOf({1, 0, 0, 0, 1, 0, 0, 0, 1}, {0, 0, std::numeric_limits<double>::infinity()})));
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -42,5 +42,18 @@ TEST(StationPlaces, OnlyThePointsOfTheGroupHaveASay) {
   EXPECT_FALSE(originIsAmongItsPoints(stationWith({{-1, -1, 0}, {1, 1, 0}}), 7));
 }
 
+TEST(StationPlaces, OneTargetIsABoxWithoutSize) {
+  EXPECT_TRUE(originIsAmongItsPoints(stationWith({{0, 0, 0}}), 0));
+  EXPECT_FALSE(originIsAmongItsPoints(stationWith({{0.001, 0, 0}}), 0));
+  EXPECT_FALSE(originIsAmongItsPoints({}, 0));
+}
+
+TEST(StationPlaces, EveryPointOfTheGroupCountsAlsoWhenItIsOut) {
+  SessionState state = stationWith({{2, 0, 0}, {-2, 0, 0}});
+  state.points[1].record.included = false;
+  state.points[1].record.active = false;
+  EXPECT_TRUE(originIsAmongItsPoints(state, 0));
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -85,5 +85,42 @@ TEST(IsSound, IsNoNamingThatGivesAGroupOneNameTwice) {
   EXPECT_TRUE(isSound(survey.state, 1.0));
 }
 
+TEST(StationsOf, HoldAGroupWhosePointsAreNowhere) {
+  StateBuilder survey;
+  survey.group("A").point("?", {std::nan(""), 0, 0});
+  const Stations stations = stationsOf(survey.state);
+  ASSERT_EQ(stations.size(), 1u);
+  EXPECT_TRUE(stations.at(0).shape.points.empty());
+  EXPECT_TRUE(stations.at(0).shape.triangles.empty());
+}
+
+TEST(StationsOf, HaveTheTrianglesThatAreNotFlat) {
+  StateBuilder survey;
+  survey.group("A").point("?", {0, 0, 0}).point("?", {10, 0, 0}).point("?", {5, 0.1, 0}).point("?", {0, 10, 0});
+  EXPECT_EQ(stationsOf(survey.state).at(0).shape.triangles.size(), 3u);
+}
+
+TEST(SharedNames, OfANameThatAGroupHasTwiceAreItsFirstPoints) {
+  StateBuilder survey;
+  survey.group("A").points({"T1", "T1"}).group("B").points({"T2", "T1", "T1"});
+  EXPECT_EQ(sharedNames(survey.state, 0, 1), (PointPairs{{0, 3}}));
+}
+
+TEST(CountSharedNames, OfAGroupThatThereIsNotAreNone) {
+  StateBuilder survey;
+  survey.group("A").points({"T1"});
+  EXPECT_EQ(countSharedNames(namesByGroup(survey.state), 0, 7), 0u);
+  EXPECT_EQ(countSharedNames({}, 0, 0), 0u);
+  EXPECT_TRUE(sharedNames(survey.state, 0, 7).empty());
+}
+
+TEST(IsSound, OfASolveWithoutDiscrepanciesIsTrueAtEveryLimit) {
+  StateBuilder survey;
+  survey.group("A").points({"T1", "T2"});
+  EXPECT_EQ(largestDiscrepancy(survey.state), 0.0);
+  EXPECT_TRUE(isSound(survey.state, 0.0));
+  EXPECT_FALSE(isSound(survey.state, -1.0));
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -128,6 +128,20 @@ TEST(PairLinksOfASurvey, TellWhatWasAboveTheLimitOfStationsWithoutALink) {
   EXPECT_EQ(pairs.aboveLimit.at(0), pairs.aboveLimit.at(1));
 }
 
+TEST(PairLinksOfASurvey, TellTheLeastOfWhatWasAboveTheLimit) {
+  // The names are off by some millimetres, the triangles of all points by decimetres.
+  const NamingLimits strict{0.0005, 0.5, 0.1, 0.02};
+  const Targets seen{0, 3, 5, 6, 7};
+  StationPoints off = noisy(stationSeeing("B", seen, 0.7), 0.003);
+  off.points[3].position.z += 0.3;
+  off.points[4].position.x += 0.3;
+  Survey survey({named(stationSeeing("A", seen, 0.0), seen, 3), named(off, seen, 3)});
+  const PairLinks pairs = survey.links(strict);
+  ASSERT_THAT(pairs.links, IsEmpty());
+  EXPECT_GT(pairs.aboveLimit.at(0), 0.0005);
+  EXPECT_LT(pairs.aboveLimit.at(0), 0.01);
+}
+
 TEST(PairLinksOfASurvey, LeaveOutThePointsThatTheUserExcluded) {
   const Targets seen{0, 1, 2, 3, 4};
   Survey survey({stationSeeing("A", seen, 0.0), stationSeeing("B", seen, 0.7)});
