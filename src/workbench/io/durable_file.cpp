@@ -19,6 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Of symbolic links; more than any system follows.
+constexpr int longestChain = 64;
+
 #ifdef _WIN32
 std::FILE* createNew(const fs::path& path) { return _wfopen(path.c_str(), L"wb"); }
 bool flushToDisk(std::FILE* file) { return std::fflush(file) == 0 && _commit(_fileno(file)) == 0; }
@@ -44,9 +47,14 @@ fs::path temporaryBeside(const fs::path& target) {
   return name;
 }
 
-/// The file that a chain of symbolic links leads to, so that the rename doesn't replace a link.
-fs::path resolvingLinks(const fs::path& path) {
+/// The file that a chain of symbolic links leads to, whether it is there or not, so that the rename
+/// doesn't replace a link.
+fs::path resolvingLinks(fs::path path) {
   std::error_code failure;
+  for (int links = 0; fs::is_symlink(fs::symlink_status(path, failure)); ++links) {
+    if (links == longestChain) throw std::system_error(ELOOP, std::generic_category());
+    path = path.parent_path() / fs::read_symlink(path);
+  }
   const fs::path resolved = fs::weakly_canonical(path, failure);
   return failure ? path : resolved;
 }

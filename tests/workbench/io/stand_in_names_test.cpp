@@ -52,6 +52,33 @@ TEST(StandInNames, OfGroupsKeepBlanksAndCommas) {
 
 TEST(StandInNames, RefuseWhatIsNoText) { EXPECT_THROW(standInName("\xFF"), EncodingError); }
 
+TEST(StandInNames, OfGroupsEscapeWhatNoNameCarries) {
+  EXPECT_EQ(standInGroupName("tab\there"), "tab_x0009_here");
+  EXPECT_EQ(standInGroupName("_x0041_"), "_x005F_x0041_");
+  EXPECT_THROW(standInGroupName("\xFF"), EncodingError);
+}
+
+TEST(StandInNames, OfTheDeletionCharacterAreEscaped) {
+  EXPECT_EQ(standInName("a\x7F"), "a_x007F_");
+  EXPECT_EQ(nameOfStandIn("a_x007F_"), "a\x7F");
+}
+
+TEST(StandInNames, LookLikeAnEscapeFromFourDigitsOn) {
+  EXPECT_EQ(standInName("_x004"), "_x004");
+  EXPECT_EQ(standInName("_x0041"), "_x005F_x0041") << "whatever follows the fourth";
+  EXPECT_EQ(standInName("__x0041"), "__x005F_x0041");
+  EXPECT_EQ(standInName("_x00f6_"), "_x00f6_") << "digits are capital";
+}
+
+TEST(StandInNames, ReachTheModuleInItsOwnEncoding) {
+  EXPECT_EQ(moduleName("Т 1"), "\xD2_x0020_1");
+  EXPECT_EQ(moduleGroupName("Т 1"), "\xD2 1");
+  EXPECT_EQ(moduleName("測"), "_x6E2C_");
+  EXPECT_EQ(nameOfModule("\xD2_x0020_1"), "Т 1");
+  EXPECT_EQ(nameOfModule("_x6E2C_"), "測");
+  EXPECT_EQ(nameOfModule("plain"), "plain");
+}
+
 /// Characters that escapes are made of, those that need one, and any others.
 rc::Gen<std::string> anyText() {
   using Utf8 = boost::locale::utf::utf_traits<char>;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <boost/filesystem/path.hpp>
 #include <string>
 
 namespace tiepoint::workbench {
@@ -78,6 +79,24 @@ TEST(TextEncoding, NamesTheFirstCharacterOutsideWindows1251) {
 
 TEST(TextEncoding, ANameMustBeUtf8Too) {
   EXPECT_EQ(messageOf(nameFromUtf8, "\x80"), "the byte 0x80 at offset 0 isn't UTF-8");
+}
+
+TEST(TextEncoding, JoinsAFolderAndAFile) {
+  EXPECT_EQ(boost::filesystem::path(joinedPath("out", "S1.txt")), boost::filesystem::path("out/S1.txt"));
+  EXPECT_EQ(joinedPath("", "S1.txt"), "S1.txt");
+  EXPECT_EQ(joinedPath("out/", "S1.txt"), "out/S1.txt");
+}
+
+TEST(TextEncoding, JoinsOnlyTextThatIsUtf8) {
+  EXPECT_THROW(joinedPath("out\xFF", "S1.txt"), EncodingError);
+  EXPECT_THROW(joinedPath("out", "S1\xFF.txt"), EncodingError);
+}
+
+TEST(TextEncoding, EmptyTextStaysEmpty) {
+  EXPECT_EQ(wideFromUtf8(""), L"");
+  EXPECT_EQ(utf8FromWide(L""), "");
+  EXPECT_EQ(nameFromUtf8(""), "");
+  EXPECT_EQ(utf8FromName(""), "");
 }
 
 RC_GTEST_PROP(TextEncodingLaw, EveryNarrowNameSurvivesTheWayThroughUtf8, (const std::string& name)) {

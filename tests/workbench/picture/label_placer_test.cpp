@@ -94,6 +94,41 @@ TEST(LabelPlacer, LeavesOutALabelThatIsWiderThanThePage) {
   EXPECT_FALSE(placer.place({{100, 100}, 500, 12, 0.0, true, true}).has_value());
 }
 
+TEST(LabelPlacer, LetsNoLabelCoverALineThatIsBlocked) {
+  LabelPlacer placer(page);
+  placer.blockLine({100, 100}, {140, 75});
+  for (int i = 0; i < 10; ++i) {
+    const auto place = placer.place(wishAt(100, 100));
+    if (!place) continue;
+    for (double share = 0.0; share <= 1.0; share += 0.01) {
+      EXPECT_FALSE(contains(place->box, Spot{100 + 40 * share, 100 - 25 * share})) << i;
+    }
+  }
+}
+
+TEST(LabelPlacer, TakesThePlaceThatCoversTheFewestMarks) {
+  LabelPlacer placer(page);
+  // All places cover three marks, but the one to the lower left only two.
+  for (int i = 0; i < 2; ++i) placer.addMark(page);
+  placer.addMark({0, 0, 400, 100});
+  placer.addMark({101, 100, 400, 300});
+  placer.addMark({0, 120, 400, 300});
+  expectBox(placer.place(wishAt(100, 100)), {67.5, 102.5, 97.5, 114.5});
+}
+
+TEST(LabelPlacer, AVitalLabelHidesNoOtherLabel) {
+  LabelPlacer placer(page);
+  placer.block(page);
+  LabelWish vital = wishAt(100, 100);
+  vital.isVital = true;
+  EXPECT_FALSE(placer.place(vital).has_value());
+}
+
+TEST(LabelPlacer, GivesNoPlaceToALabelWhoseAnchorLiesFarOutside) {
+  LabelPlacer placer(page);
+  EXPECT_FALSE(placer.place(wishAt(1000, 1000)).has_value());
+}
+
 RC_GTEST_PROP(LabelPlacer, NeverLetsLabelsOverlapOrLeaveThePage, ()) {
   LabelPlacer placer(page);
   std::vector<Box> placed;

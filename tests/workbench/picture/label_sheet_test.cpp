@@ -103,8 +103,11 @@ TEST_F(PlacedLabels, HaveCapitalsOfTheHeightThatIsAskedFor) {
 }
 
 TEST_F(PlacedLabels, KeepOffTheRim) {
-  labels.addLabel(labelAt(349, 51, "T1"), true);
+  // To the right of its point it would just fit into the drawing, but stand at its rim.
+  const double width = sheet.canvas.widthOf("T1", {10.0 / capitalHeight, false, ink, 0.0});
+  labels.addLabel(labelAt(344.0 - width, 150, "T1"), true);
   EXPECT_TRUE(contains(Box{54, 54, 346, 246}, painted()[0].box));
+  EXPECT_LT(painted()[0].box.right, 344.0 - width) << "it stands to the left";
 }
 
 TEST_F(PlacedLabels, AreLeftOutWhereThereIsNoRoom) {

@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 
+#include "workbench/picture/canvas.h"
 #include "workbench/picture/marked_points.h"
 #include "workbench/picture/picture_comparison.h"
 
@@ -237,6 +238,65 @@ TEST(Picture, EnlargesResidualsBesideOneWithoutALength) {
     content.residuals.push_back({{0, 7, 2}, {lost, 7, 2}, 1, "T3", ""});
     EXPECT_EQ(textsOf(pictureOf(threePoints(), content, request)), texts) << lost;
   }
+}
+
+TEST(Picture, TellsFromWhereItIsSeen) {
+  const std::vector<std::pair<Direction, std::string>> remarks{{Direction::top, "Seen from above."},
+                                                               {Direction::front, "Seen from the front."},
+                                                               {Direction::side, "Seen from the right."},
+                                                               {Direction::iso, "Seen from above at the"},
+                                                               {Direction::fit, "Seen where the points"}};
+  for (const auto& [direction, remark] : remarks) {
+    EXPECT_THAT(textsOf(pictureOf(threePoints(), contentOf(2), {Format::png, {640, 480}, direction})),
+                Contains(::testing::StartsWith(remark)));
+  }
+}
+
+/// How many pixels of the colour of alarm stand in a part of the picture.
+int alarmIn(const tiepoint::testing::Pixels& pixels, const Box& part) {
+  int count = 0;
+  for (int y = static_cast<int>(part.top); y < part.bottom; ++y) {
+    for (int x = static_cast<int>(part.left); x < part.right; ++x) {
+      const unsigned char* rgb = &pixels.values[static_cast<std::size_t>(3 * (y * pixels.width + x))];
+      count += rgb[0] == alarm.red && rgb[1] == alarm.green && rgb[2] == alarm.blue ? 1 : 0;
+    }
+  }
+  return count;
+}
+
+TEST(Picture, HasTheTipsOfAllArrowsInView) {
+  Content content = contentOf(1);
+  content.stations.clear();
+  content.residuals = {{{10, 0, 0}, {10.03, 0, 0}, 2, "T2", "T2"}};
+  const Picture picture = pictureOf(threePoints(), content, {Format::png, {640, 480}, Direction::top});
+  const auto pixels = pixelsOf(picture.bytes);
+  const Box& drawing = picture.layout.drawing;
+  EXPECT_GT(alarmIn(pixels, drawing), 100);
+  EXPECT_EQ(alarmIn(pixels, {drawing.right - 30.0, drawing.top, drawing.right, drawing.bottom}), 0);
+}
+
+TEST(Picture, HasTheStationsInView) {
+  Content content = contentOf(1);
+  content.residuals.clear();
+  content.stations = {{"far off", 10, {500, 500, 0}}, {"nowhere", 10, {std::nan(""), 0, 0}}};
+  const Picture picture = pictureOf(threePoints(), content, {Format::png, {640, 480}, Direction::top});
+  EXPECT_THAT(textsOf(picture), Contains("far off"));
+  EXPECT_THAT(textsOf(picture), Not(Contains("nowhere")));
+}
+
+TEST(Picture, GivesItsLegendTheWidthThatNamesNeed) {
+  const Request request{Format::png, {640, 480}, Direction::top};
+  Content content = contentOf(1);
+  const auto width = [&] { return pictureOf(threePoints(), content, request).layout.column.width(); };
+  content.groups[0].name = "S1";
+  const double narrow = width();
+  content.groups[0].name = "A station's name";
+  EXPECT_GT(width(), narrow + 30.0);
+  content.groups[0].name = std::string(100, 'W');
+  EXPECT_NEAR(width(), 217.6, 1.0) << "a third of the page and no more";
+  content.groups.clear();
+  content.residualHead.clear();
+  EXPECT_NEAR(width(), 150.0, 1.0) << "never narrower";
 }
 
 TEST(Picture, ShowsPointsThatNoLengthTellsApart) {
