@@ -9,7 +9,7 @@ namespace {
 
 using namespace tiepoint::workbench;
 
-constexpr double widest = 0.04;
+constexpr double maxDistance = 0.04;
 
 /// A field of targets, 2 mm about each of which lie four points of its name.
 SessionState site(std::int64_t points) {
@@ -39,12 +39,12 @@ void measure(benchmark::State& state, Look look) {
 }
 
 void ours(benchmark::State& state) {
-  measure(state, [](const auto& placed) { benchmark::DoNotOptimize(nearestPoints(placed, widest)); });
+  measure(state, [](const auto& placed) { benchmark::DoNotOptimize(nearestPoints(placed, maxDistance)); });
 }
 BENCHMARK(ours)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
 
 void spots(benchmark::State& state) {
-  measure(state, [](const auto& placed) { benchmark::DoNotOptimize(closeSpots(placed, widest)); });
+  measure(state, [](const auto& placed) { benchmark::DoNotOptimize(closePointClusters(placed, maxDistance)); });
 }
 BENCHMARK(spots)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
 

@@ -61,7 +61,7 @@ HostTransientService* serviceOf(HostDocument* document) { return document ? docu
 /// Takes a step whose failure can't be reported any more. It is tried twice: were the host left with
 /// a pointer to nothing after a failure that passes, it would crash at its next event.
 template <class Step>
-void insist(Step step) noexcept {
+void tryTwice(Step step) noexcept {
   for (int attempt = 0; attempt < 2; ++attempt) {
     try {
       if (step()) return;
@@ -101,14 +101,14 @@ void RefPointsTransient::enterHost() {
 /// Also undoes what has half happened: a host that failed while it took this object in may know it
 /// all the same, and has nothing to do where it doesn't.
 void RefPointsTransient::leaveHost() noexcept {
-  insist([this] {
+  tryTwice([this] {
     HostApplication* application = hostApplication();
     if (application) application->removeReactor(this);
     return application != nullptr;
   });
   hide();
   settings.reset();
-  insist([this] {
+  tryTwice([this] {
     if (node) std::exchange(node, nullptr)->setDrawableNull();
     return true;
   });
@@ -136,7 +136,7 @@ void RefPointsTransient::show() {
 /// or this object is.
 void RefPointsTransient::hide() noexcept {
   if (!transientManager) return;
-  insist([this] {
+  tryTwice([this] {
     transientManager->removeTransient(this);
     return true;
   });

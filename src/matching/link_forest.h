@@ -7,21 +7,19 @@
 
 namespace ZOR::reg {
 
-/// Disjoint sets of places, first one for each place, with path halving (R. E. Tarjan and
+/// Disjoint sets of indices, at first one for each index, with path halving (R. E. Tarjan and
 /// J. van Leeuwen, 1984). The lower root survives, which needs no ranks.
 class LinkForest {
  public:
-  using Place = std::size_t;
+  using Index = std::size_t;
 
-  explicit LinkForest(std::size_t placeCount) : parents(placeCount) {
-    std::iota(parents.begin(), parents.end(), Place{0});
-  }
+  explicit LinkForest(std::size_t count) : parents(count) { std::iota(parents.begin(), parents.end(), Index{0}); }
 
-  bool areTied(Place a, Place b) { return a == b || rootOf(a) == rootOf(b); }
+  bool areTied(Index a, Index b) { return a == b || rootOf(a) == rootOf(b); }
 
-  void tie(Place a, Place b) {
-    const Place rootOfA = rootOf(a);
-    const Place rootOfB = rootOf(b);
+  void tie(Index a, Index b) {
+    const Index rootOfA = rootOf(a);
+    const Index rootOfB = rootOf(b);
     if (rootOfA == rootOfB) return;
     if (rootOfA < rootOfB) {
       parents[rootOfB] = rootOfA;
@@ -33,17 +31,17 @@ class LinkForest {
 
   bool allAreTied() const { return tieCount + 1 >= parents.size(); }
 
-  /// The lowest place of the set.
-  Place rootOf(Place place) {
-    while (parents[place] != place) {
-      parents[place] = parents[parents[place]];
-      place = parents[place];
+  /// The lowest index of the set.
+  Index rootOf(Index index) {
+    while (parents[index] != index) {
+      parents[index] = parents[parents[index]];
+      index = parents[index];
     }
-    return place;
+    return index;
   }
 
  private:
-  std::vector<Place> parents;
+  std::vector<Index> parents;
   std::size_t tieCount = 0;
 };
 

@@ -10,7 +10,7 @@ namespace ZOR::reg {
 namespace {
 
 using Candidates = std::vector<RefPoint>;
-using Spot = std::vector<std::uint64_t>;
+using Cluster = std::vector<std::uint64_t>;
 
 bool isBinding(const RefPoint& point) { return point.named && !point.autoNamed; }
 
@@ -32,16 +32,16 @@ RowTable registeredPositions(const Candidates& candidates, const GroupTransforms
   return rows;
 }
 
-/// The names on a spot, and how many of its points have none.
-struct SpotNames {
+/// The names in a cluster, and how many of its points have none.
+struct ClusterNames {
   std::set<CommonPointId> binding;
   std::set<CommonPointId> all;
   std::size_t unnamed = 0;
 };
 
-SpotNames namesOn(const Spot& spot, const Candidates& candidates) {
-  SpotNames names;
-  for (std::uint64_t row : spot) {
+ClusterNames namesIn(const Cluster& cluster, const Candidates& candidates) {
+  ClusterNames names;
+  for (std::uint64_t row : cluster) {
     const RefPoint& point = candidates[row];
     if (!point.named) {
       ++names.unnamed;
@@ -53,14 +53,14 @@ SpotNames namesOn(const Spot& spot, const Candidates& candidates) {
   return names;
 }
 
-void joinOneName(const Spot& spot, const Candidates& candidates, CommonPointId name, NamingChanges& changes) {
-  for (std::uint64_t row : spot) {
+void assignName(const Cluster& cluster, const Candidates& candidates, CommonPointId name, NamingChanges& changes) {
+  for (std::uint64_t row : cluster) {
     if (!isBinding(candidates[row])) changes.existingAssignments.emplace(candidates[row].id, name);
   }
 }
 
-void nameAnew(const Spot& spot, const Candidates& candidates, std::uint64_t label, NamingChanges& changes) {
-  for (std::uint64_t row : spot) changes.newAssignments.emplace(candidates[row].id, label);
+void assignLabel(const Cluster& cluster, const Candidates& candidates, std::uint64_t label, NamingChanges& changes) {
+  for (std::uint64_t row : cluster) changes.newAssignments.emplace(candidates[row].id, label);
 }
 
 }  // namespace
@@ -72,21 +72,21 @@ void matchByDistance(const RefPointList& points, const GroupTransforms& groupTra
   const Candidates candidates = registeredPoints(points, groupTransforms);
   if (std::all_of(candidates.begin(), candidates.end(), isBinding)) return;
 
-  RowClusters spots;
-  clusterRows(registeredPositions(candidates, groupTransforms), tolerance, spots);
+  RowClusters clusters;
+  clusterRows(registeredPositions(candidates, groupTransforms), tolerance, clusters);
   std::uint64_t label = 0;
-  for (const Spot& spot : spots) {
-    const SpotNames names = namesOn(spot, candidates);
+  for (const Cluster& cluster : clusters) {
+    const ClusterNames names = namesIn(cluster, candidates);
     if (names.binding.size() > 1) {
       changes.clear();
       return;
     }
-    // A spot whose points all have a name stays as it is, also with several automatic ones on it.
+    // A cluster whose points all have a name stays as it is, also with several automatic ones in it.
     if (names.unnamed == 0) continue;
     if (names.all.size() == 1) {
-      joinOneName(spot, candidates, *names.all.begin(), changes);
+      assignName(cluster, candidates, *names.all.begin(), changes);
     } else {
-      nameAnew(spot, candidates, label++, changes);
+      assignLabel(cluster, candidates, label++, changes);
     }
   }
 }

@@ -47,7 +47,7 @@ bool NamingState::uniteCorrespondence(const std::list<RefPointId>& members) {
 
   if (!kinds.bindingNames.empty()) {
     const CommonPointId name = *kinds.bindingNames.begin();
-    for (std::uint64_t label : kinds.labels) takeOverLabel(label, name);
+    for (std::uint64_t label : kinds.labels) replaceLabel(label, name);
     for (RefPointId point : kinds.unnamed) giveManualName(point, name);
     return true;
   }
@@ -93,7 +93,7 @@ void NamingState::giveManualName(RefPointId point, CommonPointId name) {
   manualNames[point] = name;
 }
 
-void NamingState::takeOverLabel(std::uint64_t label, CommonPointId name) {
+void NamingState::replaceLabel(std::uint64_t label, CommonPointId name) {
   const auto bearers = pointsOfLabel.find(label);
   for (RefPointId point : bearers->second) {
     autoNames.erase(point);

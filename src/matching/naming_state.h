@@ -60,7 +60,7 @@ class NamingState {
   bool lieInDifferentGroups(const std::list<RefPointId>& members);
   void giveLabel(RefPointId point, std::uint64_t label);
   void giveManualName(RefPointId point, CommonPointId name);
-  void takeOverLabel(std::uint64_t label, CommonPointId name);
+  void replaceLabel(std::uint64_t label, CommonPointId name);
 
   std::map<RefPointId, CommonPointId> manualNames;
   std::map<RefPointId, std::uint64_t> autoNames;

@@ -33,16 +33,16 @@ bool collectSpreadDistances(const RefPointList& points, const GroupTransforms& g
                             const CommonPoints& commonPoints, std::vector<double>& distances) {
   distances.clear();
   if (groupTransforms.empty()) return false;
-  std::map<CommonPointId, std::vector<OdGePoint3d>> spots;
+  std::map<CommonPointId, std::vector<OdGePoint3d>> byName;
   for (const RefPoint& point : points) {
     if (!point.active || commonPoints.count(point.commonId) == 0) continue;
     const auto transform = groupTransforms.find(point.groupId);
-    if (transform != groupTransforms.end()) spots[point.commonId].push_back(apply(transform->second, point.position));
+    if (transform != groupTransforms.end()) byName[point.commonId].push_back(apply(transform->second, point.position));
   }
-  for (const auto& entry : spots) {
-    const std::vector<OdGePoint3d>& spot = entry.second;
-    for (std::size_t i = 0; i < spot.size(); ++i) {
-      for (std::size_t j = i + 1; j < spot.size(); ++j) distances.push_back(distanceBetween(spot[i], spot[j]));
+  for (const auto& entry : byName) {
+    const std::vector<OdGePoint3d>& bearers = entry.second;
+    for (std::size_t i = 0; i < bearers.size(); ++i) {
+      for (std::size_t j = i + 1; j < bearers.size(); ++j) distances.push_back(distanceBetween(bearers[i], bearers[j]));
     }
   }
   return true;
@@ -65,11 +65,11 @@ void spreadHistogram(const std::vector<double>& distances, std::vector<std::uint
 
   binCounts.assign(binCount, 0);
   for (double d : distances) {
-    const double place = (d - low) / width;
+    const double inBins = (d - low) / width;
     // The largest stands in the last bin, and whatever rounding puts behind it, or into none at all
     // where the width is too small for a number.
-    const bool isBeforeLast = d != high && place < static_cast<double>(binCount - 1);
-    ++binCounts[isBeforeLast ? static_cast<std::size_t>(place) : binCount - 1];
+    const bool isBeforeLast = d != high && inBins < static_cast<double>(binCount - 1);
+    ++binCounts[isBeforeLast ? static_cast<std::size_t>(inBins) : binCount - 1];
   }
   for (std::size_t i = 0; i <= binCount; ++i) {
     binEdges.push_back(cutTo(static_cast<double>(i) * width + low, 1e6, 1e-6));

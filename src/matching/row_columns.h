@@ -20,9 +20,9 @@ struct PlacedRow {
   std::uint64_t tag = 0;
 };
 
-inline bool atOneSpot(const PlacedRow& a, const PlacedRow& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
+inline bool coincide(const PlacedRow& a, const PlacedRow& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
 
-/// By height, and so that the rows at one spot follow one another, those of one tag together.
+/// By height, and so that the rows that coincide follow one another, those of one tag together.
 inline bool isBelow(const PlacedRow& a, const PlacedRow& b) {
   if (a.z != b.z) return a.z < b.z;
   if (a.x != b.x) return a.x < b.x;
@@ -54,14 +54,14 @@ class CellGrid {
   };
 
   static Axis axisOver(const std::vector<double>& values, double reach) {
-    // The rounding of a place in units of cells is at most some 1e-7 with so many cells; the margin
+    // The rounding of an index in units of cells is at most some 1e-7 with so many cells; the margin
     // over the reach takes up ten times as much.
-    constexpr double mostCells = 268435456.0;
+    constexpr double maxCells = 268435456.0;
     constexpr double margin = 1.0 + 1e-6;
     const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
     if (lowest == values.end()) return {};
     const double halfRange = *highest / 2 - *lowest / 2;
-    return {*lowest / 2, std::max(reach / 2 * margin, halfRange / mostCells)};
+    return {*lowest / 2, std::max(reach / 2 * margin, halfRange / maxCells)};
   }
 
   /// From one, so that every cell has a lower neighbour.
@@ -80,13 +80,13 @@ struct RowColumn {
   std::size_t end = 0;
 };
 
-/// A row at the spot of another that stands for it.
+/// A row that coincides with another, which stands for it.
 struct TwinRow {
   PlacedRow row;
   std::size_t original = 0;
 };
 
-/// Finite rows by column. At most two rows of each spot, of different tags, stand in the columns:
+/// Finite rows by column. Of rows that coincide at most two, of different tags, stand in the columns:
 /// whatever is close to the others is close to one of these.
 struct RowColumns {
   std::vector<PlacedRow> rows;
@@ -96,19 +96,19 @@ struct RowColumns {
 
 namespace row_columns_detail {
 
-struct KeyedPlace {
+struct KeyedIndex {
   std::uint64_t key = 0;
-  std::size_t place = 0;
+  std::size_t index = 0;
 };
 
-inline std::vector<KeyedPlace> placesByKey(const std::vector<PlacedRow>& rows, const CellGrid& grid) {
-  std::vector<KeyedPlace> places;
-  places.reserve(rows.size());
-  for (const PlacedRow& row : rows) places.push_back({grid.key(row), places.size()});
+inline std::vector<KeyedIndex> indicesByKey(const std::vector<PlacedRow>& rows, const CellGrid& grid) {
+  std::vector<KeyedIndex> indices;
+  indices.reserve(rows.size());
+  for (const PlacedRow& row : rows) indices.push_back({grid.key(row), indices.size()});
   boost::sort::spreadsort::integer_sort(
-      places.begin(), places.end(), [](const KeyedPlace& place, unsigned offset) { return place.key >> offset; },
-      [](const KeyedPlace& a, const KeyedPlace& b) { return a.key < b.key; });
-  return places;
+      indices.begin(), indices.end(), [](const KeyedIndex& index, unsigned offset) { return index.key >> offset; },
+      [](const KeyedIndex& a, const KeyedIndex& b) { return a.key < b.key; });
+  return indices;
 }
 
 /// `sorted` are the rows of one column by isBelow().
@@ -116,8 +116,8 @@ inline void appendColumn(const std::vector<PlacedRow>& sorted, std::uint64_t key
   const std::size_t begin = result.rows.size();
   std::size_t original = begin;
   for (const PlacedRow& row : sorted) {
-    const bool sameSpot = result.rows.size() > begin && atOneSpot(result.rows[original], row);
-    if (!sameSpot) {
+    const bool coincides = result.rows.size() > begin && coincide(result.rows[original], row);
+    if (!coincides) {
       original = result.rows.size();
       result.rows.push_back(row);
     } else if (result.rows.size() == original + 1 && result.rows[original].tag != row.tag) {
@@ -132,14 +132,14 @@ inline void appendColumn(const std::vector<PlacedRow>& sorted, std::uint64_t key
 }  // namespace row_columns_detail
 
 inline RowColumns sortIntoColumns(const std::vector<PlacedRow>& rows, double reach) {
-  const auto places = row_columns_detail::placesByKey(rows, CellGrid(rows, reach));
+  const auto indices = row_columns_detail::indicesByKey(rows, CellGrid(rows, reach));
   RowColumns result;
   result.rows.reserve(rows.size());
   std::vector<PlacedRow> column;
-  for (auto first = places.begin(); first != places.end();) {
+  for (auto first = indices.begin(); first != indices.end();) {
     const std::uint64_t key = first->key;
     column.clear();
-    for (; first != places.end() && first->key == key; ++first) column.push_back(rows[first->place]);
+    for (; first != indices.end() && first->key == key; ++first) column.push_back(rows[first->index]);
     std::sort(column.begin(), column.end(), isBelow);
     row_columns_detail::appendColumn(column, key, result);
   }

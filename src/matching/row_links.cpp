@@ -14,7 +14,7 @@ namespace ZOR::reg {
 
 namespace {
 
-using Place = LinkForest::Place;
+using Index = LinkForest::Index;
 
 /// The square of anything smaller may be rounded to less than it is, or to nothing.
 constexpr double shortestReach = 1.5e-154;
@@ -61,7 +61,7 @@ SortedRows sortedRows(const RowTable& rows, TagOf tagOf) {
   return sorted;
 }
 
-/// Finds the links of one table. A place is the number of a row here: first the rows in the columns,
+/// Finds the links of one table. An index is the number of a row here: first the rows in the columns,
 /// then their twins, then the infinite rows, then those that hold not-a-number.
 class LinkSearch {
  public:
@@ -71,12 +71,12 @@ class LinkSearch {
 
  private:
   void append(const std::vector<PlacedRow>& rows) { placed.insert(placed.end(), rows.begin(), rows.end()); }
-  bool tagsDiffer(Place a, Place b) const { return placed[a].tag != placed[b].tag; }
+  bool tagsDiffer(Index a, Index b) const { return placed[a].tag != placed[b].tag; }
   bool isCrowded() const { return pairsInReach > crowdedPairsPerRow * firstTwin; }
-  void tieIfClose(Place a, Place b);
+  void tieIfClose(Index a, Index b);
 
-  void tieAcrossTags(const std::vector<Place>& places);
-  void tieToAllOfOtherTags(Place place);
+  void tieAcrossTags(const std::vector<Index>& indices);
+  void tieToAllOfOtherTags(Index index);
   void tieNotANumbers();
   void tieInfinite(double PlacedRow::*column, double infinity);
   void tieAllInfinite();
@@ -90,9 +90,9 @@ class LinkSearch {
   double reach;
   RowColumns inColumns;
   std::vector<PlacedRow> placed;
-  Place firstTwin = 0;
-  Place firstInfinite = 0;
-  Place firstNotANumber = 0;
+  Index firstTwin = 0;
+  Index firstInfinite = 0;
+  Index firstNotANumber = 0;
   LinkForest forest;
   std::size_t pairsInReach = 0;
 };
@@ -126,13 +126,13 @@ std::vector<RowLink> LinkSearch::run() {
 /// Upwards in the rows, so that whoever follows the links goes through memory in order.
 std::vector<RowLink> LinkSearch::linksToLowest() {
   std::vector<std::uint64_t> lowestOfSet(placed.size(), placed.size());
-  for (Place place = 0; place < placed.size(); ++place) {
-    std::uint64_t& lowest = lowestOfSet[forest.rootOf(place)];
-    lowest = std::min(lowest, placed[place].row);
+  for (Index index = 0; index < placed.size(); ++index) {
+    std::uint64_t& lowest = lowestOfSet[forest.rootOf(index)];
+    lowest = std::min(lowest, placed[index].row);
   }
   std::vector<std::uint64_t> lowestOfRow(placed.size());
-  for (Place place = 0; place < placed.size(); ++place) {
-    lowestOfRow[placed[place].row] = lowestOfSet[forest.rootOf(place)];
+  for (Index index = 0; index < placed.size(); ++index) {
+    lowestOfRow[placed[index].row] = lowestOfSet[forest.rootOf(index)];
   }
   std::vector<RowLink> links;
   for (std::uint64_t row = 0; row < lowestOfRow.size(); ++row) {
@@ -141,22 +141,23 @@ std::vector<RowLink> LinkSearch::linksToLowest() {
   return links;
 }
 
-void LinkSearch::tieIfClose(Place a, Place b) {
+void LinkSearch::tieIfClose(Index a, Index b) {
   if (tagsDiffer(a, b) && !(rowDistance(placed[a], placed[b]) >= threshold)) forest.tie(a, b);
 }
 
-/// Among `places` any two of different tags are linked: with two tags that joins all of them.
-void LinkSearch::tieAcrossTags(const std::vector<Place>& places) {
-  if (places.empty()) return;
-  const Place first = places.front();
-  const auto other = std::find_if(places.begin(), places.end(), [&](Place place) { return tagsDiffer(first, place); });
-  if (other == places.end()) return;
-  for (const Place place : places) forest.tie(tagsDiffer(first, place) ? first : *other, place);
+/// Among `indices` any two of different tags are linked: with two tags that joins all of them.
+void LinkSearch::tieAcrossTags(const std::vector<Index>& indices) {
+  if (indices.empty()) return;
+  const Index first = indices.front();
+  const auto other =
+      std::find_if(indices.begin(), indices.end(), [&](Index index) { return tagsDiffer(first, index); });
+  if (other == indices.end()) return;
+  for (const Index index : indices) forest.tie(tagsDiffer(first, index) ? first : *other, index);
 }
 
-void LinkSearch::tieToAllOfOtherTags(Place place) {
-  for (Place other = 0; other < placed.size(); ++other) {
-    if (tagsDiffer(place, other)) forest.tie(place, other);
+void LinkSearch::tieToAllOfOtherTags(Index index) {
+  for (Index other = 0; other < placed.size(); ++other) {
+    if (tagsDiffer(index, other)) forest.tie(index, other);
   }
 }
 
@@ -164,26 +165,26 @@ void LinkSearch::tieToAllOfOtherTags(Place place) {
 void LinkSearch::tieNotANumbers() {
   if (firstNotANumber == placed.size()) return;
   tieToAllOfOtherTags(firstNotANumber);
-  for (Place place = firstNotANumber + 1; place < placed.size(); ++place) {
-    if (!tagsDiffer(firstNotANumber, place)) continue;
+  for (Index index = firstNotANumber + 1; index < placed.size(); ++index) {
+    if (!tagsDiffer(firstNotANumber, index)) continue;
     // What has the tag of the first is linked to this one: together they reach every row.
-    tieToAllOfOtherTags(place);
+    tieToAllOfOtherTags(index);
     return;
   }
-  Place other = 0;
+  Index other = 0;
   while (other < firstNotANumber && !tagsDiffer(firstNotANumber, other)) ++other;
   if (other == firstNotANumber) return;
-  for (Place place = firstNotANumber; place < placed.size(); ++place) forest.tie(other, place);
+  for (Index index = firstNotANumber; index < placed.size(); ++index) forest.tie(other, index);
 }
 
 /// An infinity less itself is not a number, which links; less anything else it is infinite, which
 /// doesn't.
 void LinkSearch::tieInfinite(double PlacedRow::*column, double infinity) {
-  std::vector<Place> places;
-  for (Place place = firstInfinite; place < firstNotANumber; ++place) {
-    if (placed[place].*column == infinity) places.push_back(place);
+  std::vector<Index> indices;
+  for (Index index = firstInfinite; index < firstNotANumber; ++index) {
+    if (placed[index].*column == infinity) indices.push_back(index);
   }
-  tieAcrossTags(places);
+  tieAcrossTags(indices);
 }
 
 void LinkSearch::tieAllInfinite() {
@@ -212,19 +213,19 @@ void LinkSearch::sweepColumns() {
 }
 
 void LinkSearch::sweepInside(const RowColumn& column) {
-  for (Place a = column.begin; a < column.end && !isCrowded(); ++a) {
-    Place b = a + 1;
+  for (Index a = column.begin; a < column.end && !isCrowded(); ++a) {
+    Index b = a + 1;
     for (; b < column.end && !(placed[b].z - placed[a].z > reach); ++b) tieIfClose(a, b);
     pairsInReach += b - a;
   }
 }
 
 void LinkSearch::sweepBetween(const RowColumn& column, const RowColumn& neighbour) {
-  Place lowest = neighbour.begin;
-  for (Place a = column.begin; a < column.end && !isCrowded(); ++a) {
+  Index lowest = neighbour.begin;
+  for (Index a = column.begin; a < column.end && !isCrowded(); ++a) {
     const double z = placed[a].z;
     while (lowest < neighbour.end && z - placed[lowest].z > reach) ++lowest;
-    Place b = lowest;
+    Index b = lowest;
     for (; b < neighbour.end && !(placed[b].z - z > reach); ++b) tieIfClose(a, b);
     pairsInReach += b - lowest;
   }
@@ -235,14 +236,14 @@ void LinkSearch::sweepBetween(const RowColumn& column, const RowColumn& neighbou
 void LinkSearch::tieTwins() {
   if (inColumns.twins.empty()) return;
   std::vector<bool> isTied(placed.size(), false);
-  for (Place place = 0; place < placed.size(); ++place) {
-    const Place root = forest.rootOf(place);
-    if (root != place) isTied[root] = isTied[place] = true;
+  for (Index index = 0; index < placed.size(); ++index) {
+    const Index root = forest.rootOf(index);
+    if (root != index) isTied[root] = isTied[index] = true;
   }
-  Place twinPlace = firstTwin;
+  Index twinIndex = firstTwin;
   for (const TwinRow& twin : inColumns.twins) {
-    if (isTied[twin.original]) forest.tie(twin.original, twinPlace);
-    ++twinPlace;
+    if (isTied[twin.original]) forest.tie(twin.original, twinIndex);
+    ++twinIndex;
   }
 }
 

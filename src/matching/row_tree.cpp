@@ -19,7 +19,7 @@ double distanceOf(const std::array<double, 3>& d) { return rowDistance(d[0], d[1
 }  // namespace
 
 RowTree::RowTree(const std::vector<PlacedRow>& placed, std::size_t count) : rows(&placed), order(count) {
-  std::iota(order.begin(), order.end(), Place{0});
+  std::iota(order.begin(), order.end(), Index{0});
   if (count > 0) build(0, count);
 }
 
@@ -38,7 +38,7 @@ RowTree::NodeNumber RowTree::build(std::size_t begin, std::size_t end) {
   }
   const std::size_t middle = begin + (end - begin) / 2;
   const auto at = [this](std::size_t i) { return order.begin() + static_cast<std::ptrdiff_t>(i); };
-  std::nth_element(at(begin), at(middle), at(end), [this, widest](Place a, Place b) {
+  std::nth_element(at(begin), at(middle), at(end), [this, widest](Index a, Index b) {
     return valuesOf((*rows)[a])[widest] < valuesOf((*rows)[b])[widest];
   });
   build(begin, middle);
@@ -50,23 +50,23 @@ RowTree::NodeNumber RowTree::build(std::size_t begin, std::size_t end) {
 void RowTree::describe(Node& node) const {
   node.lowest = node.highest = valuesOf((*rows)[order[node.begin]]);
   for (std::size_t i = node.begin; i < node.end; ++i) {
-    const Place place = order[i];
-    const Corner values = valuesOf((*rows)[place]);
+    const Index index = order[i];
+    const Corner values = valuesOf((*rows)[index]);
     for (std::size_t axis = 0; axis < 3; ++axis) {
       node.lowest[axis] = std::min(node.lowest[axis], values[axis]);
       node.highest[axis] = std::max(node.highest[axis], values[axis]);
     }
     Samples& samples = node.samples;
-    const auto isOfTag = [&](Place sample) { return !tagsDiffer(sample, place); };
-    const auto known = samples.places.begin() + static_cast<std::ptrdiff_t>(samples.count);
-    if (samples.count < samples.places.size() && std::none_of(samples.places.begin(), known, isOfTag)) {
-      samples.places[samples.count++] = place;
+    const auto isOfTag = [&](Index sample) { return !tagsDiffer(sample, index); };
+    const auto known = samples.indices.begin() + static_cast<std::ptrdiff_t>(samples.count);
+    if (samples.count < samples.indices.size() && std::none_of(samples.indices.begin(), known, isOfTag)) {
+      samples.indices[samples.count++] = index;
     }
   }
 }
 
 bool RowTree::haveOneTag(const Node& a, const Node& b) const {
-  return a.samples.count == 1 && b.samples.count == 1 && !tagsDiffer(a.samples.places[0], b.samples.places[0]);
+  return a.samples.count == 1 && b.samples.count == 1 && !tagsDiffer(a.samples.indices[0], b.samples.indices[0]);
 }
 
 void RowTree::tieCloseRows(double linkThreshold, LinkForest& links) {
@@ -131,12 +131,12 @@ void RowTree::joinBetween(NodeNumber numberOfA, NodeNumber numberOfB) {
 void RowTree::tieToSamples(const Node& node, const Samples& samples) {
   for (std::size_t i = node.begin; i < node.end; ++i) {
     for (std::size_t k = 0; k < samples.count; ++k) {
-      if (tagsDiffer(order[i], samples.places[k])) forest->tie(order[i], samples.places[k]);
+      if (tagsDiffer(order[i], samples.indices[k])) forest->tie(order[i], samples.indices[k]);
     }
   }
 }
 
-void RowTree::comparePair(Place a, Place b) {
+void RowTree::comparePair(Index a, Index b) {
   if (!tagsDiffer(a, b) || forest->areTied(a, b)) return;
   const PlacedRow& first = (*rows)[a];
   const PlacedRow& second = (*rows)[b];
@@ -153,7 +153,7 @@ void RowTree::noteTied(Node& node) {
   if (node.isLeaf()) {
     node.isTied = std::all_of(order.begin() + static_cast<std::ptrdiff_t>(node.begin),
                               order.begin() + static_cast<std::ptrdiff_t>(node.end),
-                              [&](Place place) { return forest->areTied(order[node.begin], place); });
+                              [&](Index index) { return forest->areTied(order[node.begin], index); });
   } else {
     const Node& left = nodes[static_cast<NodeNumber>(&node - nodes.data()) + 1];
     node.isTied = areTied(left, nodes[node.right]);

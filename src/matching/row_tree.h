@@ -19,9 +19,9 @@ namespace ZOR::reg {
 /// computed.
 class RowTree {
  public:
-  using Place = LinkForest::Place;
+  using Index = LinkForest::Index;
 
-  /// Over the places [0, count) of `placed`, which must outlive the tree.
+  /// Over the indices [0, count) of `placed`, which must outlive the tree.
   RowTree(const std::vector<PlacedRow>& placed, std::size_t count);
 
   /// Ties what links between all pairs of rows of different tags would tie.
@@ -32,7 +32,7 @@ class RowTree {
   /// Two rows of different tags, so that a row of any tag differs from one of them; one row where
   /// there is one tag.
   struct Samples {
-    std::array<Place, 2> places{};
+    std::array<Index, 2> indices{};
     std::size_t count = 0;
   };
   struct Node {
@@ -53,18 +53,18 @@ class RowTree {
   NodeNumber build(std::size_t begin, std::size_t end);
   void describe(Node& node) const;
   bool haveOneTag(const Node& a, const Node& b) const;
-  bool tagsDiffer(Place a, Place b) const { return (*rows)[a].tag != (*rows)[b].tag; }
+  bool tagsDiffer(Index a, Index b) const { return (*rows)[a].tag != (*rows)[b].tag; }
 
   void joinInside(NodeNumber number);
   void joinBetween(NodeNumber a, NodeNumber b);
   void tieToSamples(const Node& node, const Samples& samples);
-  void comparePair(Place a, Place b);
+  void comparePair(Index a, Index b);
   bool areTied(const Node& a, const Node& b);
   void noteTied(Node& node);
   void passDown(const Node& node);
 
   const std::vector<PlacedRow>* rows;
-  std::vector<Place> order;
+  std::vector<Index> order;
   std::vector<Node> nodes;
   double threshold = 0.0;
   LinkForest* forest = nullptr;

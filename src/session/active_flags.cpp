@@ -40,9 +40,9 @@ class Shelves {
 
   std::size_t size() const { return counts.size(); }
   std::size_t shelfOf(std::size_t point) const { return shelfOfPoint[point]; }
-  /// The places of the shelf's points in the list that the shelves were made from.
-  const std::size_t* begin(std::size_t shelf) const { return places.data() + starts[shelf]; }
-  const std::size_t* end(std::size_t shelf) const { return places.data() + starts[shelf + 1]; }
+  /// The indices of the shelf's points in the list that the shelves were made from.
+  const std::size_t* begin(std::size_t shelf) const { return indices.data() + starts[shelf]; }
+  const std::size_t* end(std::size_t shelf) const { return indices.data() + starts[shelf + 1]; }
   /// How many of the shelf's points are active and not base; kept by the user of the shelves.
   std::size_t& count(std::size_t shelf) { return counts[shelf]; }
 
@@ -52,15 +52,15 @@ class Shelves {
     starts.resize(shelves + 1);
     for (std::size_t shelf : shelfOfPoint) ++starts[shelf + 1];
     for (std::size_t shelf = 0; shelf < shelves; ++shelf) starts[shelf + 1] += starts[shelf];
-    places.resize(shelfOfPoint.size());
+    indices.resize(shelfOfPoint.size());
     std::vector<std::size_t> next(starts.begin(), starts.end() - 1);
-    for (std::size_t point = 0; point < shelfOfPoint.size(); ++point) places[next[shelfOfPoint[point]]++] = point;
+    for (std::size_t point = 0; point < shelfOfPoint.size(); ++point) indices[next[shelfOfPoint[point]]++] = point;
   }
 
   std::vector<std::size_t> shelfOfPoint;
   std::vector<std::size_t> counts;
   std::vector<std::size_t> starts;
-  std::vector<std::size_t> places;
+  std::vector<std::size_t> indices;
 };
 
 std::vector<RefPoint*> addressesOf(RefPointList& points) {

@@ -51,8 +51,8 @@ std::map<std::uint64_t, CommonPointId> idsForLabels(const std::map<RefPointId, s
   return labelIds;
 }
 
-void takeNewNames(const std::map<RefPointId, std::uint64_t>& assignments,
-                  const std::map<std::uint64_t, CommonPointId>& labelIds, RefPointList& points) {
+void assignNewNames(const std::map<RefPointId, std::uint64_t>& assignments,
+                    const std::map<std::uint64_t, CommonPointId>& labelIds, RefPointList& points) {
   for (RefPoint& point : points) {
     const auto assignment = assignments.find(point.id);
     if (assignment == assignments.end()) continue;
@@ -120,7 +120,7 @@ void MultiRegistrator::applyMatch(const NamingChanges& changes, std::map<RefPoin
   for (const auto& [point, name] : changes.existingAssignments) assignedNames[point] = nameOf[name];
 
   const std::map<std::uint64_t, CommonPointId> labelIds = idsForLabels(changes.newAssignments, commonNames);
-  takeNewNames(changes.newAssignments, labelIds, sessionPoints);
+  assignNewNames(changes.newAssignments, labelIds, sessionPoints);
   for (const auto& entry : labelIds) commonNames.push_back({entry.second, autoName(entry.second)});
   for (const auto& [point, label] : changes.newAssignments) assignedNames[point] = autoName(labelIds.at(label));
 

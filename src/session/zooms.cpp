@@ -78,7 +78,7 @@ void MultiRegistrator::zoomToPointsOf(const GroupIdSet& groups) {
   std::vector<OdGePoint3d> points;
   for (const RefPoint& point : sessionPoints) {
     if (groups.count(point.groupId) == 0) continue;
-    // A point without a place, as a file with "nan" gives it, can't be looked at.
+    // A point without a position, as a file with "nan" gives it, can't be looked at.
     if (const OdGePoint3d shown = shownPosition(point); isFinite(shown)) points.push_back(shown);
   }
   if (points.empty()) return;
@@ -106,16 +106,16 @@ void MultiRegistrator::zoomToPoint(RefPointId id) {
   const ActiveView active = activeViewOfHost();
   if (!active.view) return;
   // An id that the session doesn't hold looks at the origin of the drawing.
-  OdGePoint3d place;
+  OdGePoint3d position;
   const auto point = std::find_if(sessionPoints.begin(), sessionPoints.end(),
                                   [&](const RefPoint& candidate) { return candidate.id == id; });
   if (point != sessionPoints.end()) {
     if (visibleGroups.count(point->groupId) == 0) return;
-    place = shownPosition(*point);
-    if (!isFinite(place)) return;
+    position = shownPosition(*point);
+    if (!isFinite(position)) return;
   }
-  const OdGeVector3d move = place - active.view->target();
-  show(active, active.view->position() + move, place, active.view->fieldWidth(), active.view->fieldHeight());
+  const OdGeVector3d move = position - active.view->target();
+  show(active, active.view->position() + move, position, active.view->fieldWidth(), active.view->fieldHeight());
 }
 
 }  // namespace ZOR::reg

@@ -13,7 +13,7 @@ namespace {
 using LeftOutNames = std::array<NameOwnership::Name, minCommonPoints - 1>;
 
 /// The names with the most owners; the set has more names than that.
-LeftOutNames mostOwned(const NameOwnership& names, NameOwnership::Set set) {
+LeftOutNames mostWidelyOwned(const NameOwnership& names, NameOwnership::Set set) {
   const auto all = names.namesOf(set);
   LeftOutNames leftOut{};
   std::partial_sort_copy(all.begin(), all.end(), leftOut.begin(), leftOut.end(),
@@ -25,12 +25,12 @@ LeftOutNames mostOwned(const NameOwnership& names, NameOwnership::Set set) {
 
 FusionSearch::FusionSearch(const GroupNameSets& groupNamesSets)
     : names(groupNamesSets),
-      placeOfSet(names.setCount()),
-      setAtPlace(names.setCount()),
+      indexOfSet(names.setCount()),
+      setAtIndex(names.setCount()),
       isLink(names.setCount(), false),
       touches(names.setCount(), 0) {
-  std::iota(placeOfSet.begin(), placeOfSet.end(), Place{0});
-  std::iota(setAtPlace.begin(), setAtPlace.end(), Set{0});
+  std::iota(indexOfSet.begin(), indexOfSet.end(), Index{0});
+  std::iota(setAtIndex.begin(), setAtIndex.end(), Set{0});
 }
 
 std::optional<FusionSearch::Fusion> FusionSearch::next() {
@@ -38,9 +38,9 @@ std::optional<FusionSearch::Fusion> FusionSearch::next() {
     if (!reachNextGroup()) return std::nullopt;
     linkReachedGroup();
   }
-  const Place partnerPlace = links.top();
+  const Index partnerIndex = links.top();
   links.pop();
-  return fuseWith(partnerPlace);
+  return fuseWith(partnerIndex);
 }
 
 bool FusionSearch::reachNextGroup() {
@@ -53,7 +53,7 @@ bool FusionSearch::reachNextGroup() {
 
 void FusionSearch::linkReachedGroup() {
   if (names.namesOf(current).size() < minCommonPoints) return;
-  const LeftOutNames leftOut = mostOwned(names, current);
+  const LeftOutNames leftOut = mostWidelyOwned(names, current);
   for (const Name name : names.namesOf(current)) {
     if (std::find(leftOut.begin(), leftOut.end(), name) == leftOut.end()) touchOwners(name);
   }
@@ -61,10 +61,10 @@ void FusionSearch::linkReachedGroup() {
   linkTouched([&](Set set) { return touches[set] >= minCommonPoints; });
 }
 
-FusionSearch::Fusion FusionSearch::fuseWith(Place partnerPlace) {
-  const Set partner = setAtPlace[partnerPlace];
-  const Place currentPlace = placeOfSet[current];
-  const Fusion fusion{std::min(currentPlace, partnerPlace), std::max(currentPlace, partnerPlace)};
+FusionSearch::Fusion FusionSearch::fuseWith(Index partnerIndex) {
+  const Set partner = setAtIndex[partnerIndex];
+  const Index currentIndex = indexOfSet[current];
+  const Fusion fusion{std::min(currentIndex, partnerIndex), std::max(currentIndex, partnerIndex)};
   isLink[partner] = false;
 
   // The larger set lives on, so that a name moves seldom. But the links of a group that wasn't
@@ -75,8 +75,8 @@ FusionSearch::Fusion FusionSearch::fuseWith(Place partnerPlace) {
   current = partnerLivesOn ? partner : current;
 
   const std::vector<Name> gained = names.absorb(current, absorbed);
-  placeOfSet[current] = fusion.survivor;
-  setAtPlace[fusion.survivor] = current;
+  indexOfSet[current] = fusion.survivor;
+  setAtIndex[fusion.survivor] = current;
   linkThroughGained(gained);
   return fusion;
 }
@@ -108,7 +108,7 @@ void FusionSearch::linkTouched(Test isLinked) {
   for (const Set set : touched) {
     if (isLinked(set)) {
       isLink[set] = true;
-      links.push(placeOfSet[set]);
+      links.push(indexOfSet[set]);
     }
     touches[set] = 0;
   }

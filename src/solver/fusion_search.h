@@ -21,15 +21,15 @@ namespace ZOR::reg {
 class FusionSearch {
  public:
   /// In ascending order of the groups.
-  using Place = std::uint32_t;
+  using Index = std::uint32_t;
   struct Fusion {
-    Place survivor = 0;
-    Place absorbed = 0;
+    Index survivor = 0;
+    Index absorbed = 0;
   };
 
   explicit FusionSearch(const GroupNameSets& groupNamesSets);
 
-  /// The next fusion, by places, or nothing when no two groups are left that link.
+  /// The next fusion, by the groups' indices, or nothing when no two groups are left that link.
   std::optional<Fusion> next();
 
  private:
@@ -38,7 +38,7 @@ class FusionSearch {
 
   bool reachNextGroup();
   void linkReachedGroup();
-  Fusion fuseWith(Place partnerPlace);
+  Fusion fuseWith(Index partnerIndex);
   void linkThroughGained(const std::vector<Name>& gained);
 
   void touchOwners(Name name);
@@ -47,16 +47,16 @@ class FusionSearch {
   void linkTouched(Test isLinked);
 
   NameOwnership names;
-  /// A fused group bears the smaller place of the two, whichever of their sets lives on.
-  std::vector<Place> placeOfSet;
-  std::vector<Set> setAtPlace;
+  /// A fused group bears the smaller index of the two, whichever of their sets lives on.
+  std::vector<Index> indexOfSet;
+  std::vector<Set> setAtIndex;
 
-  /// Groups from this place on haven't been compared yet.
+  /// Groups from this index on haven't been compared yet.
   Set reached = 0;
   Set current = 0;
-  /// The places of the groups that link to the current one, the smallest on top, and by set
+  /// The indices of the groups that link to the current one, the smallest on top, and by set
   /// whether it is among them.
-  std::priority_queue<Place, std::vector<Place>, std::greater<>> links;
+  std::priority_queue<Index, std::vector<Index>, std::greater<>> links;
   std::vector<bool> isLink;
 
   /// The sets met while some of the current one's names are looked up, and how often each was.

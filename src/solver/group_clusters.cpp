@@ -10,9 +10,9 @@ namespace ZOR::reg {
 namespace {
 
 using Fusion = FusionSearch::Fusion;
-using Place = FusionSearch::Place;
+using Index = FusionSearch::Index;
 
-constexpr Place notFused = std::numeric_limits<Place>::max();
+constexpr Index notFused = std::numeric_limits<Index>::max();
 
 std::vector<Fusion> findFusions(const GroupNameSets& groupNamesSets) {
   std::vector<Fusion> fusions;
@@ -23,10 +23,10 @@ std::vector<Fusion> findFusions(const GroupNameSets& groupNamesSets) {
 
 /// For each group that was fused, the survivor that its cluster ends with. Taken from the last
 /// fusion back: what became of a survivor is known by the time its own fusion is met.
-std::vector<Place> lastSurvivors(const std::vector<Fusion>& fusions, std::size_t groupCount) {
-  std::vector<Place> lastSurvivorOf(groupCount, notFused);
+std::vector<Index> lastSurvivors(const std::vector<Fusion>& fusions, std::size_t groupCount) {
+  std::vector<Index> lastSurvivorOf(groupCount, notFused);
   for (auto fusion = fusions.rbegin(); fusion != fusions.rend(); ++fusion) {
-    Place& lastSurvivor = lastSurvivorOf[fusion->survivor];
+    Index& lastSurvivor = lastSurvivorOf[fusion->survivor];
     if (lastSurvivor == notFused) lastSurvivor = fusion->survivor;
     lastSurvivorOf[fusion->absorbed] = lastSurvivor;
   }
@@ -49,13 +49,13 @@ void findGroupClusters(const GroupNameSets& groupNamesSets, GroupClusters& clust
 
   const std::vector<GroupId> groups = groupsInOrder(groupNamesSets);
   const std::vector<Fusion> fusions = findFusions(groupNamesSets);
-  const std::vector<Place> lastSurvivorOf = lastSurvivors(fusions, groups.size());
+  const std::vector<Index> lastSurvivorOf = lastSurvivors(fusions, groups.size());
 
-  std::map<Place, GroupIdSet> linked;
-  for (std::size_t place = 0; place < groups.size(); ++place) {
-    if (lastSurvivorOf[place] == notFused) continue;
-    GroupIdSet& members = linked[lastSurvivorOf[place]];
-    members.insert(members.end(), groups[place]);
+  std::map<Index, GroupIdSet> linked;
+  for (std::size_t index = 0; index < groups.size(); ++index) {
+    if (lastSurvivorOf[index] == notFused) continue;
+    GroupIdSet& members = linked[lastSurvivorOf[index]];
+    members.insert(members.end(), groups[index]);
   }
   for (auto& entry : linked) clusters.emplace(clusters.size(), std::move(entry.second));
   for (const Fusion& fusion : fusions) {

@@ -29,7 +29,7 @@ struct MovingGroup {
   PointMatrix target;
 };
 
-MovingGroup takeMovingPart(const GroupRows& group) {
+MovingGroup movingGroupOf(const GroupRows& group) {
   const SelectionMatrix present = selectByCoordinates(group.positions);
   MovingGroup moving;
   moving.rows = present.among(group.rows).selectedRows();
@@ -68,7 +68,7 @@ class AlternatingLoop {
         model(ModelRows::Zero(tables.commonRows(), 3)),
         previousModel(ModelRows::Zero(tables.commonRows(), 3)) {
     groups.reserve(tables.groups.size());
-    for (const GroupRows& group : tables.groups) groups.push_back(takeMovingPart(group));
+    for (const GroupRows& group : tables.groups) groups.push_back(movingGroupOf(group));
     WeightSums sums = sumWeights(tables);
     weightSumInverse = std::move(sums.inverse);
     modelWeights = std::move(sums.mean);

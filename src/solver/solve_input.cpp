@@ -17,7 +17,7 @@ GroupIdSet activeBaseGroups(const RefPointList& sessionPoints) {
 }
 
 /// The base points, in list order, as points of the one group that the base becomes.
-RefPointList takeOutBase(const RefPointList& sessionPoints, GroupId baseGroup, RefPointList& others) {
+RefPointList removeBase(const RefPointList& sessionPoints, GroupId baseGroup, RefPointList& others) {
   RefPointList base;
   for (const RefPoint& point : sessionPoints) {
     if (!point.active) continue;
@@ -76,7 +76,7 @@ void prepareSolvePoints(const RefPointList& sessionPoints, RefPointList& working
     }
     return;
   }
-  const RefPointList base = takeOutBase(sessionPoints, *baseGroups.begin(), workingPoints);
+  const RefPointList base = removeBase(sessionPoints, *baseGroups.begin(), workingPoints);
   mergeBase(base, workingPoints, pointDiscrepancies);
 }
 

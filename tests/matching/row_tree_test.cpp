@@ -33,7 +33,7 @@ void add(Rows& rows, double x, double y, double z, std::uint64_t tag) { rows.pus
 RowClusters clustersByTree(const Rows& rows, double threshold) {
   LinkForest forest(rows.size());
   ZOR::reg::RowTree(rows, rows.size()).tieCloseRows(threshold, forest);
-  std::map<LinkForest::Place, std::vector<std::uint64_t>> byRoot;
+  std::map<LinkForest::Index, std::vector<std::uint64_t>> byRoot;
   for (const PlacedRow& row : rows) byRoot[forest.rootOf(row.row)].push_back(row.row);
   RowClusters clusters;
   for (const auto& entry : byRoot) {

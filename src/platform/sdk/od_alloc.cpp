@@ -19,7 +19,7 @@ struct FailurePlan {
 };
 thread_local FailurePlan failurePlan;
 
-bool isToFail() {
+bool shouldFail() {
   if (failurePlan.failuresLeft == 0) return false;
   if (failurePlan.successesLeft > 0) {
     --failurePlan.successesLeft;
@@ -31,7 +31,7 @@ bool isToFail() {
 
 bool countAndAdmit() {
   allocationCount.fetch_add(1, std::memory_order_relaxed);
-  return !isToFail();
+  return !shouldFail();
 }
 
 bool isPowerOfTwo(std::size_t value) { return value != 0 && (value & (value - 1)) == 0; }

@@ -51,7 +51,7 @@ OdDbObjectId OdDbDatabase::addOdDbObject(OdDbObject* object) {
   assertChangeAllowed();
 
   const std::uint64_t handle = nextHandle;
-  keepUndo([this, handle] { letGo(handle); });
+  keepUndo([this, handle] { detach(handle); });
   objects.emplace(handle, OdSmartPtr<OdDbObject>(object));
   try {
     noteChange(*object);
@@ -92,8 +92,8 @@ void OdDbDatabase::eraseObject(const OdDbObjectId& id) {
 }
 
 OdDbObject* OdDbDatabase::objectAt(std::uint64_t handle) const {
-  const auto place = objects.find(handle);
-  return place == objects.end() ? nullptr : place->second.get();
+  const auto found = objects.find(handle);
+  return found == objects.end() ? nullptr : found->second.get();
 }
 
 void OdDbDatabase::setStore(OdDbStore* newStore) {
@@ -178,12 +178,12 @@ void OdDbDatabase::dropErased(const std::vector<OdDbObject*>& candidates) {
   }
 }
 
-void OdDbDatabase::letGo(std::uint64_t handle) {
-  const auto place = objects.find(handle);
-  if (place == objects.end()) return;
-  OdDbObject& object = *place->second;
+void OdDbDatabase::detach(std::uint64_t handle) {
+  const auto found = objects.find(handle);
+  if (found == objects.end()) return;
+  OdDbObject& object = *found->second;
   object.owner = nullptr;
   object.handle = 0;
   object.writing = false;
-  objects.erase(place);
+  objects.erase(found);
 }

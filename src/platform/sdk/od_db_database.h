@@ -91,7 +91,7 @@ class DRAWING_SDK_EXPORT OdDbDatabase : public OdRxObjectImpl<OdRxObject> {
   std::vector<OdDbObject*> closeTransaction();
   void undoAll();
   void dropErased(const std::vector<OdDbObject*>& candidates);
-  void letGo(std::uint64_t handle);
+  void detach(std::uint64_t handle);
 
   std::unordered_map<std::uint64_t, OdSmartPtr<OdDbObject>> objects;
   std::uint64_t nextHandle = 1;

@@ -82,7 +82,7 @@ OutputRequest outputsOf(const RegisterOptions& options) {
 }
 
 /// Points, and what is done with them.
-void takeChoices(const RegisterOptions& options, RegistrationRequest& request) {
+void readChoices(const RegisterOptions& options, RegistrationRequest& request) {
   request.base = options.base;
   for (const std::string& text : options.exclude) request.exclude.push_back(pointChoice(text));
   for (const std::string& text : options.weight) request.weights.push_back(weightChoice(text));
@@ -152,7 +152,7 @@ RegistrationRequest requestOf(const RegisterOptions& options) {
   request.files = importRuns(options.files);
   request.document = options.host.document;
   request.alsoRead = {options.host.profile, options.host.module};
-  takeChoices(options, request);
+  readChoices(options, request);
   request.changes.clouds = cloudRequests(options.clouds, "--cloud");
   request.changes.apply = options.apply;
   request.changes.store = options.store;

@@ -24,7 +24,7 @@ void requireFolderOf(const fs::path& path) {
 }
 
 /// True when there is a file at the path; false when one can be made there.
-bool isThere(const std::string& path, bool createWhenMissing) {
+bool fileExists(const std::string& path, bool createWhenMissing) {
   if (path.empty() || path.find('\0') != std::string::npos) throw unusable("A drawing needs the path of a file");
   const fs::path file = fs::u8path(path);
   std::error_code failure;
@@ -88,21 +88,21 @@ void lockForReading(SqliteConnection& connection) {
 
 /// Takes the empty file away that a failed creation leaves. Called with the file locked, so that it
 /// is nobody else's.
-void removeIfNewAndEmpty(const std::string& path, bool wasThere) {
+void removeIfNewAndEmpty(const std::string& path, bool existed) {
   std::error_code failure;
   const bool isEmpty = fs::file_size(fs::u8path(path), failure) == 0 && !failure;
-  if (!wasThere && isEmpty) fs::remove(fs::u8path(path), failure);
+  if (!existed && isEmpty) fs::remove(fs::u8path(path), failure);
 }
 
 /// Null when the file can only be read.
-std::unique_ptr<SqliteConnection> openForWriting(const std::string& path, bool createWhenMissing, bool wasThere) {
+std::unique_ptr<SqliteConnection> openForWriting(const std::string& path, bool createWhenMissing, bool existed) {
   auto connection = std::make_unique<SqliteConnection>(path, createWhenMissing ? Access::create : Access::readWrite);
   requireDrawing(*connection, createWhenMissing);
   try {
     if (!connection->isReadOnly() && lockForWriting(*connection, createWhenMissing)) return connection;
   } catch (const OdError& error) {
     connection->rollback();
-    if (error.code() != eFileSharingViolation) removeIfNewAndEmpty(path, wasThere);
+    if (error.code() != eFileSharingViolation) removeIfNewAndEmpty(path, existed);
     throw;
   }
   return nullptr;
@@ -111,8 +111,8 @@ std::unique_ptr<SqliteConnection> openForWriting(const std::string& path, bool c
 }  // namespace
 
 std::unique_ptr<SqliteConnection> openDrawingFile(const std::string& path, bool createWhenMissing) {
-  const bool wasThere = isThere(path, createWhenMissing);
-  if (auto connection = openForWriting(path, createWhenMissing, wasThere)) return connection;
+  const bool existed = fileExists(path, createWhenMissing);
+  if (auto connection = openForWriting(path, createWhenMissing, existed)) return connection;
 
   auto connection = std::make_unique<SqliteConnection>(path, Access::readOnly);
   requireDrawing(*connection, createWhenMissing);

@@ -19,7 +19,7 @@ std::uint32_t unitAt(std::wstring_view text, std::size_t i) {
 }
 
 /// Takes one character off the text: two units where a pair of surrogates stands for one.
-std::uint32_t takeCodePoint(std::wstring_view text, std::size_t& i) {
+std::uint32_t decodeCodePoint(std::wstring_view text, std::size_t& i) {
   const std::uint32_t first = unitAt(text, i++);
   if (!unitsHave16Bits || !isHighSurrogate(first) || i == text.size()) return first;
   const std::uint32_t second = unitAt(text, i);
@@ -75,7 +75,7 @@ std::optional<Lead> leadOf(std::uint32_t byte) {
   return std::nullopt;
 }
 
-std::optional<std::uint32_t> takeSequence(std::string_view bytes, std::size_t& i) {
+std::optional<std::uint32_t> decodeSequence(std::string_view bytes, std::size_t& i) {
   const auto byteAt = [&](std::size_t k) { return static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[k])); };
   const std::optional<Lead> lead = leadOf(byteAt(i++));
   if (!lead) return std::nullopt;
@@ -92,14 +92,14 @@ std::optional<std::uint32_t> takeSequence(std::string_view bytes, std::size_t& i
 
 std::string keptFormOf(std::wstring_view text) {
   std::string bytes;
-  for (std::size_t i = 0; i < text.size();) appendBytes(bytes, takeCodePoint(text, i));
+  for (std::size_t i = 0; i < text.size();) appendBytes(bytes, decodeCodePoint(text, i));
   return bytes;
 }
 
 std::optional<std::wstring> textFromKeptForm(std::string_view kept) {
   std::wstring text;
   for (std::size_t i = 0; i < kept.size();) {
-    const std::optional<std::uint32_t> codePoint = takeSequence(kept, i);
+    const std::optional<std::uint32_t> codePoint = decodeSequence(kept, i);
     if (!codePoint) return std::nullopt;
     appendUnits(text, *codePoint);
   }

@@ -34,7 +34,7 @@ sqlite3_file& fileOf(sqlite3* database) {
 }
 
 /// What a file brings with it besides data is never run.
-void trustNothingInTheFile(sqlite3* database) {
+void disableFileCode(sqlite3* database) {
   sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -51,7 +51,7 @@ SqliteConnection::SqliteConnection(const std::string& path, Access access) : nam
   database.reset(opened);
   check(result);
   sqlite3_extended_result_codes(opened, 1);
-  trustNothingInTheFile(opened);
+  disableFileCode(opened);
 }
 
 bool SqliteConnection::isReadOnly() const { return sqlite3_db_readonly(database.get(), "main") != 0; }

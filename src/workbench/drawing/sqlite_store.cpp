@@ -41,7 +41,7 @@ void SqliteStore::write(const OdDbDatabase& database, const OdDbChanges& changes
   const Handles changedHandles = handlesOf(changes);
   try {
     connection.execute("BEGIN IMMEDIATE");
-    takeBackDoubtfulChanges(database);
+    rollBackDoubtfulChanges(database);
     setRevisionOfFile(++lastTried);
     for (const std::uint64_t handle : changes.erased) erase(handle);
     for (const OdDbObject* object : changes.written) put(*object);
@@ -96,7 +96,7 @@ void SqliteStore::commit(const Handles& changedHandles) {
   doubtful.clear();
 }
 
-void SqliteStore::takeBackDoubtfulChanges(const OdDbDatabase& database) {
+void SqliteStore::rollBackDoubtfulChanges(const OdDbDatabase& database) {
   if (doubtful.empty() || revisionOfFile() == revision) return;
   for (const std::uint64_t handle : doubtful) {
     const OdDbObject* object = database.objectAt(handle);

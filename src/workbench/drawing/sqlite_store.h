@@ -36,7 +36,7 @@ class SqliteStore : public OdDbStore {
   std::optional<std::uint64_t> revisionOfFileIfReadable() noexcept;
   void setRevisionOfFile(std::uint64_t number);
   void commit(const Handles& changedHandles);
-  void takeBackDoubtfulChanges(const OdDbDatabase& database);
+  void rollBackDoubtfulChanges(const OdDbDatabase& database);
   void rewriteDictionaries(const OdDbDatabase& database);
 
   void erase(std::uint64_t handle);

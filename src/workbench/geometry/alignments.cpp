@@ -9,11 +9,11 @@ namespace tiepoint::workbench {
 
 namespace {
 
-/// Passes of fitting onto what was found near: three corners place far points badly.
+/// Passes of fitting onto what was found near: three corners alone place far points badly.
 constexpr int refinements = 3;
 /// Layouts as regular as a grid lay triangles on one another without end. Each trial looks at every
 /// point of the station and every target.
-constexpr std::size_t mostComparisons = 200000000;
+constexpr std::size_t maxComparisons = 200000000;
 
 Eigen::Isometry3d fit(const Placement& placement, const std::vector<Eigen::Vector3d>& points,
                       const std::vector<Eigen::Vector3d>& targets) {
@@ -28,15 +28,15 @@ Eigen::Isometry3d fit(const Placement& placement, const std::vector<Eigen::Vecto
 }
 
 /// Each point on the target nearest to it, each target under the point nearest to it.
-Placement placeNear(const Eigen::Isometry3d& motion, const std::vector<Eigen::Vector3d>& points,
-                    const std::vector<Eigen::Vector3d>& targets, double reach) {
+Placement matchNearest(const Eigen::Isometry3d& motion, const std::vector<Eigen::Vector3d>& points,
+                       const std::vector<Eigen::Vector3d>& targets, double reach) {
   std::map<std::size_t, std::pair<double, std::size_t>> nearestPoint;
   for (std::size_t p = 0; p < points.size(); ++p) {
-    const Eigen::Vector3d place = motion * points[p];
+    const Eigen::Vector3d moved = motion * points[p];
     double best = reach * reach;
     std::size_t target = targets.size();
     for (std::size_t t = 0; t < targets.size(); ++t) {
-      const double square = (targets[t] - place).squaredNorm();
+      const double square = (targets[t] - moved).squaredNorm();
       if (square <= best) {
         best = square;
         target = t;
@@ -63,7 +63,7 @@ class AlignmentSearch {
       forEachEqualPair(seen.shape->triangles, station.triangles, reach,
                        [&](const Triangle& there, const Triangle& here) {
                          tryPair(seen, there, here);
-                         return comparisons < mostComparisons && !isComplete();
+                         return comparisons < maxComparisons && !isComplete();
                        });
     }
     std::stable_sort(found.begin(), found.end(),
@@ -101,7 +101,8 @@ class AlignmentSearch {
     comparisons += station.points.size() * field.targets.size();
     Placement placement = corners;
     for (int pass = 0; pass < refinements; ++pass) {
-      Placement next = placeNear(fit(placement, station.points, field.targets), station.points, field.targets, reach);
+      Placement next =
+          matchNearest(fit(placement, station.points, field.targets), station.points, field.targets, reach);
       if (next.size() < 3) return;
       if (next == placement) break;
       placement = std::move(next);

@@ -21,14 +21,14 @@ struct StationShape {
 struct TargetField {
   struct Seen {
     const StationShape* shape = nullptr;
-    /// For each point of the shape its place in `targets`.
+    /// For each point of the shape its index in `targets`.
     std::vector<std::size_t> target;
   };
   std::vector<Eigen::Vector3d> targets;
   std::vector<Seen> stations;
 };
 
-/// For places of a station's points, the targets that they lie on.
+/// From indices of a station's points to those of the targets that they lie on.
 using Placement = std::map<std::size_t, std::size_t>;
 
 /// Two placements tell different stories: they put two points or more on other targets, or have

@@ -12,11 +12,11 @@ namespace {
 /// So many chance fits of three points are put up with for one that is right.
 constexpr double toleratedChance = 0.01;
 /// Ways of laying a station that are looked at.
-constexpr std::size_t mostWays = 16;
+constexpr std::size_t maxWays = 16;
 /// So many pairs of triangles make a density.
 constexpr std::size_t enoughSeen = 16;
 /// The widest bound in which they are looked for is so many times doubled.
-constexpr int mostDoublings = 5;
+constexpr int maxDoublings = 5;
 constexpr double pi = 3.14159265358979323846;
 
 /// Three points within the full reach of a target each are found by chance among any few dozen.
@@ -65,7 +65,7 @@ double partOfCube(double difference, double wide) { return std::min(std::pow(dif
 double expectedByChance(const TargetField& field, const StationShape& station, const Placement& own, double reach) {
   double wide = 2.0 * reach;
   std::size_t seen = othersWithin(field, station, own, wide);
-  for (int doubling = 0; doubling < mostDoublings && seen < enoughSeen; ++doubling) {
+  for (int doubling = 0; doubling < maxDoublings && seen < enoughSeen; ++doubling) {
     wide *= 2.0;
     seen = othersWithin(field, station, own, wide);
   }
@@ -75,7 +75,7 @@ double expectedByChance(const TargetField& field, const StationShape& station, c
 Certainty certaintyOf(const TargetField& field, const StationShape& station, const Placement& own, double reach,
                       double tries) {
   if (!holds(own, station)) return Certainty::loose;
-  const auto ways = alignments(field, station, reachFor(own.size(), reach), own.size(), mostWays);
+  const auto ways = alignments(field, station, reachFor(own.size(), reach), own.size(), maxWays);
   const auto isRival = [&](const Placement& way) { return areRivals(own, way); };
   if (std::any_of(ways.begin(), ways.end(), isRival)) return Certainty::rivalled;
   if (own.size() > namesThatLink) return Certainty::certain;

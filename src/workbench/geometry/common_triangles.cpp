@@ -14,9 +14,9 @@ namespace {
 /// Cells are wider than the tolerance by more than the division into cells rounds off.
 constexpr double cellWidth = 1.00001;
 /// Beyond so many cells rounding would put triangles into the wrong ones.
-constexpr double mostCells = 2147483648.0;
+constexpr double maxCells = 2147483648.0;
 /// So many comparisons for each triangle: more are made where triangles crowd.
-constexpr std::size_t mostComparisons = 256;
+constexpr std::size_t maxComparisons = 256;
 
 struct Entry {
   /// Of the longest side; of the middle one.
@@ -36,7 +36,7 @@ std::vector<Entry> entriesOf(const Stations& stations, double tolerance) {
   std::vector<Entry> entries;
   for (const auto& [group, station] : stations) {
     for (const Triangle& triangle : station.shape.triangles) {
-      if (!(triangle.sides[2] / width < mostCells)) return {};
+      if (!(triangle.sides[2] / width < maxCells)) return {};
       const auto cell = [&](std::size_t side) {
         return static_cast<std::int64_t>(std::floor(triangle.sides[side] / width));
       };
@@ -72,7 +72,7 @@ CommonTriangles::CommonTriangles(const Stations& stations, double tolerance) {
     for (auto b = below; b != entries.end() && b->row == a->row + 1 && b->column <= a->column + 1; ++b) {
       compare(*a, *b);
     }
-    if (comparisons <= mostComparisons * entries.size()) continue;
+    if (comparisons <= maxComparisons * entries.size()) continue;
     isComplete = false;
     return;
   }

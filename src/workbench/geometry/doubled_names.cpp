@@ -16,26 +16,26 @@ struct Bearers {
   bool isAutomatic = true;
   GroupIdSet groups;
   std::vector<RefPointId> points;
-  std::vector<Eigen::Vector3d> places;
+  std::vector<Eigen::Vector3d> positions;
 
-  double x() const { return places.front().x(); }
+  double x() const { return positions.front().x(); }
 };
 
-/// Ascending by the place of the first point.
+/// Ascending by the position of the first point.
 std::vector<Bearers> bearersOf(const SessionState& state, const GroupIdSet& groups,
                                const std::map<GroupId, OdGeMatrix3d>& toCommon) {
   std::map<CommonPointId, Bearers> byName;
   for (const SessionPoint& point : state.points) {
     const RefPoint& record = point.record;
     if (groups.count(record.groupId) == 0 || !isEligible(record)) continue;
-    const Eigen::Vector3d place = inCommonSystem(record, toCommon);
-    if (!place.allFinite()) continue;
+    const Eigen::Vector3d position = inCommonSystem(record, toCommon);
+    if (!position.allFinite()) continue;
     Bearers& bearers = byName[record.commonId];
     bearers.name = record.commonId;
     bearers.isAutomatic = bearers.isAutomatic && record.autoNamed;
     bearers.groups.insert(record.groupId);
     bearers.points.push_back(record.id);
-    bearers.places.push_back(place);
+    bearers.positions.push_back(position);
   }
   std::vector<Bearers> all;
   for (auto& [name, bearers] : byName) all.push_back(std::move(bearers));
@@ -43,12 +43,12 @@ std::vector<Bearers> bearersOf(const SessionState& state, const GroupIdSet& grou
   return all;
 }
 
-bool areOnOneSpot(const Bearers& one, const Bearers& other, double reach) {
-  const auto isNearAll = [&](const Eigen::Vector3d& place) {
-    return std::all_of(other.places.begin(), other.places.end(),
-                       [&](const Eigen::Vector3d& there) { return (place - there).norm() <= reach; });
+bool coincide(const Bearers& one, const Bearers& other, double reach) {
+  const auto isNearAll = [&](const Eigen::Vector3d& position) {
+    return std::all_of(other.positions.begin(), other.positions.end(),
+                       [&](const Eigen::Vector3d& there) { return (position - there).norm() <= reach; });
   };
-  return std::all_of(one.places.begin(), one.places.end(), isNearAll);
+  return std::all_of(one.positions.begin(), one.positions.end(), isNearAll);
 }
 
 bool shareGroup(const Bearers& one, const Bearers& other) {
@@ -57,22 +57,22 @@ bool shareGroup(const Bearers& one, const Bearers& other) {
 }
 
 /// A file's name before all automatic ones.
-bool isElder(const Bearers& one, const Bearers& other) {
+bool takesPrecedence(const Bearers& one, const Bearers& other) {
   return std::tie(one.isAutomatic, one.name) < std::tie(other.isAutomatic, other.name);
 }
 
 /// The one that this name gives way to among the others on its spot: the file's, else the oldest.
 /// None where the files have two there.
-const Bearers* elderBeside(const Bearers& name, const std::vector<Bearers>& all, double reach) {
-  const Bearers* elder = nullptr;
+const Bearers* nameToKeep(const Bearers& name, const std::vector<Bearers>& all, double reach) {
+  const Bearers* kept = nullptr;
   auto other = std::lower_bound(all.begin(), all.end(), name.x() - reach,
                                 [](const Bearers& bearers, double x) { return bearers.x() < x; });
   for (; other != all.end() && other->x() <= name.x() + reach; ++other) {
-    if (&*other == &name || !areOnOneSpot(name, *other, reach)) continue;
-    if (elder && !elder->isAutomatic && !other->isAutomatic) return nullptr;
-    if (!elder || isElder(*other, *elder)) elder = &*other;
+    if (&*other == &name || !coincide(name, *other, reach)) continue;
+    if (kept && !kept->isAutomatic && !other->isAutomatic) return nullptr;
+    if (!kept || takesPrecedence(*other, *kept)) kept = &*other;
   }
-  return elder && isElder(*elder, name) ? elder : nullptr;
+  return kept && takesPrecedence(*kept, name) ? kept : nullptr;
 }
 
 }  // namespace
@@ -84,9 +84,9 @@ PointPairs doubledNames(const SessionState& state, const GroupIdSet& groups,
   std::set<CommonPointId> taken;
   for (const Bearers& name : all) {
     if (!name.isAutomatic) continue;
-    const Bearers* elder = elderBeside(name, all, reach);
-    if (!elder || shareGroup(name, *elder) || !taken.insert(elder->name).second) continue;
-    for (const RefPointId point : name.points) doubled.emplace_back(point, elder->points.front());
+    const Bearers* kept = nameToKeep(name, all, reach);
+    if (!kept || shareGroup(name, *kept) || !taken.insert(kept->name).second) continue;
+    for (const RefPointId point : name.points) doubled.emplace_back(point, kept->points.front());
   }
   return doubled;
 }

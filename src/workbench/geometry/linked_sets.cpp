@@ -12,36 +12,36 @@ namespace {
 
 using Names = boost::unordered_flat_set<std::size_t>;
 
-/// Takes in one set after the other. Between two of them no two parts are linked, so that only the part
-/// that grows has to be compared, and of the others only those that bear a name that is new to it.
-class LinkedParts {
+/// Adds one set after the other. In between no two components are linked, so that only the one that grows
+/// has to be compared, and of the others only those that bear a name that is new to it.
+class ComponentSearch {
  public:
-  LinkedParts(std::size_t setCount, std::size_t least_)
+  ComponentSearch(std::size_t setCount, std::size_t least_)
       : least(least_), names(setCount), joinedTo(setCount), shared(setCount, 0) {
     std::iota(joinedTo.begin(), joinedTo.end(), std::size_t{0});
   }
 
-  void take(std::size_t set, const std::set<std::string>& itsNames) {
+  void add(std::size_t set, const std::set<std::string>& itsNames) {
     for (const std::string& name : itsNames) names[set].insert(numberOf(name));
     linked = linkedWith(names[set]);
     for (const std::size_t name : names[set]) bearers[name].push_back(set);
     std::size_t grown = set;
     while (!linked.empty()) {
-      const std::size_t other = partOf(linked.back());
+      const std::size_t other = rootOf(linked.back());
       linked.pop_back();
       if (other != grown) grown = join(grown, other);
     }
   }
 
   std::vector<std::vector<std::size_t>> result() {
-    std::vector<std::vector<std::size_t>> parts;
-    std::unordered_map<std::size_t, std::size_t> placeOf;
+    std::vector<std::vector<std::size_t>> components;
+    std::unordered_map<std::size_t, std::size_t> indexOf;
     for (std::size_t set = 0; set < joinedTo.size(); ++set) {
-      const auto [place, isNew] = placeOf.emplace(partOf(set), parts.size());
-      if (isNew) parts.emplace_back();
-      parts[place->second].push_back(set);
+      const auto [index, isNew] = indexOf.emplace(rootOf(set), components.size());
+      if (isNew) components.emplace_back();
+      components[index->second].push_back(set);
     }
-    return parts;
+    return components;
   }
 
  private:
@@ -51,7 +51,7 @@ class LinkedParts {
     return number->second;
   }
 
-  std::size_t partOf(std::size_t set) {
+  std::size_t rootOf(std::size_t set) {
     while (joinedTo[set] != set) {
       joinedTo[set] = joinedTo[joinedTo[set]];
       set = joinedTo[set];
@@ -62,13 +62,13 @@ class LinkedParts {
   std::vector<std::size_t> linkedWith(const Names& wanted) {
     std::vector<std::size_t> touched, found;
     for (const std::size_t name : wanted) {
-      for (const std::size_t part : bearers[name]) {
-        if (shared[part]++ == 0) touched.push_back(part);
+      for (const std::size_t component : bearers[name]) {
+        if (shared[component]++ == 0) touched.push_back(component);
       }
     }
-    for (const std::size_t part : touched) {
-      if (shared[part] >= least) found.push_back(part);
-      shared[part] = 0;
+    for (const std::size_t component : touched) {
+      if (shared[component] >= least) found.push_back(component);
+      shared[component] = 0;
     }
     return found;
   }
@@ -82,8 +82,8 @@ class LinkedParts {
       const bool isNew = names[more].insert(name).second;
       if (isNew) brought.push_back(name);
       auto& those = bearers[name];
-      const auto place = std::find(those.begin(), those.end(), fewer);
-      *place = isNew ? more : those.back();
+      const auto entry = std::find(those.begin(), those.end(), fewer);
+      *entry = isNew ? more : those.back();
       if (!isNew) those.pop_back();
     }
     names[fewer] = Names();
@@ -91,17 +91,17 @@ class LinkedParts {
     return more;
   }
 
-  /// Two parts that weren't linked can be so now only if the third has a name of either that the other lacked.
+  /// Two components that weren't linked can be so now only if the third has a name of either that the other lacked.
   void findNewlyLinked(std::size_t grown, const std::vector<std::size_t>& brought) {
     std::vector<std::size_t> touched;
     for (const std::size_t name : brought) {
-      for (const std::size_t part : bearers[name]) {
-        if (part != grown && shared[part]++ == 0) touched.push_back(part);
+      for (const std::size_t component : bearers[name]) {
+        if (component != grown && shared[component]++ == 0) touched.push_back(component);
       }
     }
-    for (const std::size_t part : touched) {
-      shared[part] = 0;
-      if (shareEnough(names[part], names[grown])) linked.push_back(part);
+    for (const std::size_t component : touched) {
+      shared[component] = 0;
+      if (shareEnough(names[component], names[grown])) linked.push_back(component);
     }
   }
 
@@ -118,23 +118,23 @@ class LinkedParts {
 
   std::size_t least;
   std::unordered_map<std::string_view, std::size_t> numbers;
-  /// Of each name, the parts that have it.
+  /// Of each name, the components that have it.
   std::vector<std::vector<std::size_t>> bearers;
-  /// Of each part; none for a set that was joined to another.
+  /// Of each component; none for a set that was joined to another.
   std::vector<Names> names;
   std::vector<std::size_t> joinedTo;
   /// For counting; 0 between two counts.
   std::vector<std::size_t> shared;
-  /// Found to be linked with the part that grows, and not joined yet.
+  /// Found to be linked with the component that grows, and not joined yet.
   std::vector<std::size_t> linked;
 };
 
 }  // namespace
 
 std::vector<std::vector<std::size_t>> linkedSets(const std::vector<std::set<std::string>>& sets, std::size_t least) {
-  LinkedParts parts(sets.size(), least);
-  for (std::size_t i = 0; i < sets.size(); ++i) parts.take(i, sets[i]);
-  return parts.result();
+  ComponentSearch search(sets.size(), least);
+  for (std::size_t i = 0; i < sets.size(); ++i) search.add(i, sets[i]);
+  return search.result();
 }
 
 }  // namespace tiepoint::workbench

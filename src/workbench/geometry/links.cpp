@@ -24,26 +24,26 @@ std::map<GroupId, Names> eligibleNames(const SessionState& state) {
   return names;
 }
 
-/// Of each name, the places of the parts that have it, ascending.
-std::unordered_map<std::string_view, std::vector<std::size_t>> bearersOf(const std::vector<Names>& namesOfPart) {
+/// Of each name, the indices of the components that have it, ascending.
+std::unordered_map<std::string_view, std::vector<std::size_t>> bearersOf(const std::vector<Names>& namesOfComponent) {
   std::unordered_map<std::string_view, std::vector<std::size_t>> bearers;
-  for (std::size_t part = 0; part < namesOfPart.size(); ++part) {
-    for (const std::string& name : namesOfPart[part]) bearers[name].push_back(part);
+  for (std::size_t component = 0; component < namesOfComponent.size(); ++component) {
+    for (const std::string& name : namesOfComponent[component]) bearers[name].push_back(component);
   }
   return bearers;
 }
 
-std::vector<Link> linksBetween(const std::vector<Names>& namesOfPart) {
-  const auto bearers = bearersOf(namesOfPart);
+std::vector<Link> linksBetween(const std::vector<Names>& namesOfComponent) {
+  const auto bearers = bearersOf(namesOfComponent);
   std::vector<Link> links;
-  for (std::size_t part = 0; part < namesOfPart.size(); ++part) {
+  for (std::size_t component = 0; component < namesOfComponent.size(); ++component) {
     std::map<std::size_t, std::vector<std::string>> shared;
-    for (const std::string& name : namesOfPart[part]) {
+    for (const std::string& name : namesOfComponent[component]) {
       const std::vector<std::size_t>& those = bearers.at(name);
-      const auto behind = std::upper_bound(those.begin(), those.end(), part);
+      const auto behind = std::upper_bound(those.begin(), those.end(), component);
       std::for_each(behind, those.end(), [&](std::size_t other) { shared[other].push_back(name); });
     }
-    for (auto& [other, names] : shared) links.push_back({part, other, std::move(names)});
+    for (auto& [other, names] : shared) links.push_back({component, other, std::move(names)});
   }
   std::stable_sort(links.begin(), links.end(),
                    [](const Link& a, const Link& b) { return a.names.size() > b.names.size(); });
@@ -60,19 +60,19 @@ GroupIdSet withJoinedBases(const SessionState& state, GroupIdSet groups) {
   return groups;
 }
 
-std::vector<Part> partsOf(const SessionState& state, const GroupClusters& clusters,
-                          const std::map<GroupId, std::set<std::string>>& names) {
-  std::vector<Part> parts;
+std::vector<Component> componentsOf(const SessionState& state, const GroupClusters& clusters,
+                                    const std::map<GroupId, std::set<std::string>>& names) {
+  std::vector<Component> components;
   GroupIdSet placed;
   const auto add = [&](std::optional<std::uint64_t> number, const GroupIdSet& groups) {
-    parts.push_back({number, {groups.begin(), groups.end()}});
+    components.push_back({number, {groups.begin(), groups.end()}});
     placed.insert(groups.begin(), groups.end());
   };
   for (const auto& [number, groups] : clusters) add(number, withJoinedBases(state, groups));
   for (const auto& entry : names) {
     if (placed.count(entry.first) == 0) add(std::nullopt, withJoinedBases(state, {entry.first}));
   }
-  return parts;
+  return components;
 }
 
 /// A group in use, or several bases, which are one.
@@ -102,16 +102,16 @@ std::vector<ActiveGroups> activeGroupsOf(const SessionState& state) {
 LinkReport describeLinks(const SessionState& state, const GroupClusters& clusters) {
   const auto names = eligibleNames(state);
   LinkReport report;
-  report.parts = partsOf(state, clusters, names);
+  report.components = componentsOf(state, clusters, names);
 
-  std::vector<std::set<std::string>> namesOfPart(report.parts.size());
-  for (std::size_t i = 0; i < report.parts.size(); ++i) {
-    for (const GroupId group : report.parts[i].groups) {
+  std::vector<std::set<std::string>> namesOfComponent(report.components.size());
+  for (std::size_t i = 0; i < report.components.size(); ++i) {
+    for (const GroupId group : report.components[i].groups) {
       const auto found = names.find(group);
-      if (found != names.end()) namesOfPart[i].insert(found->second.begin(), found->second.end());
+      if (found != names.end()) namesOfComponent[i].insert(found->second.begin(), found->second.end());
     }
   }
-  report.links = linksBetween(namesOfPart);
+  report.links = linksBetween(namesOfComponent);
   return report;
 }
 
@@ -120,18 +120,18 @@ LinkReport activeLinks(const SessionState& state) {
   std::vector<Names> names;
   for (ActiveGroups& those : all) names.push_back(std::move(those.names));
   LinkReport report;
-  std::vector<Names> namesOfPart;
-  for (const std::vector<std::size_t>& part : linkedSets(names, namesThatLink)) {
+  std::vector<Names> namesOfComponent;
+  for (const std::vector<std::size_t>& component : linkedSets(names, namesThatLink)) {
     std::set<GroupId> groups;
     Names together;
-    for (const std::size_t i : part) {
+    for (const std::size_t i : component) {
       groups.insert(all[i].groups.begin(), all[i].groups.end());
       together.insert(names[i].begin(), names[i].end());
     }
-    report.parts.push_back({std::nullopt, {groups.begin(), groups.end()}});
-    namesOfPart.push_back(std::move(together));
+    report.components.push_back({std::nullopt, {groups.begin(), groups.end()}});
+    namesOfComponent.push_back(std::move(together));
   }
-  report.links = linksBetween(namesOfPart);
+  report.links = linksBetween(namesOfComponent);
   return report;
 }
 

@@ -1,4 +1,4 @@
-// Which groups hang together, and what the others lack.
+// Which groups are connected, and what the others lack.
 #pragma once
 
 #include "workbench/values/link_report.h"
@@ -9,8 +9,8 @@ namespace tiepoint::workbench {
 /// Only eligible points count, also those that were left out for what their group lacks.
 LinkReport describeLinks(const SessionState& state, const ZOR::reg::GroupClusters& clusters);
 
-/// The same for the points in use alone and without clusters' numbers: one part when the groups in
-/// use hang together, as the session would find if it were asked to join them pairwise.
+/// The same for the points in use alone and without clusters' numbers: one component when the groups in
+/// use are connected, as the session would find if it were asked to join them pairwise.
 LinkReport activeLinks(const SessionState& state);
 
 }  // namespace tiepoint::workbench

@@ -64,7 +64,7 @@ struct SharedTargets {
   Eigen::Matrix3Xd second;
 };
 
-Eigen::Matrix3Xd aboutTheMiddle(const std::vector<Eigen::Vector3d>& points) {
+Eigen::Matrix3Xd centred(const std::vector<Eigen::Vector3d>& points) {
   Eigen::Matrix3Xd columns(3, static_cast<Eigen::Index>(points.size()));
   for (std::size_t i = 0; i < points.size(); ++i) columns.col(static_cast<Eigen::Index>(i)) = points[i];
   return columns.colwise() - columns.rowwise().mean().eval();
@@ -78,7 +78,7 @@ SharedTargets sharedTargets(const Targets& first, const Targets& second) {
     inFirst.push_back(position);
     inSecond.push_back(same->second);
   }
-  return {aboutTheMiddle(inFirst), aboutTheMiddle(inSecond)};
+  return {centred(inFirst), centred(inSecond)};
 }
 
 /// How many times as far apart the targets lie in the second; nothing where that means nothing.

@@ -1,7 +1,7 @@
 // How near to one another points of a registered survey lie.
 #pragma once
 
-#include "workbench/geometry/close_spots.h"
+#include "workbench/geometry/close_points.h"
 
 namespace tiepoint::workbench {
 
@@ -15,8 +15,8 @@ struct NearestPoints {
 
 /// Lower bounds of the smallest such distances, below them by no more than what rounding adds to
 /// places of this size, so that who puts the points there by other sums finds none nearer. Distances
-/// above `widest` aren't looked for; where none is below it, `widest`. 0 where a place isn't finite: no
+/// above `maxDistance` aren't looked for; where none is below it, `maxDistance`. 0 where a position isn't finite: no
 /// bound can be given for it.
-NearestPoints nearestPoints(const std::vector<PlacedPoint>& placed, double widest);
+NearestPoints nearestPoints(const std::vector<PlacedPoint>& placed, double maxDistance);
 
 }  // namespace tiepoint::workbench

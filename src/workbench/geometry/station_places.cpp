@@ -15,8 +15,8 @@ bool originIsAmongItsPoints(const SessionState& state, ZOR::reg::GroupId group) 
   Eigen::AlignedBox3d box;
   for (const SessionPoint& point : state.points) {
     if (point.record.groupId != group) continue;
-    const Eigen::Vector3d place(point.record.position.x, point.record.position.y, point.record.position.z);
-    if (place.allFinite()) box.extend(place);
+    const Eigen::Vector3d position(point.record.position.x, point.record.position.y, point.record.position.z);
+    if (position.allFinite()) box.extend(position);
   }
   if (box.isEmpty()) return false;
   return box.exteriorDistance(Eigen::Vector3d::Zero().eval()) <= shareOutside * box.diagonal().norm();

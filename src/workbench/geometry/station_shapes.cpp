@@ -37,9 +37,9 @@ Stations stationsOf(const SessionState& state) {
     Station& station = stations[record.groupId];
     const Eigen::Vector3d position(record.position.x, record.position.y, record.position.z);
     if (!position.allFinite()) continue;
-    station.placeInShape.emplace(record.id, station.places.size());
+    station.indexInShape.emplace(record.id, station.indices.size());
     station.shape.points.push_back(position);
-    station.places.push_back(i);
+    station.indices.push_back(i);
   }
   for (auto& [group, station] : stations)
     station.shape.triangles = stationTriangles(station.shape.points, flattestTriangle);

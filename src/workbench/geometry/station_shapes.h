@@ -13,10 +13,10 @@ namespace tiepoint::workbench {
 /// A station's points that may be used, those with finite coordinates.
 struct Station {
   StationShape shape;
-  /// For each point of the shape its place in the state's points.
-  std::vector<std::size_t> places;
-  /// The points' places in the shape.
-  std::map<ZOR::reg::RefPointId, std::size_t> placeInShape;
+  /// For each point of the shape its index in the state's points.
+  std::vector<std::size_t> indices;
+  /// The points' indices in the shape.
+  std::map<ZOR::reg::RefPointId, std::size_t> indexInShape;
 };
 
 using Stations = std::map<ZOR::reg::GroupId, Station>;

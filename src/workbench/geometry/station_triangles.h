@@ -13,7 +13,7 @@ namespace tiepoint::workbench {
 struct Triangle {
   /// Ascending, drawing units.
   std::array<double, 3> sides{};
-  /// Places of the corners in the station's points; corner k lies opposite side k.
+  /// Indices of the corners in the station's points; corner k lies opposite side k.
   std::array<std::uint32_t, 3> corners{};
 };
 

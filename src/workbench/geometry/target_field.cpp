@@ -20,8 +20,8 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const Gr
     const Station& station = stations.at(group);
     TargetField::Seen seen;
     seen.shape = &station.shape;
-    for (std::size_t i = 0; i < station.places.size(); ++i) {
-      const RefPoint& record = state.points[station.places[i]].record;
+    for (std::size_t i = 0; i < station.indices.size(); ++i) {
+      const RefPoint& record = state.points[station.indices[i]].record;
       std::size_t target = named.field.targets.size();
       if (record.named) target = named.targetOf.try_emplace(record.commonId, target).first->second;
       if (target == named.field.targets.size()) {
@@ -36,8 +36,8 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const Gr
 
 Placement placementOf(const SessionState& state, const Station& station, const NamedField& named) {
   Placement placement;
-  for (std::size_t i = 0; i < station.places.size(); ++i) {
-    const RefPoint& record = state.points[station.places[i]].record;
+  for (std::size_t i = 0; i < station.indices.size(); ++i) {
+    const RefPoint& record = state.points[station.indices[i]].record;
     const auto target = named.targetOf.find(record.commonId);
     if (record.named && target != named.targetOf.end()) placement.emplace(i, target->second);
   }

@@ -72,8 +72,8 @@ class LoadedModule::Library {
     handle = loadLibrary(path, reason);
     if (!handle) throw refusal(path, "it isn't a library that can be loaded here (" + reason + ")");
     try {
-      takeExports();
-      takeCommands(resident, commands);
+      resolveExports();
+      recallCommands(resident, commands);
     } catch (...) {
       unloadLibrary(handle);
       throw;
@@ -97,7 +97,7 @@ class LoadedModule::Library {
     return function;
   }
 
-  void takeExports() {
+  void resolveExports() {
     const auto getApiVersion = required<GetApiVersionFunction>("odrxGetAPIVersion");
     createModuleObject = required<CreateModuleObjectFunction>("odrxCreateModuleObject");
     getMultiRegistrator = required<GetMultiRegistratorFunction>(sessionExport);
@@ -108,7 +108,7 @@ class LoadedModule::Library {
     }
   }
 
-  void takeCommands(bool resident, CommandRegistry& commands) {
+  void recallCommands(bool resident, CommandRegistry& commands) {
     auto& remembered = commandsOfLibraries()[handle];
     if (!resident) remembered = commands.commands();
     if (commands.commands().empty()) {
@@ -158,8 +158,8 @@ std::string installedModule() {
       fs::path(os::moduleFileName(os::loadedModule(static_cast<const wchar_t*>(nullptr)))).parent_path();
   const fs::path beside = folder / moduleFile;
   const fs::path installed = (folder / ".." / "lib" / "tiepoint" / moduleFile).lexically_normal();
-  for (const fs::path& place : {beside, installed}) {
-    if (fs::exists(place)) return place.string();
+  for (const fs::path& candidate : {beside, installed}) {
+    if (fs::exists(candidate)) return candidate.string();
   }
   throw ModuleError("the module is neither " + beside.string() + " nor " + installed.string() +
                     "; name it with --module");

@@ -45,7 +45,7 @@ fs::path temporaryBeside(const fs::path& target) {
 }
 
 /// The file that a chain of symbolic links leads to, so that the rename doesn't replace a link.
-fs::path behindLinks(const fs::path& path) {
+fs::path resolvingLinks(const fs::path& path) {
   std::error_code failure;
   const fs::path resolved = fs::weakly_canonical(path, failure);
   return failure ? path : resolved;
@@ -70,7 +70,7 @@ void requireOrdinary(const fs::path& target) {
 }  // namespace
 
 WholeFile::WholeFile(const std::string& path)
-    : target(behindLinks(fs::u8path(path))), temporary(temporaryBeside(target)) {
+    : target(resolvingLinks(fs::u8path(path))), temporary(temporaryBeside(target)) {
   requireOrdinary(target);
   file.reset(createNew(temporary));
   if (!file) failWithErrno();

@@ -17,8 +17,8 @@ using Utf8 = boost::locale::utf::utf_traits<char>;
 using Wide = boost::locale::utf::utf_traits<wchar_t>;
 using boost::locale::utf::code_point;
 
-constexpr std::size_t fewestDigits = 4;
-constexpr std::size_t mostDigits = 6;
+constexpr std::size_t minDigits = 4;
+constexpr std::size_t maxDigits = 6;
 
 bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F'); }
 
@@ -32,7 +32,7 @@ std::size_t countHexDigits(std::string_view text) {
 /// digits doesn't matter: an escape behind them would bring the closing underline along.
 bool looksEscaped(std::string_view behindUnderline) {
   return !behindUnderline.empty() && behindUnderline.front() == 'x' &&
-         countHexDigits(behindUnderline.substr(1)) >= fewestDigits;
+         countHexDigits(behindUnderline.substr(1)) >= minDigits;
 }
 
 bool hasNarrowForm(code_point c) {
@@ -81,7 +81,7 @@ struct Escape {
 std::optional<Escape> escapeAt(std::string_view text) {
   if (text.substr(0, 2) != "_x") return std::nullopt;
   const std::size_t digits = countHexDigits(text.substr(2));
-  if (digits < fewestDigits || digits > mostDigits) return std::nullopt;
+  if (digits < minDigits || digits > maxDigits) return std::nullopt;
   if (text.size() <= 2 + digits || text[2 + digits] != '_') return std::nullopt;
   const auto c = static_cast<code_point>(std::stoul(std::string(text.substr(2, digits)), nullptr, 16));
   if (!boost::locale::utf::is_valid_codepoint(c)) return std::nullopt;

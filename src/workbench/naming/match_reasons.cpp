@@ -5,7 +5,7 @@
 #include <cmath>
 #include <optional>
 
-#include "workbench/geometry/close_spots.h"
+#include "workbench/geometry/close_points.h"
 #include "workbench/geometry/station_triangles.h"
 #include "workbench/naming/point_reasons.h"
 
@@ -16,7 +16,7 @@ using namespace ZOR::reg;
 namespace {
 
 /// Fewer points have no two triangles without a common corner.
-constexpr std::size_t fewestPoints = 6;
+constexpr std::size_t minPoints = 6;
 
 Finding note(FindingKind kind, double limit = 0.0) {
   Finding finding{kind, Severity::note};
@@ -94,7 +94,7 @@ EqualTriangles compareAll(const std::vector<GroupShape>& shapes, double toleranc
 }
 
 /// What can be said without a look at the shapes.
-std::optional<Finding> whyNotBegun(const SessionState& state, const GroupIdSet& groups) {
+std::optional<Finding> reasonNotStarted(const SessionState& state, const GroupIdSet& groups) {
   std::size_t count = 0;
   GroupIdSet present;
   bool anyUnnamed = false;
@@ -104,10 +104,10 @@ std::optional<Finding> whyNotBegun(const SessionState& state, const GroupIdSet& 
     present.insert(point.record.groupId);
     anyUnnamed = anyUnnamed || !point.record.named;
   }
-  if (count < fewestPoints) {
+  if (count < minPoints) {
     Finding few = note(FindingKind::fewPoints);
     few.count = count;
-    few.atLeast = fewestPoints;
+    few.atLeast = minPoints;
     return few;
   }
   if (present.size() < 2) return note(FindingKind::oneGroup);
@@ -119,15 +119,16 @@ std::optional<Finding> whyNotBegun(const SessionState& state, const GroupIdSet& 
 
 bool isManual(const PlacedPoint& placed) { return placed.point->record.named && !placed.point->record.autoNamed; }
 
-/// Two names of the user's on one spot.
-std::optional<Finding> conflictOn(const SessionState& state, const Spot& spot, double tolerance) {
-  const auto one = std::find_if(spot.begin(), spot.end(), isManual);
-  if (one == spot.end()) return std::nullopt;
-  const auto other = std::find_if(std::next(one), spot.end(), [&](const PlacedPoint& placed) {
+/// Two names of the user's in one cluster.
+std::optional<Finding> conflictIn(const SessionState& state, const PointCluster& cluster, double tolerance) {
+  const auto one = std::find_if(cluster.begin(), cluster.end(), isManual);
+  if (one == cluster.end()) return std::nullopt;
+  const auto other = std::find_if(std::next(one), cluster.end(), [&](const PlacedPoint& placed) {
     return isManual(placed) && placed.point->record.commonId != one->point->record.commonId;
   });
-  if (other == spot.end()) return std::nullopt;
-  const bool isLost = std::any_of(spot.begin(), spot.end(), [](const PlacedPoint& p) { return !p.place.allFinite(); });
+  if (other == cluster.end()) return std::nullopt;
+  const bool isLost =
+      std::any_of(cluster.begin(), cluster.end(), [](const PlacedPoint& p) { return !p.position.allFinite(); });
   if (isLost) return notFiniteReasons(state).front();
   Finding conflict = note(FindingKind::conflict, tolerance);
   conflict.points = {one->point->name, other->point->name};
@@ -140,7 +141,7 @@ std::optional<Finding> conflictOn(const SessionState& state, const Spot& spot, d
 
 Finding whyNoTriangles(const SessionState& state, const GroupIdSet& groups, double sideTolerance,
                        double minSideDifference) {
-  if (const auto reason = whyNotBegun(state, groups)) return *reason;
+  if (const auto reason = reasonNotStarted(state, groups)) return *reason;
   const std::vector<GroupShape> shapes = shapesOf(state, groups, minSideDifference);
   const auto hasTriangles = [](const GroupShape& shape) { return !shape.triangles.empty(); };
   if (std::count_if(shapes.begin(), shapes.end(), hasTriangles) < 2) {
@@ -154,12 +155,13 @@ Finding whyNoTriangles(const SessionState& state, const GroupIdSet& groups, doub
   return contradiction;
 }
 
-Finding whyNothingClose(const SessionState& state, const std::map<GroupId, OdGeMatrix3d>& toCommon, double tolerance) {
+Finding reasonNothingClose(const SessionState& state, const std::map<GroupId, OdGeMatrix3d>& toCommon,
+                           double tolerance) {
   if (toCommon.empty()) return note(FindingKind::notSolved);
   const std::vector<PlacedPoint> placed = placedPoints(state, toCommon);
   if (std::all_of(placed.begin(), placed.end(), isManual)) return note(FindingKind::namedByFiles);
-  for (const Spot& spot : closeSpots(placed, tolerance)) {
-    if (const auto conflict = conflictOn(state, spot, tolerance)) return *conflict;
+  for (const PointCluster& cluster : closePointClusters(placed, tolerance)) {
+    if (const auto conflict = conflictIn(state, cluster, tolerance)) return *conflict;
   }
   return note(FindingKind::nothingClose, tolerance);
 }

@@ -14,7 +14,7 @@ Finding whyNoTriangles(const SessionState& state, const ZOR::reg::GroupIdSet& gr
                        double minSideDifference);
 
 /// Why closeness named nothing. `toCommon` holds the groups that were solved.
-Finding whyNothingClose(const SessionState& state, const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon,
-                        double tolerance);
+Finding reasonNothingClose(const SessionState& state, const std::map<ZOR::reg::GroupId, OdGeMatrix3d>& toCommon,
+                           double tolerance);
 
 }  // namespace tiepoint::workbench

@@ -74,7 +74,7 @@ void matchCloseness(Workbench& workbench, NamingSession& naming, const NamingReq
     motions = motionsOf(workbench, naming);
     step.named = naming.matchByCloseness(step.tolerance);
   }
-  if (step.named == 0) report.reasons.push_back(whyNothingClose(before, motions, step.tolerance));
+  if (step.named == 0) report.reasons.push_back(reasonNothingClose(before, motions, step.tolerance));
   report.steps.push_back(step);
   naming.finish();
 }

@@ -20,9 +20,9 @@ namespace {
 
 /// Rounds of naming points on one spot after a station was added: a solve brings more points near,
 /// as three corners place far points badly.
-constexpr int mostRounds = 12;
+constexpr int maxRounds = 12;
 /// So many times what two measurements of a target may lie apart, a loop of stations may be open.
-constexpr double widestGap = 20.0;
+constexpr double maxLoopGap = 20.0;
 /// Close points first: a wide tolerance chains neighbours together.
 constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
 /// Points a little farther apart than the widest tolerance are looked for too, so that what lies
@@ -30,7 +30,7 @@ constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
 constexpr double nearestPart = 1.001 * closenessParts.back();
 /// A link of three points that contradicts another is as likely when chance makes it no more than so
 /// many times as often.
-constexpr double likelyAsWell = 4.0;
+constexpr double maxChanceRatio = 4.0;
 /// A station that hangs on three points alone, and what stood before it.
 struct WeakAddition {
   GroupId group = 0;
@@ -48,9 +48,9 @@ struct FailedAddition {
   bool mayPass = false;
 };
 
-class Growth {
+class NamingSearch {
  public:
-  Growth(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_, Progress& progress_)
+  NamingSearch(Workbench& workbench, const SessionState& start_, const NamingLimits& limits_, Progress& progress_)
       : start(start_),
         records(recordsById(start_)),
         limits(limits_),
@@ -133,7 +133,7 @@ class Growth {
     const std::size_t stepsBefore = planned.steps().size();
     if (link && !matchTriangles(*link)) return Joined::no;
     if (!planned.solve(all) || !isSoundNow()) return Joined::no;
-    nameSpotsInRounds(all);
+    nameClosePointsInRounds(all);
     NamedField named = fieldOf(planned.state(), stations, before, planned.motions());
     const Station& station = stations.at(group);
     const Placement own = placementOf(planned.state(), station, named);
@@ -181,12 +181,12 @@ class Growth {
 
   // --- Names for what fell on one spot.
 
-  void nameSpotsInRounds(const GroupIdSet& groups) {
-    for (int round = 0; round < mostRounds; ++round) {
+  void nameClosePointsInRounds(const GroupIdSet& groups) {
+    for (int round = 0; round < maxRounds; ++round) {
       const NearestPoints nearest = nearestNow();
       const auto names = [&](double part) {
         const double tolerance = part * limits.closeness;
-        return tolerance > nearest.toUnnamed && nameSpots(groups, tolerance);
+        return tolerance > nearest.toUnnamed && nameClosePoints(groups, tolerance);
       };
       if (std::any_of(closenessParts.begin(), closenessParts.end(), names)) continue;
       const auto unites = [&](double part) {
@@ -214,7 +214,7 @@ class Growth {
   }
 
   /// Only if the solve that follows is as good.
-  bool nameSpots(const GroupIdSet& groups, double tolerance) {
+  bool nameClosePoints(const GroupIdSet& groups, double tolerance) {
     const std::size_t stepsBefore = planned.steps().size();
     if (!planned.matchByCloseness(tolerance)) {
       planned.dropIdle();
@@ -241,7 +241,7 @@ class Growth {
 
   /// Whether its points lie as near as the two ends of a loop; those of a chance link don't.
   bool nearlyCloses(const PairLink& link, const std::map<GroupId, OdGeMatrix3d>& toCommon) {
-    return farthestApart(records, link.shared, toCommon) <= widestGap * limits.reach();
+    return farthestApart(records, link.shared, toCommon) <= maxLoopGap * limits.reach();
   }
 
   void closeLoops() {
@@ -251,7 +251,7 @@ class Growth {
       if (!nearlyCloses(*link, planned.motions())) continue;
       const std::size_t stepsBefore = planned.steps().size();
       if (matchTriangles(*link) && planned.solve(placed) && isSoundNow()) {
-        nameSpotsInRounds(placed);
+        nameClosePointsInRounds(placed);
       } else {
         planned.backTo(stepsBefore);
       }
@@ -267,7 +267,7 @@ class Growth {
     for (const WeakAddition& addition : weak) {
       const auto contradicts = [&](const PairLink* link) {
         const bool crosses = addition.before.count(link->first) != addition.before.count(link->second);
-        return crosses && link->chance <= likelyAsWell * addition.chance && !nearlyCloses(*link, toCommon);
+        return crosses && link->chance <= maxChanceRatio * addition.chance && !nearlyCloses(*link, toCommon);
       };
       if (std::none_of(open.begin(), open.end(), contradicts)) continue;
       planned.backTo(addition.stepsBefore);
@@ -312,7 +312,7 @@ class Growth {
 
 NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits,
                        Progress& progress) {
-  return Growth(workbench, start, limits, progress).run();
+  return NamingSearch(workbench, start, limits, progress).run();
 }
 
 }  // namespace tiepoint::workbench

@@ -49,7 +49,7 @@ std::size_t NamingSession::matchByTriangles(const GroupIdSet& groups, double sid
 
 std::size_t NamingSession::unite(const PointPairs& takers) {
   return static_cast<std::size_t>(std::count_if(
-      takers.begin(), takers.end(), [&](const auto& taker) { return session.takeName(taker.first, taker.second); }));
+      takers.begin(), takers.end(), [&](const auto& taker) { return session.adoptName(taker.first, taker.second); }));
 }
 
 bool NamingSession::solve(const GroupIdSet& groups) {

@@ -21,12 +21,12 @@ constexpr int halvings = 6;
 constexpr int raises = 3;
 constexpr double raisedBy = 4.0;
 /// Four points have four triangles; what fewer of them say isn't contradicted.
-constexpr std::size_t fewestToContradict = 4;
-/// A link of more points than any three can be had by chance only is good enough to end the search.
+constexpr std::size_t minToContradict = 4;
+/// Any three points may agree by chance: a link of one more is good enough to end the search.
 constexpr std::size_t enoughShared = namesThatLink + 1;
 
 /// Where every triangle equals so many of the other station's, no naming is free of contradiction.
-constexpr std::size_t crowd = 10;
+constexpr std::size_t maxPairsPerTriangle = 10;
 
 /// The tolerances that are worth a try, from tight to wide.
 struct Tolerances {
@@ -35,15 +35,15 @@ struct Tolerances {
   std::size_t equalPairs = 0;
 };
 
-/// Each links more than the one before, and none of them a crowd.
+/// Each links more than the one before, and none of them too much.
 Tolerances tolerancesFor(const std::vector<Triangle>& first, const std::vector<Triangle>& second, double widest) {
   Tolerances tolerances;
   if (countEqualPairs(first, second, widest, 1) == 0) return tolerances;
-  const std::size_t crowded = crowd * std::min(first.size(), second.size());
+  const std::size_t tooMany = maxPairsPerTriangle * std::min(first.size(), second.size());
   for (int halving = halvings; halving >= 0; --halving) {
     const double tolerance = std::ldexp(widest, -halving);
-    const std::size_t pairs = countEqualPairs(first, second, tolerance, crowded);
-    if (pairs == crowded) break;
+    const std::size_t pairs = countEqualPairs(first, second, tolerance, tooMany);
+    if (pairs == tooMany) break;
     if (pairs == tolerances.equalPairs) continue;
     tolerances.each.push_back(tolerance);
     tolerances.equalPairs = pairs;
@@ -61,7 +61,7 @@ class PairSearch {
     if (sharedNames(scratch->state(), first, second).size() >= namesThatLink) tryTriangles(std::nullopt);
     tryTolerances(tolerances.each, limits.minSideDifference);
     double minSideDifference = limits.minSideDifference;
-    for (int raise = 0; tolerances.equalPairs >= fewestToContradict && raise < raises && !isRich(); ++raise) {
+    for (int raise = 0; tolerances.equalPairs >= minToContradict && raise < raises && !hasSpareNames(); ++raise) {
       minSideDifference *= raisedBy;
       tryTolerances(tolerances.each, minSideDifference);
     }
@@ -78,7 +78,7 @@ class PairSearch {
     }
   }
 
-  bool isRich() const { return best && best->shared.size() > enoughShared; }
+  bool hasSpareNames() const { return best && best->shared.size() > enoughShared; }
   bool isEnough() const { return best && best->shared.size() >= enoughShared; }
 
   void tryTriangles(std::optional<NamingStep> step) {
@@ -115,7 +115,7 @@ class PairSearch {
     field.stations.push_back({&there.shape, std::vector<std::size_t>(field.targets.size())});
     std::iota(field.stations[0].target.begin(), field.stations[0].target.end(), std::size_t{0});
     Placement own;
-    for (const auto& [target, point] : shared) own[here.placeInShape.at(point)] = there.placeInShape.at(target);
+    for (const auto& [target, point] : shared) own[here.indexInShape.at(point)] = there.indexInShape.at(target);
     return expectedByChance(field, here.shape, own, limits.reach());
   }
 

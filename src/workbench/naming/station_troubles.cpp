@@ -14,7 +14,7 @@ namespace {
 /// A station of no more points may share no more than three.
 constexpr std::size_t fewPoints = 5;
 /// Fewer fit a mirror image by chance.
-constexpr std::size_t fewestMirrored = 5;
+constexpr std::size_t minMirrored = 5;
 
 bool hasPointsToPlace(const Station& station) { return station.shape.points.size() >= namesThatLink; }
 
@@ -43,7 +43,7 @@ StationShape mirrorImage(StationShape shape) {
 }
 
 /// How many points the way explains that explains the most, `atLeast` or more; else 0.
-std::size_t mostPoints(const TargetField& field, const StationShape& shape, double reach, std::size_t atLeast) {
+std::size_t maxPointsLaid(const TargetField& field, const StationShape& shape, double reach, std::size_t atLeast) {
   const auto ways = alignments(field, shape, reach, atLeast, 1);
   return ways.empty() ? 0 : ways.front().size();
 }
@@ -55,8 +55,8 @@ std::size_t mirroredPoints(GroupId group, const SessionState& start, const Stati
   for (const auto& [other, station] : stations) {
     if (other == group) continue;
     const NamedField named = fieldOf(start, stations, {other}, {});
-    const std::size_t points = mostPoints(named.field, mirrorImage(shape), reach, fewestMirrored);
-    if (points > 0 && mostPoints(named.field, shape, reach, points - 1) == 0) return points;
+    const std::size_t points = maxPointsLaid(named.field, mirrorImage(shape), reach, minMirrored);
+    if (points > 0 && maxPointsLaid(named.field, shape, reach, points - 1) == 0) return points;
   }
   return 0;
 }

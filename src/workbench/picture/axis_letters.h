@@ -9,6 +9,6 @@ namespace tiepoint::workbench::picture {
 
 /// The middles of the letters of arrows from (0, 0) to these ends, none of which is (0, 0): beyond the
 /// end, and to the side where another arrow passes there.
-std::vector<Spot> letterSpots(const std::vector<Spot>& ends);
+std::vector<PagePoint> letterPositions(const std::vector<PagePoint>& ends);
 
 }  // namespace tiepoint::workbench::picture

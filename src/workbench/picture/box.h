@@ -1,11 +1,11 @@
-// Places on a page, in its units: x to the right, y downwards.
+// Points and boxes on a page, in its units: x to the right, y downwards.
 #pragma once
 
 #include <algorithm>
 
 namespace tiepoint::workbench::picture {
 
-struct Spot {
+struct PagePoint {
   double x = 0.0;
   double y = 0.0;
 };
@@ -18,7 +18,7 @@ struct Box {
 
   double width() const { return right - left; }
   double height() const { return bottom - top; }
-  Spot middle() const { return {(left + right) / 2.0, (top + bottom) / 2.0}; }
+  PagePoint middle() const { return {(left + right) / 2.0, (top + bottom) / 2.0}; }
   Box grownBy(double margin) const { return {left - margin, top - margin, right + margin, bottom + margin}; }
 };
 
@@ -32,12 +32,12 @@ inline bool contains(const Box& outer, const Box& inner) {
          inner.bottom <= outer.bottom;
 }
 
-inline bool contains(const Box& outer, const Spot& spot) {
-  return contains(outer, Box{spot.x, spot.y, spot.x, spot.y});
+inline bool contains(const Box& outer, const PagePoint& point) {
+  return contains(outer, Box{point.x, point.y, point.x, point.y});
 }
 
-/// The spot of the box that is nearest to the given one.
-inline Spot nearestSpot(const Box& box, const Spot& to) {
+/// The point of the box that is nearest to the given one.
+inline PagePoint nearestPoint(const Box& box, const PagePoint& to) {
   return {std::clamp(to.x, box.left, box.right), std::clamp(to.y, box.top, box.bottom)};
 }
 

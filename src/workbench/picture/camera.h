@@ -36,7 +36,7 @@ class Projection {
  public:
   Projection(const View& view, const Box& area_) : toDevice(view.deviceMatrix()), area(area_) {}
 
-  Spot spotOf(OdGePoint3d place) const {
+  PagePoint onPage(OdGePoint3d place) const {
     place.p_transform(toDevice);
     return {area.left + place.x, area.bottom - place.y};
   }

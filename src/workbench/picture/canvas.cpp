@@ -31,12 +31,12 @@ double Canvas::widthOf(const std::string& text, const TextStyle& style) const {
   return fonts.widthOf(text, style.isBold) * style.size;
 }
 
-Box Canvas::boxOf(const Spot& start, const std::string& text, const TextStyle& style) const {
+Box Canvas::boxOf(const PagePoint& start, const std::string& text, const TextStyle& style) const {
   return {start.x, start.y - capitalHeight * style.size, start.x + widthOf(text, style),
           start.y + descent * style.size};
 }
 
-void Canvas::text(const Spot& start, const std::string& text, const TextStyle& style) {
+void Canvas::text(const PagePoint& start, const std::string& text, const TextStyle& style) {
   if (text.empty()) return;
   setFont(style);
   if (style.halo > 0.0) {
@@ -53,28 +53,28 @@ void Canvas::text(const Spot& start, const std::string& text, const TextStyle& s
   painted.push_back({text, boxOf(start, text, style)});
 }
 
-void Canvas::textEndingAt(const Spot& end, const std::string& words, const TextStyle& style) {
+void Canvas::textEndingAt(const PagePoint& end, const std::string& words, const TextStyle& style) {
   text({end.x - widthOf(words, style), end.y}, words, style);
 }
 
-void Canvas::path(const std::vector<Spot>& corners) {
-  for (const Spot& corner : corners) cairo_line_to(pen, corner.x, corner.y);
+void Canvas::path(const std::vector<PagePoint>& corners) {
+  for (const PagePoint& corner : corners) cairo_line_to(pen, corner.x, corner.y);
 }
 
-void Canvas::line(const Spot& from, const Spot& to, const Rgb& color, double width) {
+void Canvas::line(const PagePoint& from, const PagePoint& to, const Rgb& color, double width) {
   path({from, to});
   setColor(color);
   cairo_set_line_width(pen, width);
   cairo_stroke(pen);
 }
 
-void Canvas::fill(const std::vector<Spot>& corners, const Rgb& color) {
+void Canvas::fill(const std::vector<PagePoint>& corners, const Rgb& color) {
   path(corners);
   setColor(color);
   cairo_fill(pen);
 }
 
-void Canvas::outline(const std::vector<Spot>& corners, const Rgb& color, double width) {
+void Canvas::outline(const std::vector<PagePoint>& corners, const Rgb& color, double width) {
   path(corners);
   cairo_close_path(pen);
   setColor(color);
@@ -90,26 +90,26 @@ void Canvas::outline(const Box& box, const Rgb& color, double width) {
   outline({{box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}}, color, width);
 }
 
-void Canvas::dot(const Spot& middle, double radius, const Rgb& color) {
+void Canvas::dot(const PagePoint& middle, double radius, const Rgb& color) {
   cairo_arc(pen, middle.x, middle.y, radius, 0.0, fullTurn);
   setColor(color);
   cairo_fill(pen);
 }
 
-void Canvas::ring(const Spot& middle, double radius, const Rgb& color, double width) {
+void Canvas::ring(const PagePoint& middle, double radius, const Rgb& color, double width) {
   cairo_arc(pen, middle.x, middle.y, radius, 0.0, fullTurn);
   setColor(color);
   cairo_set_line_width(pen, width);
   cairo_stroke(pen);
 }
 
-void Canvas::arrow(const Spot& from, const Spot& to, const Rgb& color, double width) {
+void Canvas::arrow(const PagePoint& from, const PagePoint& to, const Rgb& color, double width) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   if (!(length > 0.0)) return;
-  const Spot along{(to.x - from.x) / length, (to.y - from.y) / length};
+  const PagePoint along{(to.x - from.x) / length, (to.y - from.y) / length};
   const double head = std::min(length, 2.0 + 4.0 * width);
   const double halfHead = 0.36 * head;
-  const Spot neck{to.x - along.x * head, to.y - along.y * head};
+  const PagePoint neck{to.x - along.x * head, to.y - along.y * head};
   line(from, {neck.x + along.x * head * 0.5, neck.y + along.y * head * 0.5}, color, width);
   fill({to,
         {neck.x - along.y * halfHead, neck.y + along.x * halfHead},

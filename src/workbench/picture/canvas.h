@@ -35,28 +35,28 @@ class Canvas {
 
   double widthOf(const std::string& text, const TextStyle& style) const;
   /// The box of a text whose line begins at `start`.
-  Box boxOf(const Spot& start, const std::string& text, const TextStyle& style) const;
-  void text(const Spot& start, const std::string& text, const TextStyle& style);
-  void textEndingAt(const Spot& end, const std::string& text, const TextStyle& style);
+  Box boxOf(const PagePoint& start, const std::string& text, const TextStyle& style) const;
+  void text(const PagePoint& start, const std::string& text, const TextStyle& style);
+  void textEndingAt(const PagePoint& end, const std::string& text, const TextStyle& style);
   /// All texts so far, in their order.
   const std::vector<PaintedText>& texts() const { return painted; }
 
-  void line(const Spot& from, const Spot& to, const Rgb& color, double width);
-  void fill(const std::vector<Spot>& corners, const Rgb& color);
-  void outline(const std::vector<Spot>& corners, const Rgb& color, double width);
+  void line(const PagePoint& from, const PagePoint& to, const Rgb& color, double width);
+  void fill(const std::vector<PagePoint>& corners, const Rgb& color);
+  void outline(const std::vector<PagePoint>& corners, const Rgb& color, double width);
   void fill(const Box& box, const Rgb& color);
   void outline(const Box& box, const Rgb& color, double width);
-  void dot(const Spot& middle, double radius, const Rgb& color);
-  void ring(const Spot& middle, double radius, const Rgb& color, double width);
+  void dot(const PagePoint& middle, double radius, const Rgb& color);
+  void ring(const PagePoint& middle, double radius, const Rgb& color, double width);
   /// A shaft with a head at `to`; a short one is all head.
-  void arrow(const Spot& from, const Spot& to, const Rgb& color, double width);
+  void arrow(const PagePoint& from, const PagePoint& to, const Rgb& color, double width);
 
   /// From now on nothing is drawn outside of the box; `endClip` ends that.
   void beginClip(const Box& box);
   void endClip();
 
  private:
-  void path(const std::vector<Spot>& corners);
+  void path(const std::vector<PagePoint>& corners);
   void setColor(const Rgb& color);
   void setFont(const TextStyle& style);
 

@@ -9,19 +9,19 @@ namespace {
 
 /// Of more labels than these, those that find no room beside their points are left out: a thicket of
 /// lines to far ones would hide more than they tell.
-constexpr std::size_t mostWithLeaders = 200;
+constexpr std::size_t maxWithLeaders = 200;
 
 struct Marks {
   std::vector<PageLine> lines;
   std::vector<PageArrow> arrows;
-  std::vector<Spot> stations;
+  std::vector<PagePoint> stations;
 };
 
-Box around(const Spot& spot, double reach) { return Box{spot.x, spot.y, spot.x, spot.y}.grownBy(reach); }
+Box around(const PagePoint& point, double reach) { return Box{point.x, point.y, point.x, point.y}.grownBy(reach); }
 
 Marks marksOn(const Projection& projection, const RecordingDraw& recorded, const Content& content, double enlargement) {
   Marks marks{linesOn(projection, recorded.lines()), arrowsOn(projection, content.residuals, enlargement), {}};
-  for (const Station& station : content.stations) marks.stations.push_back(projection.spotOf(station.place));
+  for (const Station& station : content.stations) marks.stations.push_back(projection.onPage(station.position));
   return marks;
 }
 
@@ -33,7 +33,7 @@ void addMarks(LabelPlacer& placer, const Marks& marks) {
     placer.block(around(arrow.from, alarmRing));
     placer.blockLine(arrow.from, arrow.to);
   }
-  for (const Spot& station : marks.stations) placer.block(around(station, stationSize));
+  for (const PagePoint& station : marks.stations) placer.block(around(station, stationSize));
 }
 
 /// Notes have the first choice of places, then stations, then the points.
@@ -46,7 +46,7 @@ LabelCount addTexts(LabelSheet& sheet, const Marks& marks, const Content& conten
   }
   putLargestResidualsFirst(labels, content.residuals);
   LabelCount count{labels.size(), 0};
-  for (const Label& label : labels) count.placed += sheet.addLabel(label, labels.size() <= mostWithLeaders) ? 1 : 0;
+  for (const Label& label : labels) count.placed += sheet.addLabel(label, labels.size() <= maxWithLeaders) ? 1 : 0;
   return count;
 }
 

@@ -1,4 +1,4 @@
-// Finds places for labels, so that none hides another.
+// Finds positions for labels, so that none hides another.
 #pragma once
 
 #include <cstddef>
@@ -9,9 +9,9 @@
 
 namespace tiepoint::workbench::picture {
 
-/// A text that belongs to a spot; sizes of its box.
+/// A text that labels a point, and the size of its box.
 struct LabelWish {
-  Spot anchor;
+  PagePoint anchor;
   double width = 0.0;
   double height = 0.0;
   /// Kept free around the anchor in any case.
@@ -22,29 +22,29 @@ struct LabelWish {
   bool mayBeFar = true;
 };
 
-struct LabelPlace {
+struct LabelPosition {
   Box box;
   /// It stands so far off that a line should lead to it.
   bool isFar = false;
 };
 
-/// Labels go in one after the other, the most important first. Each takes the first place around its
-/// anchor where it covers the fewest marks, and no place at all if every one would hide another
-/// label, leave the area or cover too many marks. The nearest place is right above the anchor's
+/// Labels go in one after the other, the most important first. Each takes the first position around its
+/// anchor where it covers the fewest marks, and no position at all if every one would hide another
+/// label, leave the area or cover too many marks. The nearest position is right above the anchor's
 /// right arm.
 class LabelPlacer {
  public:
   explicit LabelPlacer(const Box& area);
 
-  /// What a label may cover if there is no better place.
+  /// What a label may cover if there is no better position.
   void addMark(const Box& box) { marks.add(box); }
-  void addLine(const Spot& from, const Spot& to);
+  void addLine(const PagePoint& from, const PagePoint& to);
   /// What no label may cover.
   void block(const Box& box) { blocked.add(box); }
-  void blockLine(const Spot& from, const Spot& to);
+  void blockLine(const PagePoint& from, const PagePoint& to);
 
-  /// The place taken, which is then blocked for all later ones.
-  std::optional<LabelPlace> place(const LabelWish& wish);
+  /// The position taken, which is then blocked for all later ones.
+  std::optional<LabelPosition> place(const LabelWish& wish);
 
  private:
   Box area;

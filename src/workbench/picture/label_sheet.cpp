@@ -12,8 +12,8 @@ namespace {
 
 /// Between the rim of the drawing and a label.
 constexpr double rimGap = 4.0;
-/// The same name at two spots that are nearer than this is one label.
-constexpr double sameSpot = 8.0;
+/// The same name at two points that are nearer than this is one label.
+constexpr double sameLabelWithin = 8.0;
 constexpr double haloWidth = 1.6;
 constexpr double leaderWidth = 0.8;
 
@@ -24,14 +24,14 @@ const TextStyle stationStyle{11.0, true, ink, haloWidth};
 
 std::vector<Label> labelsOf(const std::vector<DrawnText>& texts, const Projection& projection, double pixelSize) {
   std::vector<Label> labels;
-  std::map<std::wstring, std::vector<Spot>> known;
+  std::map<std::wstring, std::vector<PagePoint>> known;
   for (const DrawnText& text : texts) {
-    const Spot anchor = projection.spotOf(text.position);
+    const PagePoint anchor = projection.onPage(text.position);
     if (!isFinite(anchor) || text.text.isEmpty()) continue;
-    std::vector<Spot>& spots = known[text.text.wideText()];
-    const auto isNear = [&](const Spot& spot) { return distance(spot, anchor) < sameSpot; };
-    if (std::any_of(spots.begin(), spots.end(), isNear)) continue;
-    spots.push_back(anchor);
+    std::vector<PagePoint>& points = known[text.text.wideText()];
+    const auto isNear = [&](const PagePoint& point) { return distance(point, anchor) < sameLabelWithin; };
+    if (std::any_of(points.begin(), points.end(), isNear)) continue;
+    points.push_back(anchor);
     labels.push_back({anchor, utf8FromWide(text.text.wideText()), text.height / pixelSize, inkColor(text.color)});
   }
   return labels;
@@ -54,7 +54,7 @@ void putLargestResidualsFirst(std::vector<Label>& labels, const std::vector<Resi
 
 LabelSheet::LabelSheet(Canvas& canvas_, const Box& area) : canvas(canvas_), placer(area.grownBy(-rimGap)) {}
 
-std::optional<LabelPlace> LabelSheet::add(const LabelWish& wish, const std::string& text, const TextStyle& style) {
+std::optional<LabelPosition> LabelSheet::add(const LabelWish& wish, const std::string& text, const TextStyle& style) {
   const Box box = canvas.boxOf({0.0, 0.0}, text, style).grownBy(style.halo);
   LabelWish sized = wish;
   sized.width = box.width();
@@ -67,7 +67,7 @@ std::optional<LabelPlace> LabelSheet::add(const LabelWish& wish, const std::stri
 void LabelSheet::addNote(const PageArrow& arrow) {
   const auto place = add({arrow.from, 0.0, 0.0, alarmRing, true, true}, arrow.note, noteStyle);
   if (!place) return;
-  const Spot end = nearestSpot(place->box, arrow.from);
+  const PagePoint end = nearestPoint(place->box, arrow.from);
   const double length = distance(arrow.from, end);
   if (length <= alarmRing) return;
   const double share = alarmRing / length;
@@ -75,15 +75,15 @@ void LabelSheet::addNote(const PageArrow& arrow) {
       {{arrow.from.x + (end.x - arrow.from.x) * share, arrow.from.y + (end.y - arrow.from.y) * share}, end, alarm});
 }
 
-void LabelSheet::addStationName(const Spot& station, const std::string& name) {
+void LabelSheet::addStationName(const PagePoint& station, const std::string& name) {
   const auto place = add({station, 0.0, 0.0, stationSize - 2.0, false, true}, name, stationStyle);
-  if (place && place->isFar) leaders.push_back({station, nearestSpot(place->box, station), softInk});
+  if (place && place->isFar) leaders.push_back({station, nearestPoint(place->box, station), softInk});
 }
 
 bool LabelSheet::addLabel(const Label& label, bool mayBeFar) {
   const TextStyle style{label.height / capitalHeight, false, label.color, haloWidth};
   const auto place = add({label.anchor, 0.0, 0.0, 0.0, false, mayBeFar}, label.text, style);
-  if (place && place->isFar) leaders.push_back({label.anchor, nearestSpot(place->box, label.anchor), softInk});
+  if (place && place->isFar) leaders.push_back({label.anchor, nearestPoint(place->box, label.anchor), softInk});
   return place.has_value();
 }
 

@@ -13,16 +13,16 @@
 
 namespace tiepoint::workbench::picture {
 
-/// A text at a spot of the page, with the height of its capital letters.
+/// A text at a point of the page, with the height of its capital letters.
 struct Label {
-  Spot anchor;
+  PagePoint anchor;
   std::string text;
   double height = 0.0;
   Rgb color;
 };
 
 /// The recorded texts as labels, in their order. Where one target was measured by several groups, the
-/// same name stands several times at nearly the same spot; it becomes one label.
+/// same name stands several times at nearly the same point; it becomes one label.
 std::vector<Label> labelsOf(const std::vector<DrawnText>& texts, const Projection& projection, double pixelSize);
 
 /// Labels of targets with larger residuals come before the others; otherwise the order stays.
@@ -37,7 +37,7 @@ class LabelSheet {
 
   /// Beside the arrow's ring, wherever there is room; a line leads to it.
   void addNote(const PageArrow& arrow);
-  void addStationName(const Spot& station, const std::string& name);
+  void addStationName(const PagePoint& station, const std::string& name);
   /// False when there is no room.
   bool addLabel(const Label& label, bool mayBeFar);
 
@@ -46,12 +46,12 @@ class LabelSheet {
 
  private:
   struct Text {
-    Spot start;
+    PagePoint start;
     std::string text;
     TextStyle style;
   };
 
-  std::optional<LabelPlace> add(const LabelWish& wish, const std::string& text, const TextStyle& style);
+  std::optional<LabelPosition> add(const LabelWish& wish, const std::string& text, const TextStyle& style);
 
   Canvas& canvas;
   LabelPlacer placer;

@@ -22,13 +22,13 @@ constexpr double remarkHeight = 14.0;
 constexpr double remarkGap = 5.0;
 constexpr double swatchWidth = 20.0;
 constexpr double columnGap = 10.0;
-constexpr double widestName = 150.0;
+constexpr double maxNameWidth = 150.0;
 constexpr double axesHeight = 76.0;
 constexpr double axisLength = 22.0;
 /// Below this an axis points at the viewer, and its letter would lie on the others'.
 constexpr double shortestAxis = 0.12;
 /// So many groups are listed before remarks take their room.
-constexpr std::size_t leastRows = 9;
+constexpr std::size_t minRows = 9;
 
 const TextStyle nameStyle{11.0, false, ink, 0.0};
 const TextStyle numberStyle{11.0, false, softInk, 0.0};
@@ -139,24 +139,24 @@ struct Axis {
 
 void paintAxes(Canvas& canvas, const Box& box, const View& view) {
   const OdGeMatrix3d toView = view.viewingMatrix();
-  const Spot origin = box.middle();
+  const PagePoint origin = box.middle();
   const std::array<Axis, 3> axes{{{"x", {1, 0, 0}}, {"y", {0, 1, 0}}, {"z", {0, 0, 1}}}};
   std::vector<const char*> letters;
-  std::vector<Spot> ends;
+  std::vector<PagePoint> ends;
   for (const Axis& axis : axes) {
     const auto part = [&](int row) {
       return toView(row, 0) * axis.along.x + toView(row, 1) * axis.along.y + toView(row, 2) * axis.along.z;
     };
-    const Spot along{part(0), -part(1)};
+    const PagePoint along{part(0), -part(1)};
     if (std::hypot(along.x, along.y) < shortestAxis) continue;
     letters.push_back(axis.letter);
     ends.push_back({along.x * axisLength, along.y * axisLength});
     canvas.arrow(origin, {origin.x + ends.back().x, origin.y + ends.back().y}, softInk, 1.2);
   }
-  const std::vector<Spot> spots = letterSpots(ends);
+  const std::vector<PagePoint> points = letterPositions(ends);
   for (std::size_t i = 0; i < letters.size(); ++i) {
-    const double left = origin.x + spots[i].x - canvas.widthOf(letters[i], axisStyle) / 2.0;
-    canvas.text({left, origin.y + spots[i].y + 3.5}, letters[i], axisStyle);
+    const double left = origin.x + points[i].x - canvas.widthOf(letters[i], axisStyle) / 2.0;
+    canvas.text({left, origin.y + points[i].y + 3.5}, letters[i], axisStyle);
   }
   canvas.dot(origin, 2.0, softInk);
 }
@@ -166,7 +166,7 @@ void paintAxes(Canvas& canvas, const Box& box, const View& view) {
 double legendWidth(const Canvas& canvas, const Content& content) {
   double names = canvas.widthOf(groupHead, headStyle);
   for (const GroupEntry& group : content.groups) {
-    names = std::max(names, std::min(widestName, canvas.widthOf(group.name, nameStyle)));
+    names = std::max(names, std::min(maxNameWidth, canvas.widthOf(group.name, nameStyle)));
   }
   return 2.0 * padding + swatchWidth + names + numbersRoom(numberWidths(canvas, content));
 }
@@ -180,8 +180,7 @@ RowChoice rowsThatFit(std::size_t count, std::size_t room) {
 void paintLegend(Canvas& canvas, const Box& column, const Content& content, const View& view) {
   canvas.outline(column, rule, 1.0);
   const Box axes{column.left, column.bottom - axesHeight, column.right, column.bottom};
-  const double forTable =
-      2.0 * padding + rowHeight * static_cast<double>(1 + std::min(leastRows, content.groups.size()));
+  const double forTable = 2.0 * padding + rowHeight * static_cast<double>(1 + std::min(minRows, content.groups.size()));
   const double remarksTop =
       paintRemarks(canvas, {column.left, column.top + forTable, column.right, axes.top}, content.remarks);
   paintTable(canvas, {column.left, column.top, column.right, remarksTop - 8.0}, content);

@@ -80,14 +80,14 @@ std::vector<double> lineWidths(const std::vector<PageLine>& lines) {
 
 }  // namespace
 
-bool isFinite(const Spot& spot) { return std::isfinite(spot.x) && std::isfinite(spot.y); }
+bool isFinite(const PagePoint& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
-double distance(const Spot& a, const Spot& b) { return std::hypot(a.x - b.x, a.y - b.y); }
+double distance(const PagePoint& a, const PagePoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 std::vector<PageLine> linesOn(const Projection& projection, const std::vector<DrawnLine>& recorded) {
   std::vector<PageLine> lines;
   for (const DrawnLine& line : recorded) {
-    const PageLine drawn{projection.spotOf(line.from), projection.spotOf(line.to), inkColor(line.color)};
+    const PageLine drawn{projection.onPage(line.from), projection.onPage(line.to), inkColor(line.color)};
     if (isFinite(drawn.from) && isFinite(drawn.to) && distance(drawn.from, drawn.to) > shortestLine) {
       lines.push_back(drawn);
     }
@@ -119,7 +119,7 @@ std::vector<PageArrow> arrowsOn(const Projection& projection, const std::vector<
                                 double enlargement) {
   std::vector<PageArrow> arrows;
   for (const Residual& residual : residuals) {
-    const PageArrow arrow{projection.spotOf(residual.target), projection.spotOf(arrowTip(residual, enlargement)),
+    const PageArrow arrow{projection.onPage(residual.target), projection.onPage(arrowTip(residual, enlargement)),
                           inkColor(residual.color), residual.note};
     if (isFinite(arrow.from) && isFinite(arrow.to)) arrows.push_back(arrow);
   }
@@ -140,17 +140,17 @@ void paintArrows(Canvas& canvas, const std::vector<PageArrow>& arrows, double wi
   }
 }
 
-void paintStation(Canvas& canvas, const Spot& place, const Rgb& color) {
+void paintStation(Canvas& canvas, const PagePoint& middle, const Rgb& color) {
   const double s = stationSize;
-  const std::vector<Spot> triangle{
-      {place.x, place.y - s}, {place.x + 0.87 * s, place.y + 0.5 * s}, {place.x - 0.87 * s, place.y + 0.5 * s}};
+  const std::vector<PagePoint> triangle{
+      {middle.x, middle.y - s}, {middle.x + 0.87 * s, middle.y + 0.5 * s}, {middle.x - 0.87 * s, middle.y + 0.5 * s}};
   canvas.outline(triangle, paper, 4.0);
   canvas.fill(triangle, color);
   canvas.outline(triangle, ink, 1.2);
-  canvas.dot(place, 1.6, paper);
+  canvas.dot(middle, 1.6, paper);
 }
 
-void paintSwatch(Canvas& canvas, const Spot& middle, const Rgb& color) {
+void paintSwatch(Canvas& canvas, const PagePoint& middle, const Rgb& color) {
   const auto cross = [&](const Rgb& paint, double width) {
     canvas.line({middle.x - swatchReach, middle.y}, {middle.x + swatchReach, middle.y}, paint, width);
     canvas.line({middle.x, middle.y - swatchReach}, {middle.x, middle.y + swatchReach}, paint, width);

@@ -12,14 +12,14 @@
 namespace tiepoint::workbench::picture {
 
 struct PageLine {
-  Spot from;
-  Spot to;
+  PagePoint from;
+  PagePoint to;
   Rgb color;
 };
 
 struct PageArrow {
-  Spot from;
-  Spot to;
+  PagePoint from;
+  PagePoint to;
   Rgb color;
   /// Not empty for the one that stands out.
   std::string note;
@@ -28,8 +28,8 @@ struct PageArrow {
 inline constexpr double alarmRing = 12.0;
 inline constexpr double stationSize = 7.0;
 
-bool isFinite(const Spot& spot);
-double distance(const Spot& a, const Spot& b);
+bool isFinite(const PagePoint& point);
+double distance(const PagePoint& a, const PagePoint& b);
 
 /// The recorded lines, apart from those that the view shows as a dot.
 std::vector<PageLine> linesOn(const Projection& projection, const std::vector<DrawnLine>& recorded);
@@ -49,9 +49,9 @@ std::vector<PageArrow> arrowsOn(const Projection& projection, const std::vector<
 /// Plain ones first; those with a note lie above them, in the colour of alarm, from a ring.
 void paintArrows(Canvas& canvas, const std::vector<PageArrow>& arrows, double width);
 
-void paintStation(Canvas& canvas, const Spot& place, const Rgb& color);
+void paintStation(Canvas& canvas, const PagePoint& middle, const Rgb& color);
 
 /// A cross of the legend, drawn as the markers are.
-void paintSwatch(Canvas& canvas, const Spot& middle, const Rgb& color);
+void paintSwatch(Canvas& canvas, const PagePoint& middle, const Rgb& color);
 
 }  // namespace tiepoint::workbench::picture

@@ -21,7 +21,8 @@ constexpr double barY = 16.0;
 constexpr double sampleY = 38.0;
 constexpr double gap = 8.0;
 
-void paintShortened(Canvas& canvas, const Spot& start, double width, const std::string& text, const TextStyle& style) {
+void paintShortened(Canvas& canvas, const PagePoint& start, double width, const std::string& text,
+                    const TextStyle& style) {
   const TextRuler ruler = [&](const std::string& part) { return canvas.widthOf(part, style); };
   canvas.text(start, shortened(text, width, ruler), style);
 }

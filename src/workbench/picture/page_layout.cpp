@@ -8,8 +8,8 @@ namespace tiepoint::workbench::picture {
 namespace {
 
 /// The smallest page on which everything has its room, and that up to which a unit is one pixel.
-constexpr double leastWidth = 640.0;
-constexpr double leastHeight = 480.0;
+constexpr double minWidth = 640.0;
+constexpr double minHeight = 480.0;
 constexpr double plainWidth = 960.0;
 constexpr double plainHeight = 640.0;
 
@@ -20,14 +20,14 @@ constexpr double footerHeight = 46.0;
 constexpr double columnShare = 0.34;
 
 double unitOf(const Size& size) {
-  const double least = std::min(size.width / leastWidth, size.height / leastHeight);
+  const double least = std::min(size.width / minWidth, size.height / minHeight);
   const double plain = std::min(size.width / plainWidth, size.height / plainHeight);
   return std::min(least, std::max(1.0, plain));
 }
 
 }  // namespace
 
-double widestColumn(const Size& size) { return columnShare * size.width / unitOf(size); }
+double maxColumn(const Size& size) { return columnShare * size.width / unitOf(size); }
 
 PageLayout layOutPage(const Size& size, double columnWidth) {
   PageLayout layout;

@@ -23,8 +23,8 @@ struct PageLayout {
 };
 
 /// Between these the column is as wide as it likes; the widest goes with the page.
-inline constexpr double narrowestColumn = 150.0;
-double widestColumn(const Size& size);
+inline constexpr double minColumn = 150.0;
+double maxColumn(const Size& size);
 
 PageLayout layOutPage(const Size& size, double columnWidth);
 

@@ -30,21 +30,21 @@ RecordingDraw recorded(const View& view, const std::vector<const OdGiDrawable*>&
   return draw;
 }
 
-void addShown(std::vector<OdGePoint3d>& places, const OdGePoint3d& place) {
-  if (canBeShown(place)) places.push_back(place);
+void addShown(std::vector<OdGePoint3d>& positions, const OdGePoint3d& position) {
+  if (canBeShown(position)) positions.push_back(position);
 }
 
 /// A marker lies around its point in every view, however large it is there.
-std::vector<OdGePoint3d> placesOf(const Content& content, const std::vector<const OdGiDrawable*>& drawables) {
-  std::vector<OdGePoint3d> places;
+std::vector<OdGePoint3d> shownPositions(const Content& content, const std::vector<const OdGiDrawable*>& drawables) {
+  std::vector<OdGePoint3d> positions;
   const RecordingDraw draw = recorded(View(), drawables);
   for (const DrawnLine& line : draw.lines()) {
-    addShown(places,
+    addShown(positions,
              {(line.from.x + line.to.x) / 2.0, (line.from.y + line.to.y) / 2.0, (line.from.z + line.to.z) / 2.0});
   }
-  if (places.empty()) throw NothingToShow();
-  for (const Station& station : content.stations) addShown(places, station.place);
-  return places;
+  if (positions.empty()) throw NothingToShow();
+  for (const Station& station : content.stations) addShown(positions, station.position);
+  return positions;
 }
 
 double enlargementFor(const std::vector<Residual>& residuals, double longestArrow) {
@@ -57,7 +57,7 @@ double enlargementFor(const std::vector<Residual>& residuals, double longestArro
   return largest > shortestLength ? roundNumberUpTo(longestArrow / largest) : 0.0;
 }
 
-/// A view on the places and the tips of all arrows, and how much longer than they are the arrows get.
+/// A view on the positions and the tips of all arrows, and how much longer than they are the arrows get.
 struct Shot {
   View view;
   double enlargement = 0.0;
@@ -65,16 +65,16 @@ struct Shot {
 
 Shot shotOf(const Box& area, const Content& content, const std::vector<const OdGiDrawable*>& drawables,
             Direction direction) {
-  std::vector<OdGePoint3d> places = placesOf(content, drawables);
+  std::vector<OdGePoint3d> positions = shownPositions(content, drawables);
   const int width = static_cast<int>(area.width());
   const int height = static_cast<int>(area.height());
-  // Of the places alone, so that the arrows don't turn the view.
-  const Looks looks = looksFrom(direction, places);
-  const ViewState without = cameraOn(places, looks, width, height, viewMargin);
+  // Of the positions alone, so that the arrows don't turn the view.
+  const Looks looks = looksFrom(direction, positions);
+  const ViewState without = cameraOn(positions, looks, width, height, viewMargin);
   const double longestArrow = std::min(arrowLimit, arrowShare * std::min(width, height)) * without.width / width;
   Shot shot;
   shot.enlargement = enlargementFor(content.residuals, longestArrow);
-  std::vector<OdGePoint3d> tips = places;
+  std::vector<OdGePoint3d> tips = positions;
   for (const Residual& residual : content.residuals) addShown(tips, arrowTip(residual, shot.enlargement));
   shot.view.setState(cameraOn(tips, looks, width, height, viewMargin));
   return shot;
@@ -106,14 +106,14 @@ Content withRemarks(Content content, const LabelCount& labels, Direction directi
 
 PageLayout layoutFor(const Canvas& canvas, const Size& size, const Content& content) {
   const double wanted = legendWidth(canvas, content);
-  return layOutPage(size, std::ceil(std::clamp(wanted, narrowestColumn, widestColumn(size))));
+  return layOutPage(size, std::ceil(std::clamp(wanted, minColumn, maxColumn(size))));
 }
 
 }  // namespace
 
 Picture drawPicture(const Request& request, const Content& content, const std::vector<const OdGiDrawable*>& drawables) {
   Surface surface(request.format, request.size);
-  Canvas canvas(surface.context(), layOutPage(request.size, narrowestColumn).unit);
+  Canvas canvas(surface.context(), layOutPage(request.size, minColumn).unit);
   Picture picture;
   picture.layout = layoutFor(canvas, request.size, content);
   const PageLayout& layout = picture.layout;

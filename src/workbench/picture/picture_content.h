@@ -23,7 +23,7 @@ struct GroupEntry {
 struct Station {
   std::string name;
   std::uint16_t color = 7;
-  OdGePoint3d place;
+  OdGePoint3d position;
 };
 
 /// From the merged target to where one group has it.

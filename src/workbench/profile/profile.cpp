@@ -49,7 +49,7 @@ std::optional<ProfileValue> Profile::get(const std::string& section, const std::
   return own ? own : valueIn(offered, section, key);
 }
 
-void Profile::offer(const std::string& section, const std::string& key, ProfileValue value) {
+void Profile::setDefault(const std::string& section, const std::string& key, ProfileValue value) {
   offered[section][key] = std::move(value);
 }
 

@@ -30,7 +30,7 @@ class Profile {
   /// or bytes that aren't UTF-8, which have no form in the file.
   void set(const std::string& section, const std::string& key, ProfileValue value);
   /// A value that `get` gives as long as the profile has none of its own; the file never gets it.
-  void offer(const std::string& section, const std::string& key, ProfileValue value);
+  void setDefault(const std::string& section, const std::string& key, ProfileValue value);
   /// Takes the key away, as `set`; does nothing when there is none.
   void remove(const std::string& section, const std::string& key);
 

@@ -43,7 +43,7 @@ std::string pointFileText(const Refusal& r) {
 std::string targetOf(const Refusal& r, FieldNames nameOf) { return fmt::format("{} {}", nameOf(r.field), r.given); }
 
 /// Of a file that isn't to be replaced, or can't be.
-std::string placeText(const Refusal& r, FieldNames nameOf) {
+std::string unusableTargetText(const Refusal& r, FieldNames nameOf) {
   const std::string target =
       fmt::format("{}: {}", r.name.empty() ? nameOf(r.field) : targetOf(r, nameOf), r.name.empty() ? r.given : r.name);
   switch (r.kind) {
@@ -91,7 +91,7 @@ std::string targetText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::notWritten:
       return fmt::format("{}: {}", nameOf(r.field), r.cause);
     default:
-      return r.kind < RefusalKind::sameTarget ? placeText(r, nameOf) : moduleFileText(r);
+      return r.kind < RefusalKind::sameTarget ? unusableTargetText(r, nameOf) : moduleFileText(r);
   }
 }
 

@@ -12,7 +12,7 @@ namespace tiepoint::workbench {
 namespace {
 
 /// A warning stays one line.
-constexpr std::size_t mostNames = 5;
+constexpr std::size_t maxNames = 5;
 
 const std::string& first(const std::vector<std::string>& names) {
   static const std::string none;
@@ -29,12 +29,13 @@ std::string clusterKeptText(const Finding& f) {
 }
 
 std::string notConnectedText(const Finding& f) {
-  std::string parts;
-  for (const std::vector<std::string>& part : f.parts) parts += (parts.empty() ? "" : " | ") + joined(part);
+  std::string components;
+  for (const std::vector<std::string>& component : f.components)
+    components += (components.empty() ? "" : " | ") + joined(component);
   return fmt::format(
       "the groups don't hang together: {}; the iterative method goes on, but how these parts lie to one "
       "another rests on fewer than {} common names",
-      parts, namesThatLink);
+      components, namesThatLink);
 }
 
 std::string otherUnitText(const Finding& f) {
@@ -92,7 +93,7 @@ std::string solveText(const Finding& f) {
     case FindingKind::nameTwice:
       return fmt::format(
           "{} has {} more than once; the last of a name is what is fitted: take the others out of the file",
-          first(f.groups), joined(f.points, mostNames));
+          first(f.groups), joined(f.points, maxNames));
     case FindingKind::pointsOnOneLine:
       return fmt::format("the points in use of {} lie on one line: nothing holds its rotation about that line",
                          first(f.groups));

@@ -19,9 +19,9 @@ enum class Lack { nothingToJoin, oneGroup, allAreBases, links };
 
 /// Why groups that could take part aren't connected.
 Lack lackOf(const LinkReport& links) {
-  if (links.parts.empty()) return Lack::nothingToJoin;
-  if (links.parts.size() > 1 || links.parts.front().cluster) return Lack::links;
-  return links.parts.front().groups.size() > 1 ? Lack::allAreBases : Lack::oneGroup;
+  if (links.components.empty()) return Lack::nothingToJoin;
+  if (links.components.size() > 1 || links.components.front().cluster) return Lack::links;
+  return links.components.front().groups.size() > 1 ? Lack::allAreBases : Lack::oneGroup;
 }
 
 std::string groupNames(const Registration& registration, const std::vector<GroupId>& ids) {
@@ -31,16 +31,16 @@ std::string groupNames(const Registration& registration, const std::vector<Group
   return joined(names);
 }
 
-std::string partName(const Registration& registration, const Part& part) {
-  const std::string groups = groupNames(registration, part.groups);
-  return part.cluster ? fmt::format("cluster {} ({})", *part.cluster, groups) : groups;
+std::string componentName(const Registration& registration, const Component& component) {
+  const std::string groups = groupNames(registration, component.groups);
+  return component.cluster ? fmt::format("cluster {} ({})", *component.cluster, groups) : groups;
 }
 
-std::string parts(const Registration& registration) {
+std::string components(const Registration& registration) {
   TextTable table({left, left});
-  for (const Part& part : registration.links.parts) {
-    table.add(
-        {part.cluster ? fmt::format("cluster {}", *part.cluster) : "in none", groupNames(registration, part.groups)});
+  for (const Component& component : registration.links.components) {
+    table.add({component.cluster ? fmt::format("cluster {}", *component.cluster) : "in none",
+               groupNames(registration, component.groups)});
   }
   return table.text();
 }
@@ -51,8 +51,8 @@ std::string links(const Registration& registration) {
     std::vector<std::string> names;
     for (const std::string& name : link.names) names.push_back(printable(name));
     const std::size_t lacking = names.size() < namesThatLink ? namesThatLink - names.size() : 0;
-    table.add({partName(registration, registration.links.parts[link.first]) + " and " +
-                   partName(registration, registration.links.parts[link.second]),
+    table.add({componentName(registration, registration.links.components[link.first]) + " and " +
+                   componentName(registration, registration.links.components[link.second]),
                fmt::format("{} ({})", plural(names.size(), "common name"), joined(names)),
                lacking == 0 ? "" : fmt::format("{} more needed", lacking)});
   }
@@ -60,22 +60,22 @@ std::string links(const Registration& registration) {
 }
 
 std::string notConnectedText(const Registration& registration) {
-  const std::vector<Part>& all = registration.links.parts;
+  const std::vector<Component>& all = registration.links.components;
   const Lack lack = lackOf(registration.links);
   if (lack == Lack::nothingToJoin) return "Not registered: no group has a point that could take part.\n";
   if (lack == Lack::oneGroup) {
     return fmt::format("Not registered: {} is alone; there is no second group to join it with.\n",
-                       partName(registration, all.front()));
+                       componentName(registration, all.front()));
   }
   if (lack == Lack::allAreBases) {
     return fmt::format("Not registered: {} are bases; there is no group to join to them.\n",
-                       partName(registration, all.front()));
+                       componentName(registration, all.front()));
   }
   std::string text = fmt::format(
       "Not registered: the groups don't hang together. Two link when they share {} names, and "
       "linked ones count as one.\n",
       namesThatLink);
-  text += parts(registration) + "\nWhat they share\n" + links(registration);
+  text += components(registration) + "\nWhat they share\n" + links(registration);
   if (all.front().cluster) text += "\nTo go on with one cluster alone: --keep-cluster NUMBER\n";
   return text;
 }

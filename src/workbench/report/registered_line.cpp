@@ -16,10 +16,10 @@ std::string baseNames(const Registration& registration, std::size_t most) {
   return joined(names, most);
 }
 
-std::string registeredLine(const Registration& registration, std::size_t mostBases) {
+std::string registeredLine(const Registration& registration, std::size_t maxBases) {
   return fmt::format("Registered {}{}",
                      registration.method == RegistrationMethod::iterative ? "iteratively" : "pairwise",
-                     registration.usesBase ? " with base " + baseNames(registration, mostBases) : "");
+                     registration.usesBase ? " with base " + baseNames(registration, maxBases) : "");
 }
 
 std::size_t activeCount(const Registration& registration) {

@@ -12,7 +12,7 @@ namespace tiepoint::workbench {
 std::string baseNames(const Registration& registration, std::size_t most = 12);
 
 /// Such as "Registered pairwise with base S1".
-std::string registeredLine(const Registration& registration, std::size_t mostBases = 12);
+std::string registeredLine(const Registration& registration, std::size_t maxBases = 12);
 
 /// How many points are in use.
 std::size_t activeCount(const Registration& registration);

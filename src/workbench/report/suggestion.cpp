@@ -9,17 +9,17 @@ namespace tiepoint::workbench {
 
 namespace {
 
-constexpr std::size_t mostNamesListed = 10;
+constexpr std::size_t maxNamesListed = 10;
 
 /// A slip changes a byte or two of a short name, a third of a long one.
-bool isSlip(std::size_t distance, const std::string& wanted) {
+bool isTypo(std::size_t distance, const std::string& wanted) {
   return distance <= std::max<std::size_t>(2, wanted.size() / 3) && distance < wanted.size();
 }
 
 std::string listed(const std::vector<std::string>& names) {
   std::string text = "; there are: ";
-  for (std::size_t i = 0; i < names.size() && i < mostNamesListed; ++i) text += (i == 0 ? "" : ", ") + names[i];
-  return names.size() > mostNamesListed ? text + ", ..." : text;
+  for (std::size_t i = 0; i < names.size() && i < maxNamesListed; ++i) text += (i == 0 ? "" : ", ") + names[i];
+  return names.size() > maxNamesListed ? text + ", ..." : text;
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ std::optional<std::string> nearestName(const std::string& wanted, const std::vec
   const auto nearest = std::min_element(names.begin(), names.end(), [&](const std::string& a, const std::string& b) {
     return editDistance(wanted, a) < editDistance(wanted, b);
   });
-  if (nearest == names.end() || !isSlip(editDistance(wanted, *nearest), wanted)) return std::nullopt;
+  if (nearest == names.end() || !isTypo(editDistance(wanted, *nearest), wanted)) return std::nullopt;
   return *nearest;
 }
 

@@ -88,10 +88,11 @@ OrderedJson jsonTarget(const MergedTarget& target) {
   return {{"name", target.name}, {"position", jsonPoint(target.position)}, {"weight", jsonNumber(target.weight)}};
 }
 
-OrderedJson jsonPart(const Registration& registration, const Part& part) {
+OrderedJson jsonComponent(const Registration& registration, const Component& component) {
   OrderedJson groups = OrderedJson::array();
-  for (const GroupId group : part.groups) groups.push_back(registration.group(group).name);
-  return {{"cluster", part.cluster ? OrderedJson(*part.cluster) : OrderedJson()}, {"groups", std::move(groups)}};
+  for (const GroupId group : component.groups) groups.push_back(registration.group(group).name);
+  return {{"cluster", component.cluster ? OrderedJson(*component.cluster) : OrderedJson()},
+          {"groups", std::move(groups)}};
 }
 
 OrderedJson jsonLink(const Link& link) {
@@ -155,7 +156,8 @@ void describe(const Registration& registration, JsonMembers& json) {
   addList(json, "points", registration.points,
           [&](const PointOutcome& point) { return jsonPointOutcome(registration, point); });
   addResults(registration, json);
-  addList(json, "parts", registration.links.parts, [&](const Part& part) { return jsonPart(registration, part); });
+  addList(json, "parts", registration.links.components,
+          [&](const Component& component) { return jsonComponent(registration, component); });
   addList(json, "links", registration.links.links, jsonLink);
   addWritten(registration, json);
   addList(json, "warnings", registration.findings, findingText);

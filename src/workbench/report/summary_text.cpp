@@ -110,7 +110,7 @@ std::string pointsOut(const Registration& registration, bool all) {
   const PointsOut out = pointsOutOf(registration);
   if (out.empty()) return "";
   const std::size_t width = widthForNames(registration, out);
-  const std::size_t shown = all || out.size() <= mostRows ? out.size() : worstRows;
+  const std::size_t shown = all || out.size() <= maxRows ? out.size() : worstRows;
   std::size_t count = 0, row = 0;
   TextTable table({left, left, left});
   for (const auto& [key, points] : out) {

@@ -28,7 +28,7 @@ std::string draw(const picture::Request& request, const picture::Content& conten
   }
 }
 
-void tellUnits(picture::Content& content, const LengthFormat& lengths) {
+void setUnits(picture::Content& content, const LengthFormat& lengths) {
   content.lengthUnit = lengths.positionUnit();
   content.residualUnit = lengths.residualUnit();
   content.residualUnitsPerLength = lengths.residualsPerLength();
@@ -110,9 +110,9 @@ void addStations(picture::Content& content, const Registration& registration, co
       unknown.push_back(printable(group.name));
       continue;
     }
-    OdGePoint3d place;
-    place.p_transform(*group.motion());
-    content.stations.push_back({printable(group.name), found->second.color, place});
+    OdGePoint3d position;
+    position.p_transform(*group.motion());
+    content.stations.push_back({printable(group.name), found->second.color, position});
   }
   if (!content.stations.empty()) content.remarks.push_back("Triangles: stations, each at its system's origin.");
   if (!unknown.empty()) {
@@ -155,7 +155,7 @@ std::string storedPicture(const SessionState& state, const ShownPoints& shown, c
   content.title = fileName(title);
   content.subtitle = fmt::format("{} in {}, not registered: each group in a system of its own",
                                  plural(state.points.size(), "point"), plural(state.groups.size(), "group"));
-  tellUnits(content, lengths);
+  setUnits(content, lengths);
   for (const SessionGroup& group : state.groups) {
     const auto found = shown.groups.find(group.id);
     if (found == shown.groups.end()) continue;
@@ -169,7 +169,7 @@ std::string registeredPicture(const Registration& registration, const ShownPoint
   picture::Content content;
   content.title = registration.document.empty() ? counted(registration) : fileName(registration.document);
   content.subtitle = subtitle(registration, lengths);
-  tellUnits(content, lengths);
+  setUnits(content, lengths);
   addGroups(content, registration, shown.groups, lengths);
   addResiduals(content, registration, shown.groups, lengths);
   addWorst(content, registration, lengths);

@@ -20,7 +20,7 @@ double orderedValue(double badness) { return std::isnan(badness) ? std::numeric_
 std::vector<std::size_t> rowsToShow(const std::vector<double>& badness, bool all) {
   std::vector<std::size_t> rows(badness.size());
   std::iota(rows.begin(), rows.end(), std::size_t{0});
-  if (all || rows.size() <= mostRows) return rows;
+  if (all || rows.size() <= maxRows) return rows;
   std::stable_sort(rows.begin(), rows.end(),
                    [&](std::size_t a, std::size_t b) { return orderedValue(badness[a]) > orderedValue(badness[b]); });
   rows.resize(worstRows);

@@ -7,9 +7,9 @@
 
 namespace tiepoint::workbench {
 
-/// A table of more rows than `mostRows` shows its `worstRows` worst: what nobody reads hides what
+/// A table of more rows than `maxRows` shows its `worstRows` worst: what nobody reads hides what
 /// somebody should.
-inline constexpr std::size_t mostRows = 200;
+inline constexpr std::size_t maxRows = 200;
 inline constexpr std::size_t worstRows = 40;
 
 /// The rows to show, given how bad each one is: all in their order, or the worst of a long table, the

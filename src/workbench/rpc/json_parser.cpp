@@ -48,7 +48,7 @@ class JsonBuilder : public nlohmann::json_sax<Json> {
 
  private:
   bool add(Json value) {
-    place(std::move(value));
+    put(std::move(value));
     return true;
   }
 
@@ -56,7 +56,7 @@ class JsonBuilder : public nlohmann::json_sax<Json> {
     if (containers.size() == deepestNesting) {
       throw TooDeep("more than " + std::to_string(deepestNesting) + " levels of nesting");
     }
-    containers.push_back(&place(std::move(container)));
+    containers.push_back(&put(std::move(container)));
     return true;
   }
 
@@ -66,7 +66,7 @@ class JsonBuilder : public nlohmann::json_sax<Json> {
   }
 
   /// Puts the value where the text has it, and gives it there.
-  Json& place(Json value) {
+  Json& put(Json value) {
     if (containers.empty()) return root = std::move(value);
     Json& container = *containers.back();
     if (container.is_object()) return *memberToCome = std::move(value);

@@ -118,7 +118,7 @@ std::size_t DrivenSession::matchByCloseness(double tolerance) {
   return out.names.size();
 }
 
-bool DrivenSession::takeName(RefPointId point, RefPointId other) {
+bool DrivenSession::adoptName(RefPointId point, RefPointId other) {
   Answers out;
   GroupId group = 0;
   const std::string name = nameFromUtf8(pointOf(state(), other).name);

@@ -47,7 +47,7 @@ class DrivenSession {
   std::size_t matchByCloseness(double tolerance);
 
   /// Gives a point the name of another. False when its group has the name already.
-  bool takeName(ZOR::reg::RefPointId point, ZOR::reg::RefPointId other);
+  bool adoptName(ZOR::reg::RefPointId point, ZOR::reg::RefPointId other);
 
   /// All operations there are.
   MirroredSession& operations() { return session; }

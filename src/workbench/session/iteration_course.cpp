@@ -24,7 +24,7 @@ class Reader {
 
   /// A number that reaches to the next blank or tag.
   template <class Number>
-  bool takeNumber(Number& number) {
+  bool readNumber(Number& number) {
     const std::wstring_view wide = text.substr(0, text.find_first_of(L" <"));
     if (!std::all_of(wide.begin(), wide.end(), [](wchar_t c) { return c > L' ' && c <= L'~'; })) return false;
     const std::string digits(wide.begin(), wide.end());
@@ -45,10 +45,10 @@ std::optional<IterationCourse> iterationCourse(const std::wstring& resultsReport
   if (begin == std::wstring::npos) return std::nullopt;
   Reader reader(std::wstring_view(resultsReport).substr(begin + settings.size()));
   IterationCourse course;
-  const bool read = reader.take(L"<p>actual/preset number iterations: ") && reader.takeNumber(course.iterations) &&
-                    reader.take(L" / ") && reader.takeNumber(course.limit) && reader.take(L"</p>") &&
-                    reader.take(L"<p>actual/preset maximum discrepancy: ") && reader.takeNumber(course.movement) &&
-                    reader.take(L" / ") && reader.takeNumber(course.criterion) && reader.take(L"</p>");
+  const bool read = reader.take(L"<p>actual/preset number iterations: ") && reader.readNumber(course.iterations) &&
+                    reader.take(L" / ") && reader.readNumber(course.limit) && reader.take(L"</p>") &&
+                    reader.take(L"<p>actual/preset maximum discrepancy: ") && reader.readNumber(course.movement) &&
+                    reader.take(L" / ") && reader.readNumber(course.criterion) && reader.take(L"</p>");
   return read ? std::optional(course) : std::nullopt;
 }
 

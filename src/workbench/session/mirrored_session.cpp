@@ -10,10 +10,10 @@ using namespace ZOR::reg;
 namespace {
 
 /// An error is on its way already, and stays the one.
-template <class Take>
-void tryTo(Take take) {
+template <class Apply>
+void ignoringErrors(Apply apply) {
   try {
-    take();
+    apply();
   } catch (...) {
     return;
   }
@@ -21,30 +21,30 @@ void tryTo(Take take) {
 
 /// Passes a call on, and takes over what it has done when it wasn't refused. Only memory can run out
 /// before a session has done its part; any other error comes from the host, which is told at the end.
-template <class Call, class Take>
-bool passOn(Call call, Take take) {
+template <class Call, class Apply>
+bool passOn(Call call, Apply apply) {
   bool isDone = false;
   try {
     isDone = call();
   } catch (const std::bad_alloc&) {
     throw;
   } catch (...) {
-    tryTo(take);
+    ignoringErrors(apply);
     throw;
   }
-  if (isDone) take();
+  if (isDone) apply();
   return isDone;
 }
 
 /// The same for an operation that can't refuse.
-template <class Call, class Take>
-void passOnAlways(Call call, Take take) {
+template <class Call, class Apply>
+void passOnAlways(Call call, Apply apply) {
   passOn(
       [&] {
         call();
         return true;
       },
-      take);
+      apply);
 }
 
 }  // namespace
@@ -97,7 +97,7 @@ bool MirroredSession::getAvailableGroups(std::map<GroupId, std::string>& groups)
   // New groups bring new names, also when an error keeps the groups from being told.
   const bool wereOld = std::exchange(namesAreOld, true);
   const bool isDone = session->getAvailableGroups(groups);
-  const bool isNew = isDone && mirror.learnGroups(groups);
+  const bool isNew = isDone && mirror.addGroupNames(groups);
   namesAreOld = wereOld || isNew;
   return isDone;
 }
@@ -213,7 +213,7 @@ bool MirroredSession::renamePoint(RefPointId point, std::string newName, GroupId
   const bool isKnown = mirror.hasPoint(point);
   if (isKnown && namesAreOld) askNames();
   const bool wereOld = std::exchange(namesAreOld, true);
-  const auto take = [&] {
+  const auto apply = [&] {
     // Where it isn't sure who has a name, it isn't sure either whether it is dropped.
     const bool isSure = isKnown && mirror.state().unsureNames.empty();
     if (isKnown) mirror.renamePoint(point, newName);
@@ -221,7 +221,7 @@ bool MirroredSession::renamePoint(RefPointId point, std::string newName, GroupId
     namesAreOld = !isSure;
   };
   const bool isDone =
-      passOn([&] { return session->renamePoint(point, newName, group, inactiveGroups, inactivePoints); }, take);
+      passOn([&] { return session->renamePoint(point, newName, group, inactiveGroups, inactivePoints); }, apply);
   if (!isDone) namesAreOld = wereOld;
   return isDone;
 }

@@ -6,32 +6,32 @@
 namespace tiepoint::workbench {
 
 void PointIndex::grow(const std::vector<SessionPoint>& points) {
-  const std::size_t known = places.size();
-  places.reserve(points.size());
-  const bool wasEmpty = places.empty();
-  const auto before = wasEmpty ? 0 : places.back().first;
-  for (std::size_t i = known; i < points.size(); ++i) places.emplace_back(points[i].record.id, i);
-  const auto added = places.begin() + static_cast<std::ptrdiff_t>(known);
+  const std::size_t known = entries.size();
+  entries.reserve(points.size());
+  const bool wasEmpty = entries.empty();
+  const auto before = wasEmpty ? 0 : entries.back().first;
+  for (std::size_t i = known; i < points.size(); ++i) entries.emplace_back(points[i].record.id, i);
+  const auto added = entries.begin() + static_cast<std::ptrdiff_t>(known);
   // As a rule the points come in ascending ids, behind those that are there.
-  if (!std::is_sorted(added, places.end())) std::sort(added, places.end());
-  if (!wasEmpty && added != places.end() && added->first <= before) {
-    std::inplace_merge(places.begin(), added, places.end());
+  if (!std::is_sorted(added, entries.end())) std::sort(added, entries.end());
+  if (!wasEmpty && added != entries.end() && added->first <= before) {
+    std::inplace_merge(entries.begin(), added, entries.end());
   }
 }
 
 void PointIndex::rebuild(const std::vector<SessionPoint>& points) {
-  places.clear();
+  entries.clear();
   grow(points);
 }
 
-std::size_t PointIndex::placeOf(ZOR::reg::RefPointId id) const {
-  if (places.empty() || id < places.front().first) return none;
-  // Where no id is missing, the way from the first one is the place.
-  const std::uint64_t distance = id - places.front().first;
-  if (distance < places.size() && places[distance].first == id) return places[distance].second;
-  const auto found = std::lower_bound(places.begin(), places.end(), id,
+std::size_t PointIndex::indexOf(ZOR::reg::RefPointId id) const {
+  if (entries.empty() || id < entries.front().first) return none;
+  // Where no id is missing, the distance from the first one is the index.
+  const std::uint64_t distance = id - entries.front().first;
+  if (distance < entries.size() && entries[distance].first == id) return entries[distance].second;
+  const auto found = std::lower_bound(entries.begin(), entries.end(), id,
                                       [](const auto& entry, auto wanted) { return entry.first < wanted; });
-  return found == places.end() || found->first != id ? none : found->second;
+  return found == entries.end() || found->first != id ? none : found->second;
 }
 
 void ToldIds::add(const std::set<std::uint64_t>& more) {

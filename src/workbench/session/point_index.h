@@ -1,4 +1,4 @@
-// From ids of points to their places in a list.
+// From ids of points to their indices in a list.
 #pragma once
 
 #include <cstddef>
@@ -20,11 +20,11 @@ class PointIndex {
   void rebuild(const std::vector<SessionPoint>& points);
 
   /// `none` for an id that the list lacks.
-  std::size_t placeOf(ZOR::reg::RefPointId id) const;
+  std::size_t indexOf(ZOR::reg::RefPointId id) const;
 
  private:
   /// Ascending by id.
-  std::vector<std::pair<ZOR::reg::RefPointId, std::size_t>> places;
+  std::vector<std::pair<ZOR::reg::RefPointId, std::size_t>> entries;
 };
 
 /// A set of ids that is told whole, again and again.

@@ -19,7 +19,7 @@ namespace {
 /// times a mistake is likelier than chance.
 constexpr double standsOutBeyond = 4.0;
 /// Fewer values have no median worth the name.
-constexpr std::size_t fewestForMedian = 6;
+constexpr std::size_t minForMedian = 6;
 /// Of what the points span: 0.6 micrometres in 60 m. No instrument tells so little; what a survey without
 /// noise leaves is the rounding of its numbers, and no point of it is worth a look.
 constexpr double finestShare = 1e-8;
@@ -156,7 +156,7 @@ void findLargest(Results& results) {
   }
   if (!largest || *points[*largest].discrepancy <= finestShare * spanOf(points)) return;
   results.largest = largest;
-  if (values.size() < fewestForMedian) return;
+  if (values.size() < minForMedian) return;
   const double median = medianOf(values);
   const double worst = *points[*largest].discrepancy;
   if (median > 0.0 && worst > standsOutBeyond * median) results.outlier = {*largest, worst / median};

@@ -15,13 +15,13 @@ ScratchDocument::ScratchDocument(Workbench& workbench_)
     : workbench(workbench_), former(activeNumber(workbench_)), own(workbench_.openTemporaryDocument().number()) {}
 
 ScratchDocument::~ScratchDocument() {
-  giveBack();
+  reactivateFormer();
   workbench.closeDocument(own);
 }
 
 OdDbDatabasePtr ScratchDocument::database() const { return workbench.requireDocument(own).database(); }
 
-void ScratchDocument::giveBack() const {
+void ScratchDocument::reactivateFormer() const {
   if (former) workbench.activateDocument(*former);
 }
 

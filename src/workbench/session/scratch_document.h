@@ -18,7 +18,7 @@ class ScratchDocument {
 
   OdDbDatabasePtr database() const;
   /// Makes the former drawing the active one already; the scratch drawing still stands.
-  void giveBack() const;
+  void reactivateFormer() const;
 
  private:
   Workbench& workbench;

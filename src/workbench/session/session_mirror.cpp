@@ -25,21 +25,21 @@ std::vector<PointName> entriesOf(const std::list<NamedId>& names, std::size_t kn
 }  // namespace
 
 SessionPoint* SessionMirror::find(RefPointId id) {
-  const std::size_t place = index.placeOf(id);
-  return place == PointIndex::none ? nullptr : &current.points[place];
+  const std::size_t found = index.indexOf(id);
+  return found == PointIndex::none ? nullptr : &current.points[found];
 }
 
 /// Makes it known when it isn't.
 SessionGroup& SessionMirror::groupOf(GroupId id) {
-  const auto place = std::lower_bound(current.groups.begin(), current.groups.end(), id,
+  const auto found = std::lower_bound(current.groups.begin(), current.groups.end(), id,
                                       [](const SessionGroup& group, GroupId wanted) { return group.id < wanted; });
-  if (place != current.groups.end() && place->id == id) return *place;
+  if (found != current.groups.end() && found->id == id) return *found;
   SessionGroup group;
   group.id = id;
-  return *current.groups.insert(place, group);
+  return *current.groups.insert(found, group);
 }
 
-bool SessionMirror::learnGroups(const std::map<GroupId, std::string>& groups) {
+bool SessionMirror::addGroupNames(const std::map<GroupId, std::string>& groups) {
   const std::size_t known = current.groups.size();
   for (const auto& [id, name] : groups) groupOf(id).name = utf8FromName(name);
   return current.groups.size() > known;
@@ -124,7 +124,7 @@ void SessionMirror::showName(SessionPoint& point) {
   point.name = name ? *name : std::string();
 }
 
-void SessionMirror::nameTheNameless() {
+void SessionMirror::nameUnnamed() {
   if (!mayHoldNameless) return;
   mayHoldNameless = false;
   for (SessionPoint& point : current.points) {
@@ -134,7 +134,7 @@ void SessionMirror::nameTheNameless() {
 
 void SessionMirror::setNames(const std::list<NamedId>& names) {
   current.names = NameTable(entriesOf(names));
-  nameTheNameless();
+  nameUnnamed();
 }
 
 void SessionMirror::renameGroup(GroupId group, const std::string& newName) {
@@ -150,7 +150,7 @@ void SessionMirror::renamePoint(RefPointId id, const std::string& newName) {
   } else {
     point.record.commonId = current.names.freeId();
     current.names.append(point.record.commonId, name);
-    nameTheNameless();
+    nameUnnamed();
   }
   point.record.named = newName != unidentifiedName;
   showName(point);
@@ -172,14 +172,14 @@ void SessionMirror::assignNames(const std::map<RefPointId, std::string>& assigne
 
   for (const PointName& entry : made) current.names.append(entry.id, entry.name);
   for (const auto& [id, text] : texts) {
-    if (SessionPoint* point = find(id)) takeName(*point, text, ids.of(text), automatic);
+    if (SessionPoint* point = find(id)) assignName(*point, text, ids.of(text), automatic);
   }
-  nameTheNameless();
+  nameUnnamed();
 }
 
 /// Who joins a name of the user's is the user's, who joins an automatic one stays automatic.
-void SessionMirror::takeName(SessionPoint& point, const std::string& name, const std::optional<AssignedId>& assigned,
-                             const CommonPointIdSet& automatic) {
+void SessionMirror::assignName(SessionPoint& point, const std::string& name, const std::optional<AssignedId>& assigned,
+                               const CommonPointIdSet& automatic) {
   point.name = name;
   point.record.named = true;
   if (assigned) {

@@ -20,12 +20,12 @@ namespace tiepoint::workbench {
 class SessionMirror {
  public:
   const SessionState& state() const { return current; }
-  bool hasPoint(ZOR::reg::RefPointId id) const { return index.placeOf(id) != PointIndex::none; }
+  bool hasPoint(ZOR::reg::RefPointId id) const { return index.indexOf(id) != PointIndex::none; }
 
   // --- Membership.
 
   /// Groups that the session knows. True when one of them is new.
-  bool learnGroups(const std::map<ZOR::reg::GroupId, std::string>& groups);
+  bool addGroupNames(const std::map<ZOR::reg::GroupId, std::string>& groups);
   void addPoints(const std::list<ZOR::reg::RefPoint>& added);
   void removePoints(const ZOR::reg::RefPointIdSet& removed);
   void show(const ZOR::reg::GroupIdSet& groups);
@@ -73,9 +73,9 @@ class SessionMirror {
   SessionGroup& groupOf(ZOR::reg::GroupId id);
   void countGroups();
   void showName(SessionPoint& point);
-  void nameTheNameless();
-  void takeName(SessionPoint& point, const std::string& name, const std::optional<AssignedId>& assigned,
-                const ZOR::reg::CommonPointIdSet& automatic);
+  void nameUnnamed();
+  void assignName(SessionPoint& point, const std::string& name, const std::optional<AssignedId>& assigned,
+                  const ZOR::reg::CommonPointIdSet& automatic);
   ZOR::reg::GroupIdSet movingGroups() const;
   bool hasActiveBase() const;
 

@@ -56,8 +56,8 @@ void scaleMarkers(Workbench& workbench, double area) {
   if (count == 0) return;
   // Larger pictures are larger all over, not finer.
   const double reach = reachShare * std::sqrt(std::min(plainArea, area) * drawingShare / static_cast<double>(count));
-  workbench.profile().offer(registrationSection, "SizeLabel",
-                            static_cast<int>(std::clamp(reach, smallestReach, largestReach)));
+  workbench.profile().setDefault(registrationSection, "SizeLabel",
+                                 static_cast<int>(std::clamp(reach, smallestReach, largestReach)));
 }
 
 }  // namespace tiepoint::workbench

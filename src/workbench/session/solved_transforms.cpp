@@ -45,7 +45,7 @@ SolvedTransforms readBack(Workbench& workbench, iMultiRegistrator& session, cons
   }
   solved.targets = storedTargets(*scratch.database());
   // The session lets go of the probes before their drawing goes.
-  scratch.giveBack();
+  scratch.reactivateFormer();
   session.getPointClouds(clouds);
   return solved;
 }

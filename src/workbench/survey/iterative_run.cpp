@@ -25,15 +25,15 @@ Limits limitsOf(DrivenSession& session, const RegistrationRequest& request) {
 
 std::size_t groupCount(const LinkReport& links) {
   std::size_t count = 0;
-  for (const Part& part : links.parts) count += part.groups.size();
+  for (const Component& component : links.components) count += component.groups.size();
   return count;
 }
 
 Finding findParts(const SessionState& state, const LinkReport& links) {
   Finding finding{FindingKind::notConnected};
-  for (const Part& part : links.parts) {
-    std::vector<std::string>& names = finding.parts.emplace_back();
-    for (const GroupId group : part.groups) names.push_back(state.group(group).name);
+  for (const Component& component : links.components) {
+    std::vector<std::string>& names = finding.components.emplace_back();
+    for (const GroupId group : component.groups) names.push_back(state.group(group).name);
   }
   return finding;
 }
@@ -60,7 +60,7 @@ IterativeRun runIterative(DrivenSession& session, const RegistrationRequest& req
   IterativeRun run;
   const LinkReport links = activeLinks(session.state());
   if (groupCount(links) < 2) return run;
-  if (links.parts.size() > 1) {
+  if (links.components.size() > 1) {
     findings.add(findParts(session.state(), links));
     run.links = links;
   }

@@ -100,7 +100,7 @@ bool hasDecimalComma(const std::string& line) {
   return comma && std::any_of(line.begin(), line.end(), [](char c) { return isSpace(c) || c == ';'; });
 }
 
-void takeFaultOfFields(LineFault& fault, const std::string& line, const LayoutInfo& layout) {
+void describeFieldFault(LineFault& fault, const std::string& line, const LayoutInfo& layout) {
   const std::vector<std::string> fields = fieldsOf(line);
   fault.fields = fields.size();
   if (fields.size() != layout.fieldCount) {
@@ -139,7 +139,7 @@ LineFault lineFault(const std::string& line, Layout layout) {
     fault.kind = LineFaultKind::trailingMark;
     fault.found = *last;
   } else {
-    takeFaultOfFields(fault, line, info);
+    describeFieldFault(fault, line, info);
   }
   return fault;
 }

@@ -24,10 +24,10 @@ bool isInput(const Replacing& replacing, const std::string& path) {
 }
 
 /// One text for all ways to write a path; of a file that isn't there, its folder's.
-std::string placeOf(const std::string& utf8) {
+std::string canonicalPath(const std::string& utf8) {
   boost::system::error_code error;
-  const fs::path place = fs::weakly_canonical(fs::absolute(pathOf(utf8)), error);
-  return error ? utf8 : place.generic_string();
+  const fs::path canonical = fs::weakly_canonical(fs::absolute(pathOf(utf8)), error);
+  return error ? utf8 : canonical.generic_string();
 }
 
 [[noreturn]] void refuse(RefusalKind kind, const OutputTarget& target) {
@@ -65,7 +65,7 @@ void requireNotRead(const Replacing& replacing, const OutputTarget& target) {
 void requireDifferent(const std::vector<OutputTarget>& targets) {
   std::map<std::string, const OutputTarget*> targetOf;
   for (const OutputTarget& target : targets) {
-    const auto [known, isNew] = targetOf.emplace(placeOf(target.path), &target);
+    const auto [known, isNew] = targetOf.emplace(canonicalPath(target.path), &target);
     if (isNew) continue;
     Refusal refusal{RefusalKind::sameTarget, known->second->field, target.path};
     refusal.otherField = target.field;

@@ -37,7 +37,7 @@ void findLeftOut(const SessionState& state, Findings& findings) {
   }
 }
 
-void findTroubles(const SessionState& state, Findings& findings) {
+void findMismatches(const SessionState& state, Findings& findings) {
   findLeftOut(state, findings);
   for (Finding& finding : groupTroubles(state)) findings.add(std::move(finding));
   for (Finding& finding : mismatches(state)) findings.add(std::move(finding));
@@ -49,7 +49,7 @@ void requireRigid(const SessionState& state, const SolvedTransforms& solved) {
   }
 }
 
-void takeRows(Outcomes rows, Registration& registration) {
+void moveRows(Outcomes rows, Registration& registration) {
   registration.groups = std::move(rows.groups);
   registration.points = std::move(rows.points);
 }
@@ -77,7 +77,7 @@ void describe(Workbench& workbench, DrivenSession& session, Registration& regist
   requireRigid(session.state(), solved);
   Results results = describeResults(session.state(), solved);
   if (registration.iterations && !registration.iterations->converged()) dropPassingFigures(results);
-  takeRows(std::move(results.rows), registration);
+  moveRows(std::move(results.rows), registration);
   for (GroupOutcome& group : registration.groups) {
     group.originIsAmongPoints = originIsAmongItsPoints(session.state(), group.id);
   }
@@ -88,7 +88,7 @@ void describe(Workbench& workbench, DrivenSession& session, Registration& regist
 void conclude(Workbench& workbench, DrivenSession& session, Solve solved, Registration& registration,
               Findings& findings, Progress& progress) {
   const SessionState& state = session.state();
-  takeRows(outcomesOf(state), registration);
+  moveRows(outcomesOf(state), registration);
   registration.usesBase = std::any_of(state.points.begin(), state.points.end(), [](const SessionPoint& point) {
     return point.record.active && point.record.inBase;
   });
@@ -103,7 +103,7 @@ void conclude(Workbench& workbench, DrivenSession& session, Solve solved, Regist
       registration.outcome = NotConnected();
       break;
     case Solve::registered:
-      findTroubles(state, findings);
+      findMismatches(state, findings);
       describe(workbench, session, registration, progress);
       return;
   }
@@ -143,8 +143,8 @@ class TakenIn {
   bool madeDrawing = false;
 };
 
-std::unique_ptr<OpenSurvey> solveTakenIn(Workbench& workbench, const ResolvedRequest& resolved,
-                                         const ImportReport& import, Findings& findings, Progress& progress) {
+std::unique_ptr<OpenSurvey> solveImported(Workbench& workbench, const ResolvedRequest& resolved,
+                                          const ImportReport& import, Findings& findings, Progress& progress) {
   const RegistrationRequest& request = resolved.request;
   if (request.outputs.pictureArea > 0.0) scaleMarkers(workbench, request.outputs.pictureArea);
   auto survey = std::make_unique<OpenSurvey>(workbench.newSession());
@@ -169,7 +169,7 @@ std::unique_ptr<OpenSurvey> registerSurvey(Workbench& workbench, const ResolvedR
                                            Progress& progress) {
   TakenIn files(workbench, resolved, findings);
   try {
-    return solveTakenIn(workbench, resolved, files.import(), findings, progress);
+    return solveImported(workbench, resolved, files.import(), findings, progress);
   } catch (const Refused& refused) {
     if (refusalClass(refused.refusal().kind) == RefusalClass::usage) files.undo();
     throw;

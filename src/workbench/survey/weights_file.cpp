@@ -13,7 +13,7 @@ namespace {
 constexpr const char* separators = " \t,;\r";
 
 /// Cuts the last field off the line; empty when there is none.
-std::string takeLastField(std::string& line) {
+std::string cutLastField(std::string& line) {
   line.erase(line.find_last_not_of(separators) + 1);
   const std::size_t before = line.find_last_of(separators);
   std::string field = before == std::string::npos ? line : line.substr(before + 1);
@@ -26,8 +26,8 @@ std::optional<WeightChoice> weightOfLine(std::string line, const std::string& pa
   line.erase(std::min(line.find('#'), line.size()));
   line.erase(0, std::min(line.find_first_not_of(separators), line.size()));
   if (line.empty()) return std::nullopt;
-  const std::optional<double> weight = weightOfText(takeLastField(line));
-  const std::string point = takeLastField(line);
+  const std::optional<double> weight = weightOfText(cutLastField(line));
+  const std::string point = cutLastField(line);
   if (line.empty() || point.empty() || !weight) {
     Refusal refusal{RefusalKind::weightsLine, Field::weightsFile, path};
     refusal.count = number;

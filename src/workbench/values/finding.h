@@ -78,7 +78,7 @@ struct Finding {
   std::uint64_t count = 0;
   std::uint64_t atLeast = 0;
   /// Of groups that aren't connected, those that are.
-  std::vector<std::vector<std::string>> parts = {};
+  std::vector<std::vector<std::string>> components = {};
   std::optional<LineFault> fault = std::nullopt;
 };
 

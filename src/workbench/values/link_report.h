@@ -1,4 +1,4 @@
-// Which groups hang together, and what the others lack.
+// Which groups are connected, and what the others lack.
 #pragma once
 
 #include <cstddef>
@@ -14,14 +14,14 @@ namespace tiepoint::workbench {
 /// How many common names link two groups.
 inline constexpr std::size_t namesThatLink = 3;
 
-/// Groups that hang together: a cluster of the session, or one group that is in none.
-struct Part {
+/// Groups that are connected: a cluster of the session, or one group that is in none.
+struct Component {
   std::optional<std::uint64_t> cluster;
   /// Several base groups count as one.
   std::vector<ZOR::reg::GroupId> groups;
 };
 
-/// The names that two parts share.
+/// The names that two components share.
 struct Link {
   std::size_t first = 0;
   std::size_t second = 0;
@@ -31,8 +31,8 @@ struct Link {
 
 struct LinkReport {
   /// Clusters by number, then the groups that are in none.
-  std::vector<Part> parts;
-  /// The pairs of parts that share a name, the most names first.
+  std::vector<Component> components;
+  /// The pairs of components that share a name, the most names first.
   std::vector<Link> links;
 };
 

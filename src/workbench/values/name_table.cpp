@@ -37,7 +37,7 @@ void NameTable::eraseFirst(CommonPointId id) {
   const auto found = firstOf.find(id);
   if (found == firstOf.end()) return;
   list.erase(list.begin() + static_cast<std::ptrdiff_t>(found->second));
-  // The places behind the gap have moved.
+  // The indices behind the gap have moved.
   *this = NameTable(std::move(list));
 }
 

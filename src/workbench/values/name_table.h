@@ -38,7 +38,7 @@ class NameTable {
 
  private:
   std::vector<PointName> list;
-  /// From an id to the place of its first entry.
+  /// From an id to the index of its first entry.
   std::unordered_map<ZOR::reg::CommonPointId, std::size_t> firstOf;
 };
 

@@ -25,7 +25,7 @@ class TransientService::Node : public OdGsCache, public std::enable_shared_from_
   void setDrawableNull() override;
 
  private:
-  void hangOn(OdGiDrawable& candidate);
+  void attachTo(OdGiDrawable& candidate);
 
   /// Null when the node doesn't hang there: then nobody tells when the drawable goes.
   OdGiDrawable* drawable = nullptr;
@@ -35,11 +35,11 @@ class TransientService::Node : public OdGsCache, public std::enable_shared_from_
 std::shared_ptr<TransientService::Node> TransientService::Node::on(OdGiDrawable& drawable) {
   if (auto* node = dynamic_cast<Node*>(drawable.gsNode())) return node->shared_from_this();
   auto node = std::make_shared<Node>();
-  node->hangOn(drawable);
+  node->attachTo(drawable);
   return node;
 }
 
-void TransientService::Node::hangOn(OdGiDrawable& candidate) {
+void TransientService::Node::attachTo(OdGiDrawable& candidate) {
   // The node of another graphics system stays, and a drawable may keep none.
   if (candidate.gsNode()) return;
   candidate.setGsNode(this);
@@ -89,19 +89,19 @@ void TransientService::applyView(HostView*, int) {}
 
 View& TransientService::addView() { return cameras.emplace_back(); }
 
-void TransientService::activate(View& view) { active = &*placeOf(view); }
+void TransientService::activate(View& view) { active = &*find(view); }
 
 void TransientService::removeView(View& view) {
-  const auto place = placeOf(view);
-  const bool wasActive = active == &*place;
-  cameras.erase(place);
+  const auto found = find(view);
+  const bool wasActive = active == &*found;
+  cameras.erase(found);
   if (wasActive) active = cameras.empty() ? nullptr : &cameras.back();
 }
 
-std::list<View>::iterator TransientService::placeOf(const View& view) {
-  const auto place = std::find_if(cameras.begin(), cameras.end(), [&](const View& v) { return &v == &view; });
-  if (place == cameras.end()) throw std::invalid_argument("This is no view of the document");
-  return place;
+std::list<View>::iterator TransientService::find(const View& view) {
+  const auto found = std::find_if(cameras.begin(), cameras.end(), [&](const View& v) { return &v == &view; });
+  if (found == cameras.end()) throw std::invalid_argument("This is no view of the document");
+  return found;
 }
 
 TransientEntry* TransientService::find(const OdGiDrawable* drawable) {

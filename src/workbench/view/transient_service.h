@@ -58,7 +58,7 @@ class TransientService : public HostTransientService {
   TransientEntry* find(const OdGiDrawable* drawable);
   void forget(const OdGiDrawable* drawable);
 
-  std::list<View>::iterator placeOf(const View& view);
+  std::list<View>::iterator find(const View& view);
 
   std::list<View> cameras{1};
   /// Null when there is no view.

@@ -11,7 +11,7 @@ namespace {
 
 /// Sine of the smallest angle between the up vector and the direction of view: below it the x axis
 /// would keep less than half of its digits.
-constexpr double leastSineOfUp = 1e-8;
+constexpr double minSineOfUp = 1e-8;
 
 struct Axes {
   OdGeVector3d x;
@@ -54,7 +54,7 @@ std::optional<OdGeVector3d> xAxisOf(const OdGeVector3d& up, const OdGeVector3d& 
   const std::optional<OdGeVector3d> unitUp = normalised(up);
   if (!unitUp) return std::nullopt;
   const OdGeVector3d right = cross(*unitUp, z);
-  if (dot(right, right) < leastSineOfUp * leastSineOfUp) return std::nullopt;
+  if (dot(right, right) < minSineOfUp * minSineOfUp) return std::nullopt;
   return normalised(right);
 }
 

@@ -91,10 +91,10 @@ TEST_F(OdDbDatabaseTest, RefusesAnObjectWhoseDatabaseHasBeenClosed) {
 }
 
 TEST_F(OdDbDatabaseTest, WhicheverAllocationFailsAnObjectIsTakenInOrLeftAlone) {
-  constexpr std::uint64_t mostAllocations = 100;
+  constexpr std::uint64_t maxAllocations = 100;
   database->startTransaction();
   std::uint64_t failing = 0;
-  for (bool wentThrough = false; !wentThrough && failing < mostAllocations; ++failing) {
+  for (bool wentThrough = false; !wentThrough && failing < maxAllocations; ++failing) {
     const NumberObjectPtr object(new NumberObject(1));
     odrxFailAllocationsAfter(failing);
     try {
@@ -108,7 +108,7 @@ TEST_F(OdDbDatabaseTest, WhicheverAllocationFailsAnObjectIsTakenInOrLeftAlone) {
     ASSERT_EQ(database->objectAt(2), wentThrough ? object.get() : nullptr) << failing;
   }
   EXPECT_GT(failing, 2u);
-  EXPECT_LT(failing, mostAllocations);
+  EXPECT_LT(failing, maxAllocations);
 }
 
 TEST_F(OdDbDatabaseTest, ObjectAtGivesNullForAFreeHandle) { EXPECT_EQ(database->objectAt(77), nullptr); }
@@ -414,9 +414,9 @@ TEST_F(FiledDatabase, WhicheverAllocationFailsAnAbortLeavesTheDrawingAsItWas) {
   database->endTransaction();
 
   // More than the script below allocates; the loop ends when it goes through.
-  constexpr std::uint64_t mostAllocations = 1000;
+  constexpr std::uint64_t maxAllocations = 1000;
   std::uint64_t failing = 0;
-  for (bool wentThrough = false; !wentThrough && failing < mostAllocations; ++failing) {
+  for (bool wentThrough = false; !wentThrough && failing < maxAllocations; ++failing) {
     odrxFailAllocationsAfter(failing);
     try {
       database->startTransaction();
@@ -442,5 +442,5 @@ TEST_F(FiledDatabase, WhicheverAllocationFailsAnAbortLeavesTheDrawingAsItWas) {
     ASSERT_TRUE(dictionary->removedSequences().empty()) << failing;
   }
   EXPECT_GT(failing, 10u);
-  EXPECT_LT(failing, mostAllocations);
+  EXPECT_LT(failing, maxAllocations);
 }

@@ -13,10 +13,10 @@ TEST(DescribeLinks, TwoGroupsWithTwoCommonNamesAreTwoPartsThatLackOne) {
   StateBuilder b;
   b.group("A").points({"P1", "P2", "Q"}).group("B").points({"P2", "P1", "R"}).allInactive();
   const LinkReport report = describeLinks(b.state, {});
-  ASSERT_EQ(report.parts.size(), 2u);
-  EXPECT_FALSE(report.parts[0].cluster);
-  EXPECT_THAT(report.parts[0].groups, ElementsAre(0));
-  EXPECT_THAT(report.parts[1].groups, ElementsAre(1));
+  ASSERT_EQ(report.components.size(), 2u);
+  EXPECT_FALSE(report.components[0].cluster);
+  EXPECT_THAT(report.components[0].groups, ElementsAre(0));
+  EXPECT_THAT(report.components[1].groups, ElementsAre(1));
   ASSERT_EQ(report.links.size(), 1u);
   EXPECT_EQ(report.links[0].first, 0u);
   EXPECT_EQ(report.links[0].second, 1u);
@@ -27,9 +27,9 @@ TEST(DescribeLinks, AClusterSharesTheNamesOfAllItsGroups) {
   StateBuilder b;
   b.group("A").points({"P1", "P2", "P3", "X"}).group("B").points({"P1", "P2", "P3", "Y"}).group("C").points({"X", "Y"});
   const LinkReport report = describeLinks(b.state, {{0, {0, 1}}});
-  ASSERT_EQ(report.parts.size(), 2u);
-  EXPECT_EQ(report.parts[0].cluster, 0u);
-  EXPECT_THAT(report.parts[0].groups, ElementsAre(0, 1));
+  ASSERT_EQ(report.components.size(), 2u);
+  EXPECT_EQ(report.components[0].cluster, 0u);
+  EXPECT_THAT(report.components[0].groups, ElementsAre(0, 1));
   ASSERT_EQ(report.links.size(), 1u);
   EXPECT_THAT(report.links[0].names, ElementsAre("X", "Y"));
 }
@@ -54,7 +54,7 @@ TEST(DescribeLinks, ExcludedPointsShareNothingAndAnExcludedGroupIsNoPart) {
   b.group("A").points({"P1", "P2"}).group("B").points({"P1", "P2"}).last().included = false;
   b.group("C").point("P1").last().included = false;
   const LinkReport report = describeLinks(b.state, {});
-  ASSERT_EQ(report.parts.size(), 2u);
+  ASSERT_EQ(report.components.size(), 2u);
   EXPECT_THAT(report.links.at(0).names, ElementsAre("P1"));
 }
 
@@ -62,9 +62,9 @@ TEST(DescribeLinks, SeveralBaseGroupsAreOnePart) {
   StateBuilder b;
   b.group("Base1", true).points({"P1"}).group("A").points({"P1", "P2"}).group("Base2", true).points({"P2"});
   const LinkReport report = describeLinks(b.state, {});
-  ASSERT_EQ(report.parts.size(), 2u);
-  EXPECT_THAT(report.parts[0].groups, ElementsAre(0, 2));
-  EXPECT_THAT(report.parts[1].groups, ElementsAre(1));
+  ASSERT_EQ(report.components.size(), 2u);
+  EXPECT_THAT(report.components[0].groups, ElementsAre(0, 2));
+  EXPECT_THAT(report.components[1].groups, ElementsAre(1));
   EXPECT_THAT(report.links.at(0).names, ElementsAre("P1", "P2"));
 }
 

@@ -21,8 +21,8 @@ using tiepoint::testing::arbitraryBetween;
 constexpr double rounding = 1e-5;
 const std::map<ZOR::reg::GroupId, OdGeMatrix3d> unmoved{{0, {}}, {1, {}}, {2, {}}};
 
-NearestPoints nearestIn(const SessionState& state, double widest) {
-  return nearestPoints(placedPoints(state, unmoved), widest);
+NearestPoints nearestIn(const SessionState& state, double maxDistance) {
+  return nearestPoints(placedPoints(state, unmoved), maxDistance);
 }
 
 TEST(NearestPoints, TellsHowFarAPointWithoutANameIsFromAnyOther) {
@@ -72,15 +72,15 @@ SessionState crowdedSurvey() {
   return survey.state;
 }
 
-NearestPoints plainNearest(const SessionState& state, double widest) {
+NearestPoints plainNearest(const SessionState& state, double maxDistance) {
   const std::vector<PlacedPoint> placed = placedPoints(state, unmoved);
-  NearestPoints nearest{widest, widest};
+  NearestPoints nearest{maxDistance, maxDistance};
   for (auto a = placed.begin(); a != placed.end(); ++a) {
     for (auto b = placed.begin(); b != a; ++b) {
       const bool bothNamed = a->point->record.named && b->point->record.named;
       if (bothNamed && a->point->record.commonId == b->point->record.commonId) continue;
       double& smallest = bothNamed ? nearest.betweenNames : nearest.toUnnamed;
-      smallest = std::min(smallest, (a->place - b->place).norm());
+      smallest = std::min(smallest, (a->position - b->position).norm());
     }
   }
   return nearest;
@@ -88,8 +88,8 @@ NearestPoints plainNearest(const SessionState& state, double widest) {
 
 RC_GTEST_PROP(NearestPoints, AreThoseOfAllPairs, ()) {
   const SessionState state = crowdedSurvey();
-  const double widest = *rc::gen::element(0.25, 0.7, 3.0, 100.0);
-  const NearestPoints nearest = nearestIn(state, widest), plain = plainNearest(state, widest);
+  const double maxDistance = *rc::gen::element(0.25, 0.7, 3.0, 100.0);
+  const NearestPoints nearest = nearestIn(state, maxDistance), plain = plainNearest(state, maxDistance);
   RC_ASSERT(nearest.toUnnamed <= plain.toUnnamed && nearest.toUnnamed >= plain.toUnnamed - rounding);
   RC_ASSERT(nearest.betweenNames <= plain.betweenNames && nearest.betweenNames >= plain.betweenNames - rounding);
 }

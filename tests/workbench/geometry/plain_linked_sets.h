@@ -11,21 +11,21 @@
 
 namespace tiepoint::testing {
 
-struct PlainPart {
-  std::set<std::size_t> places;
+struct PlainComponent {
+  std::set<std::size_t> indices;
   std::set<std::string> names;
 };
 
-inline bool joinTwoLinked(std::vector<PlainPart>& parts, std::size_t least) {
-  for (auto a = parts.begin(); a != parts.end(); ++a) {
-    for (auto b = std::next(a); b != parts.end(); ++b) {
+inline bool joinTwoLinked(std::vector<PlainComponent>& components, std::size_t least) {
+  for (auto a = components.begin(); a != components.end(); ++a) {
+    for (auto b = std::next(a); b != components.end(); ++b) {
       std::vector<std::string> common;
       std::set_intersection(a->names.begin(), a->names.end(), b->names.begin(), b->names.end(),
                             std::back_inserter(common));
       if (common.size() < least) continue;
-      a->places.insert(b->places.begin(), b->places.end());
+      a->indices.insert(b->indices.begin(), b->indices.end());
       a->names.insert(b->names.begin(), b->names.end());
-      parts.erase(b);
+      components.erase(b);
       return true;
     }
   }
@@ -34,13 +34,14 @@ inline bool joinTwoLinked(std::vector<PlainPart>& parts, std::size_t least) {
 
 inline std::vector<std::vector<std::size_t>> plainLinkedSets(const std::vector<std::set<std::string>>& sets,
                                                              std::size_t least) {
-  std::vector<PlainPart> parts;
-  for (const auto& names : sets) parts.push_back({{parts.size()}, names});
-  while (joinTwoLinked(parts, least)) {
+  std::vector<PlainComponent> components;
+  for (const auto& names : sets) components.push_back({{components.size()}, names});
+  while (joinTwoLinked(components, least)) {
   }
-  std::vector<std::vector<std::size_t>> places;
-  for (const PlainPart& part : parts) places.emplace_back(part.places.begin(), part.places.end());
-  return places;
+  std::vector<std::vector<std::size_t>> indices;
+  for (const PlainComponent& component : components)
+    indices.emplace_back(component.indices.begin(), component.indices.end());
+  return indices;
 }
 
 }  // namespace tiepoint::testing

@@ -14,7 +14,7 @@ using Ids = std::vector<ZOR::reg::RefPointId>;
 
 Ids idsOf(const SessionState& state, const Station& station) {
   Ids ids;
-  for (const std::size_t place : station.places) ids.push_back(state.points[place].record.id);
+  for (const std::size_t index : station.indices) ids.push_back(state.points[index].record.id);
   return ids;
 }
 
@@ -30,7 +30,7 @@ TEST(StationsOf, HoldThePointsToUse) {
   ASSERT_EQ(stations.size(), 2u);
   EXPECT_EQ(idsOf(survey.state, stations.at(0)), (Ids{0, 3}));
   EXPECT_EQ(stations.at(0).shape.points[1], Eigen::Vector3d(0, 4, 0));
-  EXPECT_EQ(stations.at(0).placeInShape.at(3), 1u);
+  EXPECT_EQ(stations.at(0).indexInShape.at(3), 1u);
   EXPECT_EQ(idsOf(survey.state, stations.at(1)), (Ids{4}));
 }
 

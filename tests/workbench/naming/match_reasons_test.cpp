@@ -110,13 +110,13 @@ TEST(WhyNoTriangles, AContradictionNamesTheGroupsInWhichTheLayoutRepeats) {
 Finding closeness(const StateBuilder& builder, double tolerance) {
   std::map<ZOR::reg::GroupId, OdGeMatrix3d> toCommon;
   for (const SessionGroup& group : builder.state.groups) toCommon.emplace(group.id, OdGeMatrix3d());
-  return whyNothingClose(builder.state, toCommon, tolerance);
+  return reasonNothingClose(builder.state, toCommon, tolerance);
 }
 
 TEST(WhyNothingClose, NoGroupIsRegistered) {
   StateBuilder survey;
   addStation(survey, "A", scalene);
-  EXPECT_EQ(keyOf(whyNothingClose(survey.state, {}, 0.1)), "not-solved");
+  EXPECT_EQ(keyOf(reasonNothingClose(survey.state, {}, 0.1)), "not-solved");
 }
 
 TEST(WhyNothingClose, EveryPointHasANameOfTheFiles) {

@@ -19,16 +19,16 @@ TEST(Box, HoldsWhatLiesWithinItsRim) {
   const Box box{0, 0, 10, 10};
   EXPECT_TRUE(contains(box, Box{0, 0, 10, 10}));
   EXPECT_FALSE(contains(box, Box{0, 0, 10.5, 10}));
-  EXPECT_TRUE(contains(box, Spot{10, 0}));
-  EXPECT_FALSE(contains(box, Spot{5, -1}));
+  EXPECT_TRUE(contains(box, PagePoint{10, 0}));
+  EXPECT_FALSE(contains(box, PagePoint{5, -1}));
 }
 
 TEST(Box, GivesItsSpotNearestToAnother) {
   const Box box{0, 0, 10, 10};
-  EXPECT_EQ(nearestSpot(box, {-5, 4}).x, 0.0);
-  EXPECT_EQ(nearestSpot(box, {-5, 4}).y, 4.0);
-  EXPECT_EQ(nearestSpot(box, {20, 30}).x, 10.0);
-  EXPECT_EQ(nearestSpot(box, {20, 30}).y, 10.0);
+  EXPECT_EQ(nearestPoint(box, {-5, 4}).x, 0.0);
+  EXPECT_EQ(nearestPoint(box, {-5, 4}).y, 4.0);
+  EXPECT_EQ(nearestPoint(box, {20, 30}).x, 10.0);
+  EXPECT_EQ(nearestPoint(box, {20, 30}).y, 10.0);
 }
 
 /// Boxes of all sizes, also beyond the grid's area and without any extent.

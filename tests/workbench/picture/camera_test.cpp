@@ -106,8 +106,8 @@ TEST(Camera, ShowsPlacesOnALine) {
 TEST(Camera, ProjectsThePlacesOntoThePage) {
   const View view = viewOf(cameraFrom(Direction::top));
   const Projection projection(view, {10, 50, 250, 190});
-  const Spot lowerLeft = projection.spotOf({90, 195, 0});
-  const Spot upperRight = projection.spotOf({110, 205, 4});
+  const PagePoint lowerLeft = projection.onPage({90, 195, 0});
+  const PagePoint upperRight = projection.onPage({110, 205, 4});
   EXPECT_NEAR(lowerLeft.x, 30.0, 1e-9);
   EXPECT_NEAR(lowerLeft.y, 170.0, 1e-9);
   EXPECT_NEAR(upperRight.x, 230.0, 1e-9);
@@ -137,8 +137,8 @@ RC_GTEST_PROP(Camera, KeepsAllPlacesOutOfTheMargin, ()) {
       *rc::gen::element(Direction::top, Direction::front, Direction::side, Direction::iso, Direction::fit);
   const Projection projection(viewOf(cameraFrom(direction, places)), {0, 0, 240, 140});
   for (const OdGePoint3d& place : places) {
-    const Spot spot = projection.spotOf(place);
-    RC_ASSERT(contains(Box{20, 20, 220, 120}.grownBy(0.01), spot));
+    const PagePoint point = projection.onPage(place);
+    RC_ASSERT(contains(Box{20, 20, 220, 120}.grownBy(0.01), point));
   }
 }
 

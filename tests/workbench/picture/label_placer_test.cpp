@@ -13,7 +13,7 @@ const Box page{0, 0, 400, 300};
 
 LabelWish wishAt(double x, double y) { return {{x, y}, 30, 12, 0.0, false, true}; }
 
-void expectBox(const std::optional<LabelPlace>& place, const Box& expected) {
+void expectBox(const std::optional<LabelPosition>& place, const Box& expected) {
   ASSERT_TRUE(place.has_value());
   EXPECT_DOUBLE_EQ(place->box.left, expected.left);
   EXPECT_DOUBLE_EQ(place->box.top, expected.top);
@@ -99,7 +99,7 @@ RC_GTEST_PROP(LabelPlacer, NeverLetsLabelsOverlapOrLeaveThePage, ()) {
   std::vector<Box> placed;
   const int count = *rc::gen::inRange(0, 120);
   for (int i = 0; i < count; ++i) {
-    const Spot anchor{*rc::gen::inRange(-20, 420) * 1.0, *rc::gen::inRange(-20, 320) * 1.0};
+    const PagePoint anchor{*rc::gen::inRange(-20, 420) * 1.0, *rc::gen::inRange(-20, 320) * 1.0};
     placer.addLine({anchor.x - 10, anchor.y}, {anchor.x + 10, anchor.y});
     const auto place =
         placer.place({anchor, *rc::gen::inRange(1, 90) * 1.0, *rc::gen::inRange(6, 20) * 1.0,

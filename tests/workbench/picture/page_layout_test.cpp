@@ -24,7 +24,7 @@ TEST(PageLayout, GrowsAndShrinksWithThePicture) {
 
 TEST(PageLayout, LetsNoPartOverlapAnotherOrLeaveThePage) {
   for (const Size& size : sizes) {
-    for (const double column : {narrowestColumn, widestColumn(size)}) {
+    for (const double column : {minColumn, maxColumn(size)}) {
       const PageLayout layout = layOutPage(size, column);
       const std::vector<Box> parts{layout.header, layout.drawing, layout.footer, layout.column};
       for (std::size_t i = 0; i < parts.size(); ++i) {
@@ -39,7 +39,7 @@ TEST(PageLayout, LetsNoPartOverlapAnotherOrLeaveThePage) {
 
 TEST(PageLayout, GivesTheDrawingWholeUnitsAndMostOfThePage) {
   for (const Size& size : sizes) {
-    const PageLayout layout = layOutPage(size, widestColumn(size));
+    const PageLayout layout = layOutPage(size, maxColumn(size));
     EXPECT_EQ(layout.drawing.width(), std::round(layout.drawing.width()));
     EXPECT_EQ(layout.drawing.height(), std::round(layout.drawing.height()));
     EXPECT_GT(layout.drawing.width(), layout.page.width() / 2.0);

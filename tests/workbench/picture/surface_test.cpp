@@ -49,10 +49,10 @@ TEST(Surface, CountsInPixelsWhateverItsFormatCountsIn) {
 }
 
 TEST(Surface, TakesNoArrowWithoutALength) {
-  const auto bytesWith = [](const std::vector<Spot>& ends) {
+  const auto bytesWith = [](const std::vector<PagePoint>& ends) {
     Surface surface(Format::svg, {400, 300});
     Canvas canvas(surface.context(), 1.0);
-    for (const Spot& end : ends) canvas.arrow({50, 50}, end, alarm, 2.0);
+    for (const PagePoint& end : ends) canvas.arrow({50, 50}, end, alarm, 2.0);
     return surface.finish();
   };
   EXPECT_EQ(bytesWith({{50, 50}}), bytesWith({}));

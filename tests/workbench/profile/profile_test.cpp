@@ -61,7 +61,7 @@ TEST(Profile, GivesBackWhatWasSetInItsKind) {
 
 TEST(Profile, GivesAnOfferedValueUntilItHasOneOfItsOwn) {
   Profile profile;
-  profile.offer("s", "k", 3);
+  profile.setDefault("s", "k", 3);
   EXPECT_EQ(profile.get("s", "k"), ProfileValue(3));
   profile.set("s", "k", 7);
   EXPECT_EQ(profile.get("s", "k"), ProfileValue(7));
@@ -72,7 +72,7 @@ TEST(Profile, GivesAnOfferedValueUntilItHasOneOfItsOwn) {
 TEST(Profile, KeepsAnOfferedValueOutOfItsFile) {
   const TemporaryFolder folder;
   Profile profile(folder.file("p.json"));
-  profile.offer("s", "k", 3);
+  profile.setDefault("s", "k", 3);
   profile.set("t", "k", 7);
   profile.remove("s", "k");
   EXPECT_EQ(Profile(folder.file("p.json")).get("s", "k"), std::nullopt);

@@ -15,8 +15,8 @@ using namespace ZOR::reg;
 using namespace tiepoint::testing;
 using namespace tiepoint::workbench;
 
-constexpr int mostGroups = 5;
-constexpr int mostPoints = 7 * mostGroups;
+constexpr int maxGroups = 5;
+constexpr int maxPoints = 7 * maxGroups;
 
 /// Targets of a hall, no two of whose distances are equal.
 const std::array<OdGePoint3d, 8> targets{
@@ -59,7 +59,7 @@ std::vector<Target> anyStation(bool isClean, char hall = 'T') {
 
 std::vector<WatchedSession::Station> anyStations() {
   std::vector<WatchedSession::Station> stations;
-  const int count = anyBelow(mostGroups + 1);
+  const int count = anyBelow(maxGroups + 1);
   // Two halls don't hang together.
   const bool isClean = !oneIn(3), isDivided = oneIn(3);
   for (int i = 0; i < count; ++i)
@@ -129,7 +129,7 @@ class Course {
   }
   void add() {
     Answers out;
-    mirrored().addGroups(anyIds(mostGroups), out.added, out.inactiveGroups, out.inactivePoints);
+    mirrored().addGroups(anyIds(maxGroups), out.added, out.inactiveGroups, out.inactivePoints);
   }
   void addAll() {
     Answers out;
@@ -138,12 +138,12 @@ class Course {
   }
   void remove() {
     Answers out;
-    mirrored().removeGroups(anyIds(mostGroups), out.points, out.inactiveGroups, out.inactivePoints);
+    mirrored().removeGroups(anyIds(maxGroups), out.points, out.inactiveGroups, out.inactivePoints);
   }
   /// One that the session holds, as a rule.
   RefPointId anyPoint() {
     const auto& points = session.state().points;
-    if (points.empty() || oneIn(8)) return static_cast<RefPointId>(anyBelow(mostPoints));
+    if (points.empty() || oneIn(8)) return static_cast<RefPointId>(anyBelow(maxPoints));
     return points[static_cast<std::size_t>(anyBelow(static_cast<int>(points.size())))].record.id;
   }
   void dropGroup() {
@@ -156,49 +156,49 @@ class Course {
   }
   void drop() {
     Answers out;
-    mirrored().removePoints(anyIds(mostPoints), out.groups, out.inactiveGroups, out.inactivePoints);
+    mirrored().removePoints(anyIds(maxPoints), out.groups, out.inactiveGroups, out.inactivePoints);
   }
   void base() {
     Answers out;
-    mirrored().setBaseGroups(anyIds(mostGroups), out.groups, out.points, out.inactiveGroups, out.inactivePoints);
+    mirrored().setBaseGroups(anyIds(maxGroups), out.groups, out.points, out.inactiveGroups, out.inactivePoints);
   }
   void unbase() {
     Answers out;
-    mirrored().unsetBaseGroups(anyIds(mostGroups), out.groups, out.points, out.inactiveGroups, out.inactivePoints);
+    mirrored().unsetBaseGroups(anyIds(maxGroups), out.groups, out.points, out.inactiveGroups, out.inactivePoints);
   }
   void include() {
     Answers out;
-    mirrored().includePoints(anyIds(mostPoints), out.groups, out.inactiveGroups, out.inactivePoints);
+    mirrored().includePoints(anyIds(maxPoints), out.groups, out.inactiveGroups, out.inactivePoints);
   }
   void exclude() {
     Answers out;
-    mirrored().excludePoints(anyIds(mostPoints), out.groups, out.inactiveGroups, out.inactivePoints);
+    mirrored().excludePoints(anyIds(maxPoints), out.groups, out.inactiveGroups, out.inactivePoints);
   }
   void weigh() {
     Answers out;
     const double weight = anyOf(0.0, 1.0, 0.5, 0.25, 0.75, -0.1, 1.1, std::numeric_limits<double>::quiet_NaN());
-    RefPointIdSet points = anyIds(mostPoints);
+    RefPointIdSet points = anyIds(maxPoints);
     points.insert(anyPoint());
     mirrored().setPointsWeight(points, weight, out.inactiveGroups, out.inactivePoints);
   }
   void includeAll() {
     Answers out;
-    mirrored().includeGroups(anyIds(mostGroups), out.points, out.inactiveGroups, out.inactivePoints);
+    mirrored().includeGroups(anyIds(maxGroups), out.points, out.inactiveGroups, out.inactivePoints);
   }
   void excludeAll() {
     Answers out;
-    mirrored().excludeGroups(anyIds(mostGroups), out.points, out.inactiveGroups, out.inactivePoints);
+    mirrored().excludeGroups(anyIds(maxGroups), out.points, out.inactiveGroups, out.inactivePoints);
   }
   void renameGroup() {
     Answers out;
-    const GroupId group = static_cast<GroupId>(anyBelow(mostGroups));
+    const GroupId group = static_cast<GroupId>(anyBelow(maxGroups));
     mirrored().renameGroup(group, anyOf<std::string>("A", "lpt", "Lpt7", "a.b", "S1", "\xC0"), out.points);
   }
   void rename() {
     Answers out;
     mirrored().renamePoint(anyPoint(), anyName(), out.group, out.inactiveGroups, out.inactivePoints);
   }
-  void show() { mirrored().setGroupsVisible(anyIds(mostGroups), oneIn(2)); }
+  void show() { mirrored().setGroupsVisible(anyIds(maxGroups), oneIn(2)); }
   void zoom() {
     mirrored().zoomToAll();
     mirrored().zoomToGroup(0);
@@ -242,7 +242,7 @@ class Course {
     });
   }
   void triangles() {
-    const GroupIdSet groups = anyIds(mostGroups);
+    const GroupIdSet groups = anyIds(maxGroups);
     RefPointList chosen = lists().points;
     chosen.remove_if([&](const RefPoint& point) { return groups.count(point.groupId) == 0; });
     NamingChanges changes;

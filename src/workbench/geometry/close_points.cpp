@@ -1,4 +1,4 @@
-#include "workbench/geometry/close_spots.h"
+#include "workbench/geometry/close_points.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,54 +11,54 @@ using namespace ZOR::reg;
 
 namespace {
 
-/// Gathers one spot after the other. Points with a finite place are sorted along x, so that only
-/// those within the tolerance are looked at; the others, which no order can place, stand behind them.
-class SpotSearch {
+/// Gathers one cluster after the other. Points with a finite position are sorted along x, so that only
+/// those within the tolerance are looked at; the others, which have no order, stand behind them.
+class ClusterSearch {
  public:
-  SpotSearch(std::vector<PlacedPoint> placed_, double tolerance_)
+  ClusterSearch(std::vector<PlacedPoint> placed_, double tolerance_)
       : placed(std::move(placed_)), tolerance(tolerance_), isTaken(placed.size(), false) {
-    const auto isFinite = [](const PlacedPoint& point) { return point.place.allFinite(); };
+    const auto isFinite = [](const PlacedPoint& point) { return point.position.allFinite(); };
     const auto firstLost = std::stable_partition(placed.begin(), placed.end(), isFinite);
     std::stable_sort(placed.begin(), firstLost,
-                     [](const PlacedPoint& a, const PlacedPoint& b) { return a.place.x() < b.place.x(); });
+                     [](const PlacedPoint& a, const PlacedPoint& b) { return a.position.x() < b.position.x(); });
     finiteCount = static_cast<std::size_t>(firstLost - placed.begin());
   }
 
-  std::vector<Spot> run() {
-    std::vector<Spot> spots;
+  std::vector<PointCluster> run() {
+    std::vector<PointCluster> clusters;
     for (std::size_t i = 0; i < placed.size(); ++i) {
       if (isTaken[i]) continue;
-      Spot spot = spotFrom(i);
-      if (spot.size() > 1) spots.push_back(std::move(spot));
+      PointCluster cluster = clusterFrom(i);
+      if (cluster.size() > 1) clusters.push_back(std::move(cluster));
     }
-    return spots;
+    return clusters;
   }
 
  private:
-  Spot spotFrom(std::size_t first) {
+  PointCluster clusterFrom(std::size_t first) {
     members = {first};
     isTaken[first] = true;
-    for (std::size_t k = 0; k < members.size(); ++k) takeNear(members[k]);
-    Spot spot;
-    for (const std::size_t member : members) spot.push_back(placed[member]);
-    std::sort(spot.begin(), spot.end(),
+    for (std::size_t k = 0; k < members.size(); ++k) addNeighbours(members[k]);
+    PointCluster cluster;
+    for (const std::size_t member : members) cluster.push_back(placed[member]);
+    std::sort(cluster.begin(), cluster.end(),
               [](const PlacedPoint& a, const PlacedPoint& b) { return a.point->record.id < b.point->record.id; });
-    return spot;
+    return cluster;
   }
 
-  void takeNear(std::size_t member) {
+  void addNeighbours(std::size_t member) {
     const bool isLost = member >= finiteCount;
     const auto isBeyond = [&](std::size_t other) {
-      return std::abs(placed[other].place.x() - placed[member].place.x()) >= tolerance;
+      return std::abs(placed[other].position.x() - placed[member].position.x()) >= tolerance;
     };
-    for (std::size_t i = isLost ? finiteCount : member; i-- > 0 && (isLost || !isBeyond(i));) takeIfClose(member, i);
+    for (std::size_t i = isLost ? finiteCount : member; i-- > 0 && (isLost || !isBeyond(i));) addIfClose(member, i);
     for (std::size_t i = isLost ? finiteCount : member + 1; i < finiteCount && !isBeyond(i); ++i) {
-      takeIfClose(member, i);
+      addIfClose(member, i);
     }
-    for (std::size_t i = finiteCount; i < placed.size(); ++i) takeIfClose(member, i);
+    for (std::size_t i = finiteCount; i < placed.size(); ++i) addIfClose(member, i);
   }
 
-  void takeIfClose(std::size_t member, std::size_t other) {
+  void addIfClose(std::size_t member, std::size_t other) {
     if (isTaken[other] || !areClose(placed[member], placed[other], tolerance)) return;
     isTaken[other] = true;
     members.push_back(other);
@@ -82,11 +82,11 @@ std::vector<PlacedPoint> placedPoints(const SessionState& state, const std::map<
 }
 
 bool areClose(const PlacedPoint& a, const PlacedPoint& b, double tolerance) {
-  return !((a.place - b.place).norm() >= tolerance);
+  return !((a.position - b.position).norm() >= tolerance);
 }
 
-std::vector<Spot> closeSpots(std::vector<PlacedPoint> placed, double tolerance) {
-  return SpotSearch(std::move(placed), tolerance).run();
+std::vector<PointCluster> closePointClusters(std::vector<PlacedPoint> placed, double tolerance) {
+  return ClusterSearch(std::move(placed), tolerance).run();
 }
 
 }  // namespace tiepoint::workbench

@@ -1,4 +1,4 @@
-// The spots that a matching by closeness sees.
+// The clusters that a matching by closeness sees.
 #pragma once
 
 #include <Eigen/Dense>
@@ -12,7 +12,7 @@ namespace tiepoint::workbench {
 
 struct PlacedPoint {
   /// In the common system.
-  Eigen::Vector3d place;
+  Eigen::Vector3d position;
   const SessionPoint* point = nullptr;
 };
 
@@ -23,10 +23,10 @@ std::vector<PlacedPoint> placedPoints(const SessionState& state,
 /// Closer than `tolerance`, or at a distance that isn't a number.
 bool areClose(const PlacedPoint& a, const PlacedPoint& b, double tolerance);
 
-using Spot = std::vector<PlacedPoint>;
+using PointCluster = std::vector<PlacedPoint>;
 
 /// The sets of points that hang together by steps between close points, each in ascending id: those
 /// of two points at least.
-std::vector<Spot> closeSpots(std::vector<PlacedPoint> placed, double tolerance);
+std::vector<PointCluster> closePointClusters(std::vector<PlacedPoint> placed, double tolerance);
 
 }  // namespace tiepoint::workbench
