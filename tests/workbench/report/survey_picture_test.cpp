@@ -4,7 +4,6 @@
 
 #include "workbench/report/registrations.h"
 #include "workbench/session_states.h"
-#include "workbench/values/refusal.h"
 
 namespace tiepoint::workbench {
 namespace {
@@ -166,20 +165,6 @@ TEST(StoredContent, SaysThatNothingIsRegistered) {
   EXPECT_EQ(content.groups[1].points, 1u);
   EXPECT_EQ(content.groups[1].residual, "");
   EXPECT_TRUE(content.remarks.empty());
-}
-
-TEST(StoredPicture, IsRefusedWhenNothingHasAPlace) {
-  const ShownGroups none;
-  const std::vector<const OdGiDrawable*> drawables;
-  picture::Request request;
-  try {
-    storedPicture({}, {none, drawables}, "a", metres, request);
-    FAIL();
-  } catch (const Refused& refused) {
-    EXPECT_EQ(refused.refusal().kind, RefusalKind::nothingToShow);
-    EXPECT_EQ(refused.refusal().field, Field::picture);
-    EXPECT_FALSE(refused.refusal().cause.empty());
-  }
 }
 
 }  // namespace
