@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <unordered_map>
-
 #include "workbench/report/plain_text.h"
 #include "workbench/report/registered_line.h"
 #include "workbench/values/refusal.h"
@@ -82,20 +80,23 @@ bool isSeen(const std::optional<double>& residual, const LengthFormat& lengths) 
   return residual && lengths.residual(*residual) != lengths.residual(0.0);
 }
 
+/// The merged target that a registered point lies beside.
+OdGePoint3d targetOf(const PointOutcome& point) {
+  const OdGeVector3d& r = *point.residual;
+  return *point.registered + OdGeVector3d(-r.x, -r.y, -r.z);
+}
+
 void addResiduals(picture::Content& content, const Registration& registration, const ShownGroups& shown,
                   const LengthFormat& lengths) {
-  std::unordered_map<std::string, OdGePoint3d> targets;
-  for (const MergedTarget& target : registration.registered()->targets) targets.emplace(target.name, target.position);
   const auto& outlier = registration.registered()->outlier;
   for (std::size_t i = 0; i < registration.points.size(); ++i) {
     const PointOutcome& point = registration.points[i];
-    const auto target = targets.find(point.name);
-    if (!isSeen(point.discrepancy, lengths) || !point.registered || target == targets.end()) continue;
+    if (!isSeen(point.discrepancy, lengths) || !point.registered || !point.residual) continue;
     const auto group = shown.find(registration.groups[point.group].id);
     if (group == shown.end()) continue;
     const bool standsOut = outlier && outlier->point == i;
     content.residuals.push_back(
-        {target->second, *point.registered, group->second.color, printable(point.name),
+        {targetOf(point), *point.registered, group->second.color, printable(point.name),
          standsOut ? fmt::format("{}: {}", pointName(registration, point), residualText(*point.discrepancy, lengths))
                    : ""});
   }
@@ -149,33 +150,43 @@ void addUnregistered(picture::Content& content, const Registration& registration
 
 }  // namespace
 
-std::string storedPicture(const SessionState& state, const ShownPoints& shown, const std::string& title,
-                          const LengthFormat& lengths, const picture::Request& request) {
+picture::Content storedContent(const SessionState& state, const ShownGroups& shown, const std::string& title,
+                               const LengthFormat& lengths) {
   picture::Content content;
   content.title = fileName(title);
   content.subtitle = fmt::format("{} in {}, not registered: each group in a system of its own",
                                  plural(state.points.size(), "point"), plural(state.groups.size(), "group"));
   setUnits(content, lengths);
   for (const SessionGroup& group : state.groups) {
-    const auto found = shown.groups.find(group.id);
-    if (found == shown.groups.end()) continue;
+    const auto found = shown.find(group.id);
+    if (found == shown.end()) continue;
     content.groups.push_back({printable(group.name), found->second.color, found->second.points, ""});
   }
-  return draw(request, content, shown);
+  return content;
 }
 
-std::string registeredPicture(const Registration& registration, const ShownPoints& shown, const LengthFormat& lengths,
-                              const picture::Request& request) {
+picture::Content registeredContent(const Registration& registration, const ShownGroups& shown,
+                                   const LengthFormat& lengths) {
   picture::Content content;
   content.title = registration.document.empty() ? counted(registration) : fileName(registration.document);
   content.subtitle = subtitle(registration, lengths);
   setUnits(content, lengths);
-  addGroups(content, registration, shown.groups, lengths);
-  addResiduals(content, registration, shown.groups, lengths);
+  addGroups(content, registration, shown, lengths);
+  addResiduals(content, registration, shown, lengths);
   addWorst(content, registration, lengths);
   addUnregistered(content, registration);
-  addStations(content, registration, shown.groups);
-  return draw(request, content, shown);
+  addStations(content, registration, shown);
+  return content;
+}
+
+std::string storedPicture(const SessionState& state, const ShownPoints& shown, const std::string& title,
+                          const LengthFormat& lengths, const picture::Request& request) {
+  return draw(request, storedContent(state, shown.groups, title, lengths), shown);
+}
+
+std::string registeredPicture(const Registration& registration, const ShownPoints& shown, const LengthFormat& lengths,
+                              const picture::Request& request) {
+  return draw(request, registeredContent(registration, shown.groups, lengths), shown);
 }
 
 }  // namespace tiepoint::workbench

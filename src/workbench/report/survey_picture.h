@@ -12,6 +12,15 @@
 
 namespace tiepoint::workbench {
 
+/// What a picture tells of a session that isn't solved; `title` is a path.
+picture::Content storedContent(const SessionState& state, const ShownGroups& shown, const std::string& title,
+                               const LengthFormat& lengths);
+
+/// The same of a registered survey: the residuals, the stations, the point that is worst, and what isn't
+/// shown.
+picture::Content registeredContent(const Registration& registration, const ShownGroups& shown,
+                                   const LengthFormat& lengths);
+
 /// What a view shows.
 struct ShownPoints {
   const ShownGroups& groups;

@@ -101,7 +101,7 @@ TEST(LabelPlacer, LetsNoLabelCoverALineThatIsBlocked) {
     const auto place = placer.place(wishAt(100, 100));
     if (!place) continue;
     for (double share = 0.0; share <= 1.0; share += 0.01) {
-      EXPECT_FALSE(contains(place->box, Spot{100 + 40 * share, 100 - 25 * share})) << i;
+      EXPECT_FALSE(contains(place->box, PagePoint{100 + 40 * share, 100 - 25 * share})) << i;
     }
   }
 }

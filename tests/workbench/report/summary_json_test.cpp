@@ -118,7 +118,7 @@ TEST(SummaryJson, ListsTheMergedTargets) {
 TEST(SummaryJson, TellsWhatIsConnectedAndWhatItShares) {
   Registration registration = twoStations();
   registration.outcome = NotConnected();
-  registration.links.parts = {{4, {0}}, {std::nullopt, {1}}};
+  registration.links.components = {{4, {0}}, {std::nullopt, {1}}};
   registration.links.links = {{0, 1, {"T1"}}};
   const OrderedJson json = summaryJson(registration);
   EXPECT_EQ(json["parts"], parsed(R"([{"cluster": 4, "groups": ["Base"]}, {"cluster": null, "groups": ["A"]}])"));

@@ -1,0 +1,176 @@
+#include "workbench/report/file_refusal_text.h"
+
+#include <gtest/gtest.h>
+
+#include "workbench/report/refusal_text.h"
+
+namespace tiepoint::workbench {
+namespace {
+
+std::string textOf(const Refusal& refusal) { return fileRefusalText(refusal, optionOf); }
+
+Refusal ofFile(RefusalKind kind) {
+  Refusal refusal{kind, Field::files};
+  refusal.given = "S1.txt";
+  return refusal;
+}
+
+Refusal ofTarget(RefusalKind kind, Field field = Field::report, std::string given = "out.html") {
+  Refusal refusal{kind, field};
+  refusal.given = std::move(given);
+  return refusal;
+}
+
+// --- Files that are read.
+
+TEST(FileRefusalText, OfANameThatIsntUtf8) {
+  Refusal refusal = ofFile(RefusalKind::pathNotUtf8);
+  refusal.given = "S\xFF.txt";
+  EXPECT_EQ(textOf(refusal), "S?.txt: the file's name isn't UTF-8 text; rename the file");
+}
+
+TEST(FileRefusalText, OfAMissingFile) {
+  EXPECT_EQ(textOf(ofFile(RefusalKind::fileMissing)), "S1.txt: there is no such file");
+}
+
+TEST(FileRefusalText, OfAFolder) {
+  EXPECT_EQ(textOf(ofFile(RefusalKind::fileIsFolder)), "S1.txt: this is a folder; name the files in it");
+}
+
+TEST(FileRefusalText, OfAFileThatCantBeRead) {
+  Refusal refusal = ofFile(RefusalKind::fileUnreadable);
+  EXPECT_EQ(textOf(refusal), "S1.txt: the file can't be read: unknown error");
+  refusal.cause = "Permission denied";
+  EXPECT_EQ(textOf(refusal), "S1.txt: the file can't be read: Permission denied");
+}
+
+TEST(FileRefusalText, OfWhatIsNoPlainFile) {
+  EXPECT_EQ(textOf(ofFile(RefusalKind::fileNotPlain)), "S1.txt: this isn't a plain file; save the points to one");
+}
+
+TEST(FileRefusalText, OfAFileThatEndsEarly) {
+  EXPECT_EQ(textOf(ofFile(RefusalKind::fileCutShort)), "S1.txt: the file can't be read to its end");
+}
+
+TEST(FileRefusalText, OfAnEmptyFile) { EXPECT_EQ(textOf(ofFile(RefusalKind::fileEmpty)), "S1.txt: the file is empty"); }
+
+TEST(FileRefusalText, OfAFileThatChanged) {
+  EXPECT_EQ(textOf(ofFile(RefusalKind::fileChanged)),
+            "S1.txt: the file changed while it was read; nothing was taken in, try again");
+}
+
+TEST(FileRefusalText, OfAFileWithoutPoints) {
+  Refusal refusal = ofFile(RefusalKind::noPoints);
+  refusal.fault.emplace();
+  refusal.fault->kind = LineFaultKind::comment;
+  EXPECT_EQ(textOf(refusal),
+            "S1.txt: no reference points found: line 1 begins with \"#\", but these files know no comments; take it "
+            "out");
+}
+
+TEST(FileRefusalText, OfALineOfWeights) {
+  Refusal refusal = ofFile(RefusalKind::weightsLine);
+  refusal.count = 12;
+  EXPECT_EQ(textOf(refusal), "S1.txt: line 12 isn't \"GROUP POINT WEIGHT\" with a weight from 0 to 1");
+}
+
+TEST(FileRefusalText, OfACloudsMissingFile) {
+  Refusal refusal = ofFile(RefusalKind::cloudFileMissing);
+  refusal.name = "S1";
+  EXPECT_EQ(textOf(refusal), "S1.txt: there is no such file (cloud S1)");
+}
+
+TEST(FileRefusalText, OfACloudsFileIsTheCause) {
+  Refusal refusal = ofFile(RefusalKind::cloudFile);
+  refusal.cause = "S1.xyz: line 3 has no coordinates";
+  EXPECT_EQ(textOf(refusal), "S1.xyz: line 3 has no coordinates");
+}
+
+// --- Files that are written.
+
+TEST(FileRefusalText, OfAFolderThatThereIsnt) {
+  Refusal refusal = ofTarget(RefusalKind::noFolder, Field::report, "there/out.html");
+  refusal.other = "there";
+  EXPECT_EQ(textOf(refusal), "--report there/out.html: there is no folder there; make it first");
+}
+
+TEST(FileRefusalText, OfAFolderThatCantBeMade) {
+  Refusal refusal = ofTarget(RefusalKind::folderNotMade, Field::matrices, "/proc/m");
+  refusal.cause = "No such file or directory";
+  EXPECT_EQ(textOf(refusal), "--matrices /proc/m: the folder can't be made: No such file or directory");
+}
+
+TEST(FileRefusalText, OfATargetThatIsAFolder) {
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::targetIsFolder)), "--report: out.html: this is a folder; name a file in it");
+}
+
+TEST(FileRefusalText, OfATargetThatIsADevice) {
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::targetNotOrdinary, Field::report, "/dev/null")),
+            "--report: /dev/null: this is no ordinary file; choose another place");
+}
+
+TEST(FileRefusalText, OfATargetThatIsRead) {
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::targetIsRead, Field::transforms, "S1.txt")),
+            "--transforms: S1.txt: this command reads it; choose another place");
+}
+
+TEST(FileRefusalText, OfATargetThatExists) {
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::targetExists)), "--report: out.html exists; --force replaces it");
+}
+
+TEST(FileRefusalText, OfAFileInTheFolderThatWasGiven) {
+  Refusal refusal = ofTarget(RefusalKind::targetExists, Field::matrices, "out");
+  refusal.name = "out/S1.txt";
+  EXPECT_EQ(textOf(refusal), "--matrices out: out/S1.txt exists; --force replaces it");
+}
+
+TEST(FileRefusalText, OfTwoOptionsThatWriteOneFile) {
+  Refusal refusal = ofTarget(RefusalKind::sameTarget);
+  refusal.otherField = Field::transforms;
+  EXPECT_EQ(textOf(refusal), "--report and --transforms both write out.html; name two files");
+}
+
+TEST(FileRefusalText, OfNamesThatNoFileCanHave) {
+  Refusal refusal = ofTarget(RefusalKind::nameNotPortable, Field::commonPoints, "CON");
+  refusal.name = "CON.txt";
+  EXPECT_EQ(textOf(refusal), "--common-points CON: \"CON.txt\" isn't a file name that every system takes");
+  refusal = ofTarget(RefusalKind::groupNotPortable, Field::matrices, "out");
+  refusal.name = "S1?";
+  EXPECT_EQ(textOf(refusal), "--matrices out: no file can be named after the group S1?; rename it");
+}
+
+TEST(FileRefusalText, OfCopiesOfOneName) {
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::copiesCollide, Field::moved, "S1.xyz")),
+            "S1.xyz: two clouds have files of this name; rename one of them");
+}
+
+TEST(FileRefusalText, OfAFileThatCouldntBeWritten) {
+  Refusal refusal = ofTarget(RefusalKind::notWritten);
+  refusal.cause = "out.html: No space left on device";
+  EXPECT_EQ(textOf(refusal), "--report: out.html: No space left on device");
+}
+
+TEST(FileRefusalText, OfWhatTheModuleHasntWrittenWhole) {
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::commonPointsNotOpened)), "out.html: the common points can't be written");
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::commonPointsCutShort)),
+            "out.html: the common points can't be written to their end; is the disk full?");
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::matrixCutShort)),
+            "out.html: the module hasn't written this matrix, or not to its end; is the disk full?");
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::reportCutShort)),
+            "out.html: the module hasn't written this report, or not to its end; is the disk full?");
+}
+
+TEST(FileRefusalText, OfTheFolderForTemporaryFiles) {
+  Refusal refusal = ofTarget(RefusalKind::noTemporaryFolder);
+  refusal.cause = "Permission denied";
+  EXPECT_EQ(textOf(refusal), "the folder for temporary files can't be used: Permission denied; set TMPDIR");
+}
+
+TEST(FileRefusalText, IsWhatIsToldOfARefusalOfItsKind) {
+  for (const RefusalKind kind : {RefusalKind::pathNotUtf8, RefusalKind::reportCutShort}) {
+    EXPECT_EQ(refusalText(ofTarget(kind)), textOf(ofTarget(kind)));
+  }
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench

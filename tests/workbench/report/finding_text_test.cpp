@@ -1,0 +1,155 @@
+// What is told of files and of groups that were solved; matching_text_test has the rest.
+#include "workbench/report/finding_text.h"
+
+#include <gtest/gtest.h>
+
+namespace tiepoint::workbench {
+namespace {
+
+Finding ofFile(FindingKind kind) {
+  Finding finding{kind};
+  finding.path = "S1.txt";
+  return finding;
+}
+
+Finding ofGroups(FindingKind kind, std::vector<std::string> groups) {
+  Finding finding{kind};
+  finding.groups = std::move(groups);
+  return finding;
+}
+
+// --- Files.
+
+TEST(FindingText, OfAByteOrderMarkInAName) {
+  Finding mark = ofFile(FindingKind::markInName);
+  mark.count = 1;
+  EXPECT_EQ(findingText(mark),
+            "S1.txt: a byte-order mark became part of the first point's name, which joins nothing now; save the file "
+            "without it");
+}
+
+TEST(FindingText, OfAByteOrderMarkThatSeveralFilesHave) {
+  Finding mark = ofFile(FindingKind::markInName);
+  mark.count = 2;
+  EXPECT_EQ(findingText(mark),
+            "S1.txt: a byte-order mark became part of the first point's name; save the file without it");
+}
+
+TEST(FindingText, OfNamesInUtf8) {
+  EXPECT_EQ(findingText(ofFile(FindingKind::namesInUtf8)),
+            "S1.txt: names are taken as windows-1251, but the file is UTF-8: they join all the same, and are shown "
+            "wrongly; save the file as windows-1251");
+}
+
+TEST(FindingText, OfAGroupNameOutsideTheModulesCharacters) {
+  EXPECT_EQ(findingText(ofFile(FindingKind::groupNameBeyondNarrow)),
+            "S1.txt: the group's name has characters outside windows-1251, which the module shows as \"?\"; rename the "
+            "file");
+}
+
+TEST(FindingText, OfReadingThatStopped) {
+  Finding stopped = ofFile(FindingKind::readingStopped);
+  stopped.count = 1;
+  stopped.atLeast = 9;
+  stopped.fault.emplace();
+  stopped.fault->kind = LineFaultKind::blank;
+  stopped.fault->line = 2;
+  EXPECT_EQ(findingText(stopped), "S1.txt: reading stopped after 1 point: line 2 of 9 is blank; take it out");
+}
+
+TEST(FindingText, OfAGroupThatIsThereAlready) {
+  Finding there = ofFile(FindingKind::groupThereAlready);
+  there.groups = {"S1"};
+  EXPECT_EQ(findingText(there), "S1.txt: the drawing has a group \"S1\" already; the file was not taken in");
+}
+
+// --- Groups.
+
+TEST(FindingText, OfAClusterThatIsKept) {
+  Finding kept = ofGroups(FindingKind::clusterKept, {"S3", "S4"});
+  kept.count = 2;
+  EXPECT_EQ(findingText(kept), "cluster 2 is kept; left out: S3, S4");
+}
+
+TEST(FindingText, OfAClusterThatNeedntBeKept) {
+  EXPECT_EQ(findingText({FindingKind::clusterNotNeeded}),
+            "the groups hang together as they are; --keep-cluster changed nothing");
+}
+
+TEST(FindingText, OfGroupsThatArentConnected) {
+  Finding apart{FindingKind::notConnected};
+  apart.components = {{"S1", "S2"}, {"S3"}};
+  EXPECT_EQ(findingText(apart),
+            "the groups don't hang together: S1, S2 | S3; the iterative method goes on, but how these parts lie to one "
+            "another rests on fewer than 3 common names");
+}
+
+TEST(FindingText, OfABaseThatTakesNoPart) {
+  EXPECT_EQ(findingText(ofGroups(FindingKind::baseTakesNoPart, {"S1"})),
+            "S1 takes no part as a base; see the points that are out");
+}
+
+TEST(FindingText, OfAGroupThatIsntRegistered) {
+  EXPECT_EQ(findingText(ofGroups(FindingKind::groupNotRegistered, {"S8"})),
+            "S8 isn't registered; see the points that are out");
+}
+
+TEST(FindingText, OfNamesThatAGroupHasTwice) {
+  Finding twice = ofGroups(FindingKind::nameTwice, {"S1"});
+  twice.points = {"T1", "T2", "T3", "T4", "T5", "T6", "T7"};
+  EXPECT_EQ(findingText(twice),
+            "S1 has T1, T2, T3, T4, T5 and 2 more more than once; the last of a name is what is fitted: take the "
+            "others out of the file");
+}
+
+TEST(FindingText, OfPointsOnOneLine) {
+  EXPECT_EQ(findingText(ofGroups(FindingKind::pointsOnOneLine, {"S5"})),
+            "the points in use of S5 lie on one line: nothing holds its rotation about that line");
+}
+
+TEST(FindingText, OfWeightsOutsideTheirRange) {
+  Finding odd = ofGroups(FindingKind::oddWeights, {"S5"});
+  odd.count = 1;
+  EXPECT_EQ(findingText(odd), "1 point in use of S5 has a weight outside 0 to 1; one below 0 takes part in no fit");
+  odd.count = 3;
+  EXPECT_EQ(findingText(odd), "3 points in use of S5 have a weight outside 0 to 1; one below 0 takes part in no fit");
+}
+
+TEST(FindingText, OfAnotherUnit) {
+  Finding unit = ofGroups(FindingKind::otherUnit, {"S1", "S2"});
+  unit.count = 1;
+  unit.value = 3.28084;
+  EXPECT_EQ(findingText(unit),
+            "the targets that S1 and S2 share lie 3.28 times as far apart in S2; are both files in the same unit?");
+  unit.count = 0;
+  unit.value = 1000.4;
+  EXPECT_EQ(findingText(unit),
+            "the targets that S1 and S2 share lie 1000 times as far apart in S1; are both files in the same unit?");
+}
+
+TEST(FindingText, OfMirrorImages) {
+  EXPECT_EQ(findingText(ofGroups(FindingKind::mirrorImages, {"S1", "S2"})),
+            "S1 and S2 fit only as mirror images; are two columns of one of the files exchanged?");
+}
+
+// --- The iterative method.
+
+TEST(FindingText, OfIterationsWhoseEndIsntKnown) {
+  EXPECT_EQ(findingText({FindingKind::courseUnknown}),
+            "the report doesn't tell how the iterations ended; whether they converged isn't known");
+}
+
+TEST(FindingText, OfIterationsThatHaventConverged) {
+  Finding ended{FindingKind::notConverged};
+  ended.count = 100;
+  EXPECT_EQ(findingText(ended),
+            "not converged: the limit of 100 iterations ended the run; see the summary, raise --max-iterations, or "
+            "take the pairwise method");
+}
+
+TEST(FindingText, OfAFindingWithoutAGroupStillReads) {
+  EXPECT_EQ(findingText({FindingKind::groupNotRegistered}), " isn't registered; see the points that are out");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench

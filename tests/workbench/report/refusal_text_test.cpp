@@ -1,0 +1,190 @@
+// Refusals of requests and of data; file_refusal_text_test has those of files.
+#include "workbench/report/refusal_text.h"
+
+#include <gtest/gtest.h>
+
+namespace tiepoint::workbench {
+namespace {
+
+Refusal refusal(RefusalKind kind, Field field = Field::none, std::string given = {}) {
+  Refusal made{kind, field};
+  made.given = std::move(given);
+  return made;
+}
+
+// --- The request as a whole.
+
+TEST(RefusalText, OfAnEmptyPath) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::emptyPath)), "a file's name is empty; is a variable of the shell unset?");
+}
+
+TEST(RefusalText, OfNothingToRegister) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::nothingToRegister)),
+            "nothing to register; name files of reference points, or a drawing with --document FILE");
+}
+
+TEST(RefusalText, OfAnEmptyDrawing) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::drawingEmpty)),
+            "the drawing holds no reference points; name files to take in");
+}
+
+TEST(RefusalText, OfAClusterOfTheIterativeMethod) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::keepClusterNeedsPairwise)),
+            "--keep-cluster goes with --method pairwise; the iterative method takes all groups: leave some out with "
+            "--exclude GROUP");
+}
+
+TEST(RefusalText, OfLimitsOfTheProfile) {
+  Refusal limits = refusal(RefusalKind::profileLimits);
+  limits.count = 0;
+  limits.value = 0.001;
+  EXPECT_EQ(refusalText(limits),
+            "the profile's limits are 0 iterations and a criterion of 0.001; both must be above 0 (--max-iterations "
+            "and --convergence go over them)");
+}
+
+TEST(RefusalText, OfMovedCloudsThatArentMoved) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::movedNeedsApply)), "--moved writes moved clouds, so it needs --apply");
+}
+
+// --- What there isn't.
+
+TEST(RefusalText, OfAGroupThatThereIsnt) {
+  Refusal unknown = refusal(RefusalKind::noSuchGroup, Field::base, "S9");
+  unknown.name = "S9";
+  unknown.known = {"S1", "S2"};
+  EXPECT_EQ(refusalText(unknown), "--base S9: there is no group \"S9\"; did you mean \"S1\"?");
+  unknown.known = {"hall", "roof"};
+  EXPECT_EQ(refusalText(unknown), "--base S9: there is no group \"S9\"; there are: hall, roof");
+}
+
+TEST(RefusalText, OfAPointThatThereIsnt) {
+  Refusal unknown = refusal(RefusalKind::noSuchPoint, Field::exclude, "S4:T99");
+  unknown.name = "S4";
+  unknown.point = "T99";
+  unknown.known = {"T9"};
+  EXPECT_EQ(refusalText(unknown), "--exclude S4:T99: group \"S4\" has no point \"T99\"; did you mean \"T9\"?");
+}
+
+TEST(RefusalText, OfAWeightThatMayStandInAFile) {
+  Refusal unknown = refusal(RefusalKind::noSuchPoint, Field::weight, "S4:T99");
+  unknown.name = "S4";
+  unknown.point = "T99";
+  EXPECT_EQ(refusalText(unknown), "weight S4:T99: group \"S4\" has no point \"T99\"");
+}
+
+TEST(RefusalText, OfAWeightOutOfItsRange) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::weightOutOfRange, Field::weight, "S4:T1=2")),
+            "--weight S4:T1=2: the weight must be a number from 0 to 1");
+}
+
+TEST(RefusalText, OfAFieldThatGoesWithAnother) {
+  const auto goesWith = [](Field field, Field other) {
+    Refusal made = refusal(RefusalKind::goesWith, field);
+    made.otherField = other;
+    return refusalText(made);
+  };
+  EXPECT_EQ(goesWith(Field::sideTolerance, Field::naming), "--side-tolerance goes with --match triangles or auto");
+  EXPECT_EQ(goesWith(Field::minSideDifference, Field::naming),
+            "--min-side-difference goes with --match triangles or auto");
+  EXPECT_EQ(goesWith(Field::closeness, Field::naming), "--tolerance goes with --match distance or auto");
+  EXPECT_EQ(goesWith(Field::namingLimit, Field::naming), "--match-limit goes with --match auto");
+  EXPECT_EQ(goesWith(Field::matrixFormat, Field::matrices), "--matrix-format goes with --matrices FOLDER");
+  EXPECT_EQ(goesWith(Field::reportKind, Field::report), "--report-kind goes with --report FILE");
+  EXPECT_EQ(goesWith(Field::maxIterations, Field::method), "--max-iterations goes with --method iterative");
+}
+
+TEST(RefusalText, OfALength) {
+  Refusal length = refusal(RefusalKind::notALength, Field::sideTolerance);
+  length.value = -0.5;
+  EXPECT_EQ(refusalText(length), "--side-tolerance -0.5: a length of at least 0, in drawing units");
+  length.kind = RefusalKind::notAboveZero;
+  length.field = Field::convergence;
+  length.value = 0.0;
+  EXPECT_EQ(refusalText(length), "--convergence 0: a length above 0, in drawing units");
+}
+
+TEST(RefusalText, OfNoIterations) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::notAboveZero, Field::maxIterations)), "--max-iterations 0: at least 1");
+}
+
+TEST(RefusalText, OfAClusterThatThereIsnt) {
+  Refusal cluster = refusal(RefusalKind::noSuchCluster, Field::keepCluster, "7");
+  cluster.count = 2;
+  EXPECT_EQ(refusalText(cluster), "--keep-cluster 7: the clusters are 0 to 2");
+  cluster.kind = RefusalKind::noClusters;
+  EXPECT_EQ(refusalText(cluster), "--keep-cluster 7: no groups hang together");
+}
+
+TEST(RefusalText, OfTwoFilesOfOneGroup) {
+  Refusal twice = refusal(RefusalKind::groupTwice, Field::files, "a/S1.txt");
+  twice.other = "b/S1.txt";
+  twice.name = "S1";
+  EXPECT_EQ(refusalText(twice), "a/S1.txt and b/S1.txt both give the group \"S1\"; rename one of them");
+}
+
+TEST(RefusalText, OfACloudThatIsNamedTwice) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::cloudTwice, Field::cloud, "S1=a.xyz")),
+            "--cloud S1=a.xyz: the cloud is named twice");
+}
+
+// --- What the data don't allow.
+
+TEST(RefusalText, OfACoordinateThatIsntFinite) {
+  Refusal infinite = refusal(RefusalKind::notFinite);
+  infinite.name = "S4";
+  infinite.point = "T1";
+  EXPECT_EQ(refusalText(infinite),
+            "point T1 of S4 has a coordinate that isn't a finite number; correct it, or leave it out: --exclude S4:T1");
+}
+
+TEST(RefusalText, OfATransformationThatIsntRigid) {
+  Refusal bent = refusal(RefusalKind::notRigid);
+  bent.name = "S4";
+  EXPECT_EQ(refusalText(bent), "the transformation of S4 is no rigid motion; are its coordinates far too large?");
+}
+
+TEST(RefusalText, OfANameToStoreUnder) {
+  EXPECT_EQ(refusalText(refusal(RefusalKind::storeNameTaken, Field::store, "all")),
+            "--store all: the drawing has a group of this name already; choose another");
+  EXPECT_EQ(refusalText(refusal(RefusalKind::storeNameForbidden, Field::store, "a/b")),
+            "--store a/b: no group may be called so (none of <>/\\*|?:\". and no device's name)");
+}
+
+TEST(RefusalText, OfACloudThatIsThereAlready) {
+  Refusal taken = refusal(RefusalKind::cloudTaken);
+  taken.name = "S1";
+  taken.other = "old.xyz";
+  EXPECT_EQ(refusalText(taken), "the drawing has a cloud S1 already, from old.xyz");
+}
+
+TEST(RefusalText, OfACloudThatWasMovedBefore) {
+  Refusal moved = refusal(RefusalKind::cloudMovedBefore);
+  moved.name = "S1";
+  EXPECT_EQ(refusalText(moved), "cloud S1 was moved before; applying again would move it once more (--force does)");
+}
+
+TEST(RefusalText, OfWorkThatWasCancelled) { EXPECT_EQ(refusalText(refusal(RefusalKind::cancelled)), "cancelled"); }
+
+TEST(RefusalText, OfAPictureIsTheCause) {
+  Refusal picture = refusal(RefusalKind::pictureFailed);
+  picture.cause = "this tiepoint was built without pictures";
+  EXPECT_EQ(refusalText(picture), "this tiepoint was built without pictures");
+}
+
+TEST(RefusalText, CallsTheFieldsWhatTheFaceCallsThem) {
+  Refusal unknown = refusal(RefusalKind::noSuchGroup, Field::base, "S9");
+  unknown.name = "S9";
+  EXPECT_EQ(refusalText(unknown, fieldKey), "base S9: there is no group \"S9\"");
+}
+
+TEST(OptionOf, IsTheOptionOfTheField) {
+  EXPECT_STREQ(optionOf(Field::none), "");
+  EXPECT_STREQ(optionOf(Field::files), "FILE");
+  EXPECT_STREQ(optionOf(Field::weightsFile), "--weights");
+  EXPECT_STREQ(optionOf(Field::namingLimit), "--match-limit");
+  EXPECT_STREQ(optionOf(Field::picture), "--picture");
+}
+
+}  // namespace
+}  // namespace tiepoint::workbench
