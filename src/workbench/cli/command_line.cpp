@@ -106,7 +106,7 @@ void addFileOptions(CLI::App& app, FileOptions& files) {
   add("--xyzw", files.xyzw, "further files, x y z weight");
   add("--nxyzw", files.nxyzw, "further files, name x y z weight");
   addText(app, "--columns", files.columns, "LIST",
-          "columns of FILES: name,x,y,z[,w], n,e,h, - to skip; or name=1,x=3,... by number or header");
+          "of FILES: name,x,y,z[,w], n,e,h, - to skip; or name=1,x=3,... by number or header");
   addText(app, "--decimal", files.decimal, "MARK", "decimal mark, point or comma; none: found out");
   addText(app, "--encoding", files.encoding, "NAME",
           "utf-8, utf-16le, utf-16be, windows-1251 or windows-1252; none: found out");

@@ -22,7 +22,7 @@ std::vector<MergedTarget> storedTargets(const OdDbDatabase& database) {
   for (const StoredGroup& group : storedGroups(database)) {
     for (const ZOR::_StoredPoint& point : group.points()) {
       const std::string inModule = utf8FromWide(point.name.wideText());
-      targets.push_back({nameOfStandIn(inModule), inModule, {point.x, point.y, point.z}, point.w});
+      targets.push_back({nameOfStandIn(inModule), {point.x, point.y, point.z}, point.w, inModule});
     }
   }
   return targets;

@@ -78,11 +78,12 @@ struct PointOutcome {
 
 /// A target, merged from all groups that saw it.
 struct MergedTarget {
-  /// UTF-8; as it was written, and as the module has it.
+  /// UTF-8, as it was written.
   std::string name;
-  std::string moduleName;
   OdGePoint3d position;
   double weight = 0.0;
+  /// As the module has it.
+  std::string moduleName = {};
 };
 
 /// One point far beyond the others.

@@ -77,8 +77,11 @@ class ModuleOutputs : public testing::Test {
   ClumsySession clumsy;
 };
 
-const std::vector<MergedTarget> twoTargets{{"T1", {}, 1.0}, {"T2", {}, 1.0}};
-const std::vector<MergedTarget> fourTargets{{"T1", {}, 1.0}, {"T2", {}, 1.0}, {"T3", {}, 1.0}, {"T4", {}, 1.0}};
+/// Carried by the module under its own name.
+MergedTarget target(const char* name) { return {name, {}, 1.0, name}; }
+
+const std::vector<MergedTarget> twoTargets{target("T1"), target("T2")};
+const std::vector<MergedTarget> fourTargets{target("T1"), target("T2"), target("T3"), target("T4")};
 
 // --- Merged targets.
 
@@ -97,7 +100,7 @@ TEST_F(ModuleOutputs, MergedTargetsAreTakenOverByteForByte) {
 
 TEST_F(ModuleOutputs, MergedTargetsMayBearLineFeedsInTheirNames) {
   clumsy.bytes = "T\n1 0 0 0\nT2 0 0 0\n";
-  EXPECT_EQ(commonPointsContent(clumsy, "points", "points.txt", {{"T\n1", {}, 1.0}, {"T2", {}, 1.0}}), clumsy.bytes);
+  EXPECT_EQ(commonPointsContent(clumsy, "points", "points.txt", {target("T\n1"), target("T2")}), clumsy.bytes);
   EXPECT_EQ(refusalOfPoints(twoTargets).kind, RefusalKind::commonPointsCutShort);
 }
 

@@ -35,14 +35,15 @@ TEST(KeysOfRefusals, OfTheRequest) {
               ElementsAre("empty-path", "nothing-to-register", "drawing-empty", "no-such-group", "no-such-point",
                           "weight-out-of-range", "goes-with", "not-a-length", "not-above-zero",
                           "keep-cluster-needs-pairwise", "profile-limits", "no-such-cluster", "no-clusters",
-                          "moved-needs-apply", "group-twice", "cloud-twice"));
+                          "moved-needs-apply", "input-unit-gives-metres", "group-twice", "cloud-twice"));
 }
 
 TEST(KeysOfRefusals, OfFilesThatAreRead) {
-  EXPECT_THAT(keysFrom(RefusalKind::pathNotUtf8, RefusalKind::cloudFile),
-              ElementsAre("path-not-utf8", "file-missing", "file-is-folder", "file-unreadable", "file-not-plain",
-                          "file-cut-short", "file-empty", "file-changed", "no-points", "weights-line",
-                          "cloud-file-missing", "cloud-file"));
+  EXPECT_THAT(
+      keysFrom(RefusalKind::pathNotUtf8, RefusalKind::cloudFile),
+      ElementsAre("path-not-utf8", "file-missing", "file-is-folder", "file-unreadable", "file-not-plain",
+                  "file-cut-short", "file-empty", "file-changed", "no-points", "file-ambiguous", "file-not-read",
+                  "line-too-long", "points-not-taken", "weights-line", "cloud-file-missing", "cloud-file"));
 }
 
 TEST(KeysOfRefusals, OfFilesThatAreWritten) {
@@ -68,8 +69,8 @@ TEST(ClassesOfRefusals, UsageIsWhatTheRequestCanMend) {
   EXPECT_THAT(keysOf(RefusalClass::usage),
               ElementsAre("empty-path", "nothing-to-register", "no-such-group", "no-such-point", "weight-out-of-range",
                           "goes-with", "not-a-length", "not-above-zero", "keep-cluster-needs-pairwise",
-                          "profile-limits", "no-such-cluster", "no-clusters", "moved-needs-apply", "group-twice",
-                          "cloud-twice", "same-target", "name-not-portable"));
+                          "profile-limits", "no-such-cluster", "no-clusters", "moved-needs-apply",
+                          "input-unit-gives-metres", "group-twice", "cloud-twice", "same-target", "name-not-portable"));
 }
 
 TEST(ClassesOfRefusals, RefusedIsWhatTheDataDoNotAllow) {
@@ -79,17 +80,18 @@ TEST(ClassesOfRefusals, RefusedIsWhatTheDataDoNotAllow) {
 }
 
 TEST(ClassesOfRefusals, EverythingElseIsAboutFiles) {
-  EXPECT_EQ(keysOf(RefusalClass::file).size(), 53u - 17u - 9u);
+  EXPECT_EQ(keysOf(RefusalClass::file).size(), 58u - 18u - 9u);
   EXPECT_EQ(refusalClass(RefusalKind::groupNotPortable), RefusalClass::file) << "the name is the file's";
   EXPECT_EQ(refusalClass(RefusalKind::pictureFailed), RefusalClass::file);
 }
 
 TEST(KeysOfFields, AreTheMembersOfARequest) {
-  EXPECT_THAT(keysFrom(Field::none, Field::picture, fieldKey),
-              ElementsAre("", "files", "document", "base", "exclude", "weight", "weightsFile", "naming", "namingLimit",
-                          "sideTolerance", "minSideDifference", "closeness", "method", "maxIterations", "convergence",
-                          "keepCluster", "cloud", "apply", "moved", "store", "commonPoints", "matrices", "matrixFormat",
-                          "transforms", "report", "reportKind", "picture"));
+  EXPECT_THAT(
+      keysFrom(Field::none, Field::picture, fieldKey),
+      ElementsAre("", "files", "columns", "decimal", "encoding", "inputUnit", "document", "base", "exclude", "weight",
+                  "weightsFile", "naming", "namingLimit", "sideTolerance", "minSideDifference", "closeness", "method",
+                  "maxIterations", "convergence", "keepCluster", "cloud", "apply", "moved", "store", "commonPoints",
+                  "matrices", "matrixFormat", "transforms", "report", "reportKind", "picture"));
 }
 
 TEST(RefusedError, SaysItsKeyAndCarriesTheDetails) {

@@ -41,12 +41,25 @@ TEST(SessionName, IsTheTextItselfWhereWindows1251HasIt) {
   EXPECT_EQ(sessionName("\xE2\x84\x96 5"), "\xE2\x84\x96 5") << "the numero sign";
 }
 
-TEST(SessionName, HasAQuestionMarkForWhatWindows1251Lacks) {
+TEST(SessionName, KeepsWhatWindows1251Lacks) {
   EXPECT_EQ(sessionName("T\xC3\xBC"
                         "1"),
-            "T?1")
+            "T\xC3\xBC"
+            "1")
       << "u with two dots";
-  EXPECT_EQ(sessionName("\xE6\xB8\xAC"), "?") << "a Chinese character";
+  EXPECT_EQ(sessionName("\xE6\xB8\xAC"), "\xE6\xB8\xAC") << "a Chinese character";
+}
+
+TEST(SessionName, OfTheDrawingIsShownAsItWasWritten) {
+  EXPECT_EQ(sessionNameOfStored(L"T_x00FC_1"),
+            "T\xC3\xBC"
+            "1");
+  EXPECT_EQ(sessionNameOfStored(L"S 1"), "S 1");
+}
+
+TEST(SessionName, OfTheDrawingHasAQuestionMarkForWhatWindows1251LacksAndNoStandInCarries) {
+  EXPECT_EQ(sessionNameOfStored(L"T\u00FC1"), "T?1");
+  EXPECT_EQ(sessionNameOfStored(L"\u6E2C"), "?");
 }
 
 TEST(SessionName, RefusesWhatIsNotUtf8) {
