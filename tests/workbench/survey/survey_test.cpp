@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
+#include "workbench/io/text_encoding.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
@@ -58,6 +61,49 @@ TEST_F(SurveyOfStations, WithoutAnyIsRefused) { EXPECT_EQ(refusalOf({}), Refusal
 TEST_F(SurveyOfStations, WithAPointThatThereIsntIsRefused) {
   request.exclude = {{{PointRef{"east", "T9"}}, "east:T9"}};
   EXPECT_EQ(refusalOf(twoStations), RefusalKind::noSuchPoint);
+}
+
+TEST_F(SurveyOfStations, DoesNotLookAtTheRequestsFilesAndDocument) {
+  const TemporaryFolder folder;
+  request.files = {{Layout::nxyz, {folder.file("none.txt")}}};
+  request.document = folder.file("none.tpd");
+  const Registration registration = host.registerStations(twoStations, request);
+  EXPECT_TRUE(registration.registered());
+  EXPECT_EQ(registration.document, "");
+  EXPECT_TRUE(folder.names().empty());
+}
+
+TEST_F(SurveyOfStations, WithANameThatNoSessionCarriesIsRefusedAndLeavesNothing) {
+  std::vector<StationPoints> stations = twoStations;
+  stations[1].points[0].name = "測";
+  EXPECT_THROW(host.registerStations(stations, request), EncodingError);
+  EXPECT_EQ(refusalOf({}), RefusalKind::drawingEmpty) << "the first station isn't left in a drawing";
+  EXPECT_TRUE(host.registerStations(twoStations, request).registered());
+}
+
+TEST_F(SurveyOfStations, TellsWhatIsFound) {
+  std::vector<StationPoints> stations = twoStations;
+  stations.push_back({"thin", {{"T1", {0, 0, 0}}, {"T2", {8, 0, 0}}}});
+  std::vector<FindingKind> told;
+  Findings findings([&](const Finding& finding) { told.push_back(finding.kind); });
+  Progress progress;
+  const Registration registration = host.registerStations(stations, request, findings, progress);
+  EXPECT_THAT(told, ElementsAre(FindingKind::groupNotRegistered));
+  ASSERT_EQ(registration.findings.size(), 1u);
+  EXPECT_THAT(registration.findings[0].groups, ElementsAre("thin"));
+}
+
+TEST_F(SurveyOfStations, TakesTheWeightsOfItsPoints) {
+  std::vector<StationPoints> stations = twoStations;
+  stations[0].points[1].weight = 0.0;
+  const Registration registration = host.registerStations(stations, request);
+  EXPECT_EQ(registration.points[1].weight, 0.0);
+  EXPECT_FALSE(registration.points[1].active);
+}
+
+TEST_F(SurveyOfStations, HasOneHostAtATime) {
+  EXPECT_THROW(SurveyHost(SurveyHost::Options{"", TSL_REGISTRATION}), std::logic_error);
+  EXPECT_TRUE(host.registerStations(twoStations, request).registered()) << "the first goes on";
 }
 
 /// Remembers the stages, and ends the work at the first step.
