@@ -140,5 +140,22 @@ TEST_F(SurveyOfStations, InFilesIsRegisteredTooAndLeavesNothingOpen) {
   }
 }
 
+TEST_F(SurveyOfStations, InADrawingLeavesItToOthers) {
+  const TemporaryFolder folder;
+  request.document = folder.file("hall.tpd");
+  writeBytes(folder.file("a.txt"), "T1 0 0 0\nT2 8 0 0\nT3 0 8 0\nT4 0 0 8\n");
+  writeBytes(folder.file("b.txt"), "T1 1 0 0\nT2 9 0 0\nT3 1 8 0\nT4 1 0 8\n");
+  request.files = {{Layout::nxyz, {folder.file("a.txt"), folder.file("b.txt")}}};
+  Findings findings;
+  Progress progress;
+  host.registerFiles(request, findings, progress);
+  request.files.clear();
+  EXPECT_TRUE(host.registerFiles(request, findings, progress).registered()) << "it holds the groups, and is closed";
+  request.base = {"none"};
+  EXPECT_THROW(host.registerFiles(request, findings, progress), Refused);
+  request.base.clear();
+  EXPECT_TRUE(host.registerFiles(request, findings, progress).registered()) << "after a refusal too";
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench
