@@ -47,16 +47,21 @@ fs::path temporaryBeside(const fs::path& target) {
   return name;
 }
 
-/// The file that a chain of symbolic links leads to, whether it is there or not, so that the rename
-/// doesn't replace a link.
-fs::path resolvingLinks(fs::path path) {
-  std::error_code failure;
-  for (int links = 0; fs::is_symlink(fs::symlink_status(path, failure)); ++links) {
+fs::path linkTarget(fs::path path) {
+  std::error_code missing;
+  for (int links = 0; fs::is_symlink(fs::symlink_status(path, missing)); ++links) {
     if (links == longestChain) throw std::system_error(ELOOP, std::generic_category());
     path = path.parent_path() / fs::read_symlink(path);
   }
-  const fs::path resolved = fs::weakly_canonical(path, failure);
-  return failure ? path : resolved;
+  return path;
+}
+
+/// The file that the rename replaces, so that it doesn't replace a link.
+fs::path behindLinks(const fs::path& path) {
+  const fs::path target = linkTarget(path);
+  std::error_code failure;
+  const fs::path resolved = fs::weakly_canonical(target, failure);
+  return failure ? target : resolved;
 }
 
 void keepPermissions(const fs::path& from, const fs::path& to) {
@@ -77,8 +82,10 @@ void requireOrdinary(const fs::path& target) {
 
 }  // namespace
 
+std::string pathBehindLinks(const std::string& path) { return linkTarget(fs::u8path(path)).u8string(); }
+
 WholeFile::WholeFile(const std::string& path)
-    : target(resolvingLinks(fs::u8path(path))), temporary(temporaryBeside(target)) {
+    : target(behindLinks(fs::u8path(path))), temporary(temporaryBeside(target)) {
   requireOrdinary(target);
   file.reset(createNew(temporary));
   if (!file) failWithErrno();

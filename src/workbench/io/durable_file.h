@@ -9,6 +9,10 @@
 
 namespace tiepoint::workbench {
 
+/// The path to which a chain of symbolic links leads from this one, whether there is a file or not; the
+/// path itself where it is no link. Both are UTF-8. Throws std::system_error for links in a circle.
+std::string pathBehindLinks(const std::string& path);
+
 /// A file that is written piece by piece: under a name of its own in the target's folder, which no other
 /// file has, until it is put in the target's place. Without that nothing is left of it.
 ///

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <boost/filesystem/path.hpp>
 #include <map>
+#include <set>
 
 #include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
@@ -72,13 +73,28 @@ class Delivery {
   }
 
  private:
-  void requireFree() const {
-    std::vector<OutputTarget> all = resolved.targets;
+  void requireFree() {
+    places = resolved.targets;
     for (const MatrixFile& file : matrices) {
-      all.push_back(file.target);
+      places.push_back(file.target);
       requireReplaceable(resolved.replacing, file.target);
     }
-    requireDifferent(all);
+    requireDifferent(places);
+  }
+
+  /// Which copies there will be is known once the drawing has its clouds. Two of one name are refused
+  /// when their turn comes.
+  void requireFreeForCopies() {
+    if (wanted.moved.empty()) return;
+    std::set<std::string> copies;
+    for (const CloudReport& cloud : registration.clouds) {
+      if (!cloud.source.empty()) copies.insert(copyPath(cloud, wanted.moved));
+    }
+    for (const std::string& copy : copies) {
+      places.emplace_back(Field::moved, copy);
+      requireNotRead(resolved.replacing, places.back());
+    }
+    requireDifferent(places);
   }
 
   void moveClouds() {
@@ -89,10 +105,8 @@ class Delivery {
     if (apply) applyMoves(*database, survey.session().operations(), registration.clouds, wanted.force);
     for (CloudReport& cloud : registration.clouds) {
       if (!apply) cloud.move = CloudMove::notAsked;
-      if (!wanted.moved.empty() && !cloud.source.empty()) {
-        requireNotRead(resolved.replacing, {Field::moved, copyPath(cloud, wanted.moved)});
-      }
     }
+    requireFreeForCopies();
   }
 
   void storeTargets() {
@@ -172,6 +186,8 @@ class Delivery {
   const OutputRequest& wanted;
   Progress& progress;
   std::vector<MatrixFile> matrices;
+  /// All that are named so far.
+  std::vector<OutputTarget> places;
   std::map<std::string, std::string> moduleMatrices;
 };
 

@@ -4,6 +4,7 @@
 #include <boost/filesystem.hpp>
 #include <map>
 #include <stdexcept>
+#include <system_error>
 
 #include "workbench/io/durable_file.h"
 #include "workbench/io/text_encoding.h"
@@ -23,10 +24,19 @@ bool isInput(const Replacing& replacing, const std::string& path) {
   });
 }
 
+/// The path itself where its links lead nowhere.
+std::string behindLinks(const std::string& path) {
+  try {
+    return pathBehindLinks(path);
+  } catch (const std::system_error&) {
+    return path;
+  }
+}
+
 /// One text for all ways to write a path; of a file that isn't there, its folder's.
 std::string canonicalPath(const std::string& utf8) {
   boost::system::error_code error;
-  const fs::path canonical = fs::weakly_canonical(fs::absolute(pathOf(utf8)), error);
+  const fs::path canonical = fs::weakly_canonical(fs::absolute(pathOf(behindLinks(utf8))), error);
   return error ? utf8 : canonical.generic_string();
 }
 

@@ -17,6 +17,7 @@
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
+using tiepoint::workbench::pathBehindLinks;
 using tiepoint::workbench::replaceFile;
 using tiepoint::workbench::WholeFile;
 
@@ -78,6 +79,14 @@ TEST(WholeFile, TellsTheSystemsReason) {
   EXPECT_EQ(reasonOf(folder.path().u8string()), std::errc::is_a_directory);
   EXPECT_EQ(reasonOf(folder.file("a.txt")), std::error_code());
   EXPECT_THAT(folder.names(), ElementsAre());
+}
+
+TEST(PathBehindLinks, IsThePathItselfWhereThereIsNoLink) {
+  const TemporaryFolder folder;
+  writeBytes(folder.file("a.txt"), "there");
+  EXPECT_EQ(pathBehindLinks(folder.file("a.txt")), folder.file("a.txt"));
+  EXPECT_EQ(pathBehindLinks(folder.file("none.txt")), folder.file("none.txt"));
+  EXPECT_EQ(pathBehindLinks(folder.file("зал.txt")), folder.file("зал.txt"));
 }
 
 TEST(WholeFile, MayBeEmpty) {
@@ -204,6 +213,19 @@ TEST(ReplaceFile, FollowsALinkToAFileThatIsMissing) {
   replaceFile(folder.file("link.txt"), "new");
   EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link.txt"));
   EXPECT_EQ(readBytes(folder.file("real.txt")), "new");
+}
+
+TEST(PathBehindLinks, IsTheLastOfTheChain) {
+  const TemporaryFolder folder;
+  std::filesystem::create_symlink("second", folder.path() / "first");
+  std::filesystem::create_symlink(folder.path() / "зал.txt", folder.path() / "second");
+  EXPECT_EQ(pathBehindLinks(folder.file("first")), folder.file("зал.txt"));
+}
+
+TEST(PathBehindLinks, IsNoneOfLinksInACircle) {
+  const TemporaryFolder folder;
+  std::filesystem::create_symlink("a", folder.path() / "a");
+  EXPECT_THROW(pathBehindLinks(folder.file("a")), std::system_error);
 }
 
 TEST(ReplaceFile, FollowsAChainOfLinksThroughFolders) {

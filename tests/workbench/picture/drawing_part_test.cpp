@@ -120,6 +120,16 @@ TEST_F(DrawingPart, NamesStationsBeforePoints) {
   }
 }
 
+TEST_F(DrawingPart, LetsNoLabelOfACrowdCoverAStation) {
+  content.stations = {{"S1", 1, {15, 10, 0}}};
+  std::vector<MarkedPoint> crowd;
+  for (int i = 0; i < 40; ++i) crowd.push_back({{11, 9, 0}, "T" + std::to_string(100 + i), 5});
+  EXPECT_GT(paint(crowd).placed, 12u);
+  for (const PaintedText& text : sheet.canvas.texts()) {
+    EXPECT_FALSE(overlap(Box{200, 150, 200, 150}.grownBy(stationSize), text.box)) << text.text;
+  }
+}
+
 TEST_F(DrawingPart, GivesLargerResidualsTheFirstChoice) {
   content.residuals = {{{15, 10, 0}, {15.01, 10, 0}, 1, "T2", ""}};
   paint({{{15, 10, 0}, "T1", 1}, {{15, 10, 0}, "T2", 1}});

@@ -4,14 +4,15 @@
 
 #include <algorithm>
 
+#include "workbench/picture/painted_sheet.h"
 #include "workbench/picture/surface.h"
 
 namespace tiepoint::workbench::picture {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::Not;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::Not;
 
 TEST(Legend, ShowsAllRowsThatFit) {
   EXPECT_EQ(rowsThatFit(8, 8).shown, 8u);
@@ -96,7 +97,7 @@ TEST(Legend, CutsRemarksSoThatNineGroupsStandAboveThem) {
 TEST(Legend, CutsALongName) {
   Content content = groups(1);
   content.groups[0].name = "A station with a very long name indeed";
-  EXPECT_THAT(textsOf(paintedLegend(content)), Contains(testing::EndsWith("…")));
+  EXPECT_THAT(textsOf(paintedLegend(content)), Contains(::testing::EndsWith("…")));
 }
 
 TEST(Legend, KeepsAllItsTextsApartAndWithinTheColumn) {
@@ -125,6 +126,79 @@ TEST(Legend, NamesTheAxesThatShow) {
   EXPECT_THAT(texts, Contains("x"));
   EXPECT_THAT(texts, Contains("z"));
   EXPECT_THAT(texts, Not(Contains("y")));
+}
+
+constexpr Box sheetColumn{10, 10, 180, 290};
+
+/// The box of a text that was painted; an empty one where it wasn't.
+Box boxOf(const Canvas& canvas, const std::string& text) {
+  for (const PaintedText& painted : canvas.texts()) {
+    if (painted.text == text) return painted.box;
+  }
+  return {};
+}
+
+TEST(Legend, EndsItsNumbersBelowOneAnother) {
+  PaintedSheet sheet;
+  Content content = groups(2);
+  content.groups[0].points = 1;
+  content.groups[1].points = 23456;
+  content.groups[1].residual = "120.25";
+  paintLegend(sheet.canvas, sheetColumn, content, View());
+  EXPECT_NEAR(boxOf(sheet.canvas, "1").right, boxOf(sheet.canvas, "23456").right, 1e-9);
+  EXPECT_NEAR(boxOf(sheet.canvas, "1.5").right, 170.0, 1e-9);
+  EXPECT_NEAR(boxOf(sheet.canvas, "120.25").right, 170.0, 1e-9);
+  EXPECT_NEAR(boxOf(sheet.canvas, "points").right, boxOf(sheet.canvas, "1").right, 1e-9);
+}
+
+TEST(Legend, ShowsTheColourOfEachGroupBesideItsName) {
+  PaintedSheet sheet;
+  Content content = groups(2);
+  content.groups[1].color = 5;
+  paintLegend(sheet.canvas, sheetColumn, content, View());
+  const Box first = boxOf(sheet.canvas, "S0"), second = boxOf(sheet.canvas, "S1");
+  EXPECT_LT(first.bottom, second.top);
+  EXPECT_EQ(sheet.at(26, static_cast<int>(first.middle().y)), "ff0000");
+  EXPECT_EQ(sheet.at(26, static_cast<int>(second.middle().y)), "0000ff");
+  EXPECT_LT(30.0, first.left);
+}
+
+TEST(Legend, HasItsRemarksBetweenTheGroupsAndTheAxes) {
+  PaintedSheet sheet;
+  Content content = groups(1);
+  content.remarks = {"First.", "Second."};
+  paintLegend(sheet.canvas, sheetColumn, content, View());
+  const Box first = boxOf(sheet.canvas, "First."), second = boxOf(sheet.canvas, "Second.");
+  EXPECT_LT(boxOf(sheet.canvas, "S0").bottom, first.top);
+  EXPECT_NEAR(second.bottom - first.bottom, 14.0 + 5.0, 1e-9) << "with a gap between two";
+  EXPECT_LE(second.bottom, 290.0 - 76.0);
+  EXPECT_LT(second.bottom, boxOf(sheet.canvas, "x").top);
+}
+
+TEST(Legend, DrawsTheAxesAsTheViewHasThem) {
+  PaintedSheet sheet;
+  paintLegend(sheet.canvas, sheetColumn, {}, View());
+  const Box x = boxOf(sheet.canvas, "x"), y = boxOf(sheet.canvas, "y");
+  EXPECT_GT(x.left, y.right) << "x to the right";
+  EXPECT_LT(y.bottom, x.top) << "y up";
+  const PagePoint origin{95, 252};
+  EXPECT_NE(sheet.at(static_cast<int>(origin.x) + 12, static_cast<int>(origin.y)), "ffffff");
+  EXPECT_NE(sheet.at(static_cast<int>(origin.x), static_cast<int>(origin.y) - 12), "ffffff");
+  EXPECT_EQ(sheet.at(static_cast<int>(origin.x) - 12, static_cast<int>(origin.y)), "ffffff");
+}
+
+TEST(Legend, IsAsWideAsItsLongestName) {
+  PaintedSheet sheet;
+  Content content = groups(1);
+  const double narrow = legendWidth(sheet.canvas, content);
+  content.groups[0].name = "Station of the north";
+  const double wide = legendWidth(sheet.canvas, content);
+  EXPECT_GT(wide, narrow);
+  content.groups[0].name = std::string(200, 'W');
+  const double widest = legendWidth(sheet.canvas, content);
+  EXPECT_GT(widest, wide);
+  content.groups[0].name = std::string(400, 'W');
+  EXPECT_EQ(legendWidth(sheet.canvas, content), widest) << "longer ones are cut";
 }
 
 }  // namespace

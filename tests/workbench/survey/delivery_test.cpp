@@ -190,6 +190,30 @@ TEST_F(Delivery, NeverPutsACopyOverAFileThatTheRequestReads) {
   EXPECT_THAT(cloudsInDrawing(), IsEmpty());
 }
 
+TEST_F(Delivery, NeverPutsAResultOverACopy) {
+  askForClouds();
+  request.changes.apply = true;
+  request.outputs.moved = folder.file("out");
+  resolved.targets = {{Field::report, folder.file("out/cloud.xyz")}};
+  resolved.replacing.force = request.outputs.force = true;
+  const Refusal refusal = refusalOf([&] { deliverIt(); });
+  EXPECT_EQ(refusal.kind, RefusalKind::sameTarget);
+  EXPECT_EQ(refusal.field, Field::report);
+  EXPECT_EQ(refusal.otherField, Field::moved);
+  EXPECT_FALSE(isThere("out"));
+  EXPECT_THAT(cloudsInDrawing(), IsEmpty());
+}
+
+TEST_F(Delivery, TwoCopiesOfOneNameAreToldAsSuch) {
+  fs::create_directory(folder.path() / "sub");
+  writeBytes(folder.file("sub/cloud.xyz"), "1 2 3\n");
+  request.changes.clouds = {{"A", cloudFile}, {"B", folder.file("sub/cloud.xyz")}};
+  resolved.clouds = request.changes.clouds;
+  request.changes.apply = true;
+  request.outputs.moved = folder.file("out");
+  EXPECT_EQ(refusalOf([&] { deliverIt(); }).kind, RefusalKind::copiesCollide);
+}
+
 TEST_F(Delivery, ThatIsCancelledWhileCloudsAreCopiedLeavesTheDrawingAsItWas) {
   askForClouds();
   request.changes.apply = true;
@@ -226,7 +250,7 @@ TEST_F(Delivery, StoresTheMergedTargets) {
 TEST_F(Delivery, WritesTheReportThatIsAskedFor) {
   request.outputs.report = folder.file("r.html");
   deliverIt();
-  EXPECT_THAT(readBytes(folder.file("r.html")), testing::EndsWith("</html>\n"));
+  EXPECT_THAT(readBytes(folder.file("r.html")), testing::HasSubstr("</html>"));
   EXPECT_EQ(registration().files.report, folder.file("r.html"));
 }
 
@@ -283,6 +307,19 @@ TEST_F(DeliveryOfMatrices, CantStandWhereAnotherResultIs) {
   EXPECT_EQ(refusal.kind, RefusalKind::sameTarget);
   EXPECT_EQ(refusal.field, Field::report);
   EXPECT_EQ(refusal.otherField, Field::matrices);
+}
+
+TEST_F(DeliveryOfMatrices, CantStandWhereACopyOfACloudWillBe) {
+  const std::string likeAMatrix = folder.file("B.txt");
+  writeBytes(likeAMatrix, "101 2 3\n");
+  request.changes.clouds = {{"B", likeAMatrix}};
+  resolved.clouds = request.changes.clouds;
+  request.changes.apply = true;
+  request.outputs.moved = request.outputs.matrices;
+  const Refusal refusal = refusalOf([&] { deliverIt(); });
+  EXPECT_EQ(refusal.kind, RefusalKind::sameTarget);
+  EXPECT_EQ(refusal.field, Field::matrices);
+  EXPECT_FALSE(isThere("m"));
 }
 
 TEST_F(DeliveryOfMatrices, OfAGroupAfterWhichNoFileCanBeNamedAreRefused) {

@@ -164,6 +164,25 @@ TEST_F(OutputTargets, ALinkToWhatTheRequestReadsIsThatFile) {
   EXPECT_EQ(readBytes(there), "old");
 }
 
+TEST_F(OutputTargets, ALinkAndTheMissingFileBehindItAreTheSame) {
+  const std::string link = folder.file("link.txt");
+  fs::create_symlink("missing.txt", link);
+  EXPECT_EQ(refusalOf([&] {
+              requireDifferent({{Field::report, link}, {Field::picture, missing}});
+            }).kind,
+            RefusalKind::sameTarget);
+}
+
+TEST_F(OutputTargets, LinksThatLeadInACircleAreTakenAsTheyAre) {
+  fs::create_symlink("b", folder.path() / "a");
+  fs::create_symlink("a", folder.path() / "b");
+  EXPECT_NO_THROW(requireDifferent({{Field::report, folder.file("a")}, {Field::picture, missing}}));
+  EXPECT_EQ(refusalOf([&] {
+              putFile(nothing, {Field::report, folder.file("a")}, "new");
+            }).kind,
+            RefusalKind::notWritten);
+}
+
 TEST_F(OutputTargets, TwoFilesInOneFolderOfTwoNamesAreTheSame) {
   fs::create_directory(folder.path() / "a");
   fs::create_directory_symlink(folder.path() / "a", folder.path() / "b");

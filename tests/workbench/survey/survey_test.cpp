@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
+#include "workbench/io/text_encoding.h"
 #include "workbench/temporary_folder.h"
 
 namespace tiepoint::workbench {
@@ -60,6 +63,49 @@ TEST_F(SurveyOfStations, WithAPointThatThereIsntIsRefused) {
   EXPECT_EQ(refusalOf(twoStations), RefusalKind::noSuchPoint);
 }
 
+TEST_F(SurveyOfStations, DoesNotLookAtTheRequestsFilesAndDocument) {
+  const TemporaryFolder folder;
+  request.files = {{Layout::nxyz, {folder.file("none.txt")}}};
+  request.document = folder.file("none.tpd");
+  const Registration registration = host.registerStations(twoStations, request);
+  EXPECT_TRUE(registration.registered());
+  EXPECT_EQ(registration.document, "");
+  EXPECT_TRUE(folder.names().empty());
+}
+
+TEST_F(SurveyOfStations, WithANameThatNoSessionCarriesIsRefusedAndLeavesNothing) {
+  std::vector<StationPoints> stations = twoStations;
+  stations[1].points[0].name = "測";
+  EXPECT_THROW(host.registerStations(stations, request), EncodingError);
+  EXPECT_EQ(refusalOf({}), RefusalKind::drawingEmpty) << "the first station isn't left in a drawing";
+  EXPECT_TRUE(host.registerStations(twoStations, request).registered());
+}
+
+TEST_F(SurveyOfStations, TellsWhatIsFound) {
+  std::vector<StationPoints> stations = twoStations;
+  stations.push_back({"thin", {{"T1", {0, 0, 0}}, {"T2", {8, 0, 0}}}});
+  std::vector<FindingKind> told;
+  Findings findings([&](const Finding& finding) { told.push_back(finding.kind); });
+  Progress progress;
+  const Registration registration = host.registerStations(stations, request, findings, progress);
+  EXPECT_THAT(told, ElementsAre(FindingKind::groupNotRegistered));
+  ASSERT_EQ(registration.findings.size(), 1u);
+  EXPECT_THAT(registration.findings[0].groups, ElementsAre("thin"));
+}
+
+TEST_F(SurveyOfStations, TakesTheWeightsOfItsPoints) {
+  std::vector<StationPoints> stations = twoStations;
+  stations[0].points[1].weight = 0.0;
+  const Registration registration = host.registerStations(stations, request);
+  EXPECT_EQ(registration.points[1].weight, 0.0);
+  EXPECT_FALSE(registration.points[1].active);
+}
+
+TEST_F(SurveyOfStations, HasOneHostAtATime) {
+  EXPECT_THROW(SurveyHost(SurveyHost::Options{"", TSL_REGISTRATION}), std::logic_error);
+  EXPECT_TRUE(host.registerStations(twoStations, request).registered()) << "the first goes on";
+}
+
 /// Remembers the stages, and ends the work at the first step.
 class CancelledProgress : public Progress {
  public:
@@ -92,6 +138,23 @@ TEST_F(SurveyOfStations, InFilesIsRegisteredTooAndLeavesNothingOpen) {
     Findings findings;
     EXPECT_TRUE(host.registerFiles(request, findings, progress).registered());
   }
+}
+
+TEST_F(SurveyOfStations, InADrawingLeavesItToOthers) {
+  const TemporaryFolder folder;
+  request.document = folder.file("hall.tpd");
+  writeBytes(folder.file("a.txt"), "T1 0 0 0\nT2 8 0 0\nT3 0 8 0\nT4 0 0 8\n");
+  writeBytes(folder.file("b.txt"), "T1 1 0 0\nT2 9 0 0\nT3 1 8 0\nT4 1 0 8\n");
+  request.files = {{Layout::nxyz, {folder.file("a.txt"), folder.file("b.txt")}}};
+  Findings findings;
+  Progress progress;
+  host.registerFiles(request, findings, progress);
+  request.files.clear();
+  EXPECT_TRUE(host.registerFiles(request, findings, progress).registered()) << "it holds the groups, and is closed";
+  request.base = {"none"};
+  EXPECT_THROW(host.registerFiles(request, findings, progress), Refused);
+  request.base.clear();
+  EXPECT_TRUE(host.registerFiles(request, findings, progress).registered()) << "after a refusal too";
 }
 
 }  // namespace
