@@ -358,23 +358,31 @@ TEST(ASearchForNames, LeavesOutAStationThatChanceMightHavePlacedAsWell) {
 }
 
 TEST(ASearchForNames, GivesTargetsTheNameThatALaterStationBrings) {
-  StationPoints third = stationSeeing("C", {2, 3, 4, 5, 6}, 1.9);
-  third.points[3].name = "T5";
-  Survey survey({stationSeeing("A", {0, 1, 2, 3, 4, 5}, 0.0), stationSeeing("B", {0, 1, 2, 3, 4, 5}, 0.7), third});
+  // C has T5 a centimetre away, so that it comes with a name of its own to the spot of an automatic one.
+  StationPoints third = stationSeeing("C", {0, 1, 2, 3, 4, 5}, 1.9);
+  third.points[5].name = "T5";
+  third.points[5].position.z += 0.012;
+  Survey survey(
+      {stationSeeing("A", {0, 1, 2, 3, 4, 5, 6}, 0.0), stationSeeing("B", {0, 1, 2, 3, 4, 5, 6}, 0.7), third});
   const NamingPlan plan = survey.search();
   ASSERT_THAT(plan.placed, ElementsAre(0, 1, 2));
   const auto& points = (*plan.named)->state().points;
   EXPECT_EQ(points[5].name, "T5");
-  EXPECT_EQ(points[11].name, "T5");
+  EXPECT_EQ(points[12].name, "T5");
 }
 
 TEST(ASearchForNames, HasNoStepThatNamesNothing) {
-  StationPoints twins = stationSeeing("A", allTargets, 0.0);
-  twins.points.push_back(twins.points[3]);
-  twins.points.back().position.x += 0.03;
-  Survey survey({twins, stationSeeing("B", allTargets, 0.7)});
+  // The files have two names on one spot, which voids every matching by closeness; target 8 would get one by it.
+  const Targets seen{0, 1, 2, 3, 4, 5, 7, 8};
+  StationPoints first = stationSeeing("A", seen, 0.0), second = stationSeeing("B", seen, 0.7);
+  first.points[6].name = "T7";
+  second.points[6].name = "T8";
+  second.points[6].position.z += 0.003;
+  second.points[7].position.z += 0.012;
+  Survey survey({first, second});
   const NamingPlan plan = survey.search();
   ASSERT_THAT(plan.placed, ElementsAre(0, 1));
+  EXPECT_FALSE((*plan.named)->state().points[7].record.named);
   for (const NamingStep& step : plan.steps) EXPECT_TRUE(step.kind == NamingKind::solve || step.named > 0);
 }
 
