@@ -282,7 +282,7 @@ TEST(ASearchForNames, TakesARoomThatLiesFarOffForAnotherOne) {
 TEST(ASearchForNames, LeavesOutAStationThatTheNamesOfTheFilesPutElsewhere) {
   // C was measured with the targets of A, but three that the files name lie half a metre from where B has them.
   std::vector<OdGePoint3d> targets = hall, later = hall;
-  for (const std::size_t i : {7, 8, 9}) later[i].z += 0.5;
+  for (const std::size_t i : Targets{7, 8, 9}) later[i].z += 0.5;
   StationPoints second = stationSeeing("B", targets, {0, 1, 2, 3, 4, 7, 8, 9}, 0.7);
   StationPoints third = stationSeeing("C", later, {0, 2, 3, 5, 6, 7, 8, 9}, 1.9);
   for (std::size_t i = 5; i < 8; ++i) second.points[i].name = third.points[i].name = "T" + std::to_string(i);
