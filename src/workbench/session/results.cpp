@@ -101,8 +101,8 @@ class RmsSum {
     ++rms.count;
     sum += *value;
     squares += *value * *value;
-    // Written so that a value that is no number stays seen.
-    if (!(*value <= rms.largest)) rms.largest = *value;
+    // A value that is no number stays seen.
+    if (!std::isnan(rms.largest) && !(*value <= rms.largest)) rms.largest = *value;
   }
   std::optional<Rms> result() const {
     if (rms.count == 0) return std::nullopt;

@@ -128,12 +128,13 @@ TEST(Alignments, CoordinatesOfMillionsAreLaidAsWell) {
 }
 
 TEST(Alignments, OfTwoPointsAtOneTargetTheNearerIsLaidOntoIt) {
-  Points twins = irregular;
-  twins.push_back(irregular[4] + Eigen::Vector3d(0.02, 0, 0));
-  const StationShape there = shapeOf(irregular), here = shapeOf(turned(twins));
-  const auto ways = alignments(fieldOf(there), here, 0.05, 5, 16);
-  ASSERT_FALSE(ways.empty());
-  EXPECT_EQ(ways[0], inOrder(5));
+  const Eigen::Vector3d beside = irregular[4] + Eigen::Vector3d(0.02, 0, 0);
+  const StationShape there = shapeOf(irregular);
+  const auto best = [&](const Points& points) {
+    return alignments(fieldOf(there), shapeOf(turned(points)), 0.05, 5, 16).at(0);
+  };
+  EXPECT_EQ(best(joined(irregular, {beside})), inOrder(5));
+  EXPECT_EQ(best(joined({beside}, irregular)), (Placement{{1, 0}, {2, 1}, {3, 2}, {4, 3}, {5, 4}}));
 }
 
 TEST(Alignments, StationsAmongManyTargetsAreLaidOntoTheirOwn) {

@@ -52,6 +52,17 @@ TEST(ClosePoints, HoldEveryPointWhereOneHasNoPosition) {
   EXPECT_EQ(spotsOf({{0, 0, 0}, {50, 0, 0}, {0, std::nan(""), 0}, {99, 0, 0}}, 1.0), (std::vector<Ids>{{0, 1, 2, 3}}));
 }
 
+TEST(ClosePoints, HoldEveryPointWhereOneLacksASingleCoordinate) {
+  StateBuilder survey;
+  survey.group("A").point("?").point("?").point("?");
+  const std::vector<PlacedPoint> placed{{{0, 0, 0}, &survey.state.points[0]},
+                                        {{50, 0, 0}, &survey.state.points[1]},
+                                        {{0, std::nan(""), 0}, &survey.state.points[2]}};
+  const std::vector<PointCluster> clusters = closePointClusters(placed, 1.0);
+  ASSERT_EQ(clusters.size(), 1u);
+  EXPECT_EQ(clusters[0].size(), 3u);
+}
+
 TEST(ClosePoints, PutPointsAtOneInfinityTogether) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   StateBuilder survey;

@@ -95,11 +95,19 @@ TEST(DoubledNames, APointThatIsNowhereHasNoSpot) {
   EXPECT_THAT(doubled(survey), IsEmpty());
 }
 
+TEST(DoubledNames, PointsThatAreNowhereHideNoOthers) {
+  constexpr double lost = std::numeric_limits<double>::quiet_NaN();
+  StateBuilder survey;
+  survey.group("A").point("T1", {9, 0, 0}).point("T2", {lost, 0, 0}).point("T3", {1, 0, 0}).point("T4", {lost, 0, 0});
+  survey.group("B").point("auto0", {lost, 0, 0}).point("auto1", {1.001, 0, 0}).point("auto2", {9.001, 0, 0});
+  EXPECT_THAT(doubled(survey), ElementsAre(Pair(5, 2), Pair(6, 0)));
+}
+
 TEST(DoubledNames, AnAutomaticNameThatAFileBearsSomewhereIsTheFiles) {
   StateBuilder survey;
   survey.group("A").point("auto0", {0, 0, 0}).group("B").point("auto1", {0, 0, 0}).group("C").point("auto1", {0, 0, 0});
   SessionState state = withAutomaticNames(survey.state);
-  state.points[2].record.autoNamed = false;
+  state.points[1].record.autoNamed = false;
   EXPECT_THAT(doubledNames(state, {0, 1, 2}, {}, 0.02), ElementsAre(Pair(0, 1)));
 }
 

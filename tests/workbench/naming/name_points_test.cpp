@@ -245,6 +245,32 @@ TEST(NamingByTheSearch, GoesOnWithoutAStationThatFitsNowhere) {
   EXPECT_EQ(report.reasons[0].limit, 0.02);
 }
 
+TEST(NamingByTheSearch, TellsOfAStationOnThreePointsThatChanceMightHaveJoined) {
+  const auto reasonsOf = [](double noise) {
+    std::vector<OdGePoint3d> targets = hall;
+    for (const OdGePoint3d& p :
+         {OdGePoint3d(71.3, 8.2, 1.9), OdGePoint3d(77.9, 31.4, 0.6), OdGePoint3d(60.1, 52.8, 5.2),
+          OdGePoint3d(88.6, 19.7, 7.3), OdGePoint3d(95.2, 44.1, 2.8), OdGePoint3d(66.4, -13.3, 3.5)}) {
+      targets.push_back(p);
+    }
+    StationPoints third = stationSeeing("C", targets, {1, 5, 7, 10, 11, 12, 13, 14, 15}, 1.9);
+    third.points[1].position.z += noise;
+    third.points[2].position.x -= noise;
+    Survey survey({stationSeeing("A", allTargets, 0.0), stationSeeing("B", allTargets, 0.7), third});
+    NamingRequest request = requestOf(Naming::automatic);
+    request.limit = 0.5;
+    request.closeness = 0.02;
+    return survey.name(request).reasons;
+  };
+  EXPECT_THAT(reasonsOf(0.01), IsEmpty()) << "less than one in ten thousand";
+  const auto reasons = reasonsOf(0.12);
+  ASSERT_EQ(reasons.size(), 1u);
+  EXPECT_EQ(reasons[0].kind, FindingKind::weakLink);
+  EXPECT_THAT(reasons[0].groups, ElementsAre("C"));
+  EXPECT_GE(reasons[0].value, 1e-4);
+  EXPECT_LT(reasons[0].value, 1e-2);
+}
+
 TEST(NamingByTheSearch, TellsOfCoordinatesThatAreNoNumbers) {
   StationPoints lost = stationSeeing("B", {0, 1, 2, 3, 4, 5}, 0.7);
   lost.points.push_back({"", {std::nan(""), 0, 0}});

@@ -234,6 +234,158 @@ TEST(ASearchForNames, NamesTheTargetsOfALoopThatCloses) {
               ElementsAre(0, 1, 2, 3, 4, 5, 6, 0, 1, 2, 3, 11, 12, 11, 12, 3, 2, 17, 6, 17, 6, 11, 4, 5, 12));
 }
 
+/// Rooms in a ring: four stations, each of which sees the room before it and the next one. The targets of
+/// the first room, one fewer than in the others, were moved by `gap` before the last station saw them.
+std::vector<StationPoints> ring(double gap) {
+  const std::vector<OdGePoint3d> room{
+      {0.0, 0.0, 0.0}, {4.3, 0.7, 1.1}, {1.2, 5.9, 2.6}, {6.8, 3.1, 3.7}, {8.1, 7.7, 0.4}};
+  const std::vector<OdGePoint3d> corners{{0, 0, 0}, {40, 3, 1}, {44, 42, 2}, {2, 37, 3}};
+  std::vector<OdGePoint3d> targets;
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    const double size = 1.0 + 0.17 * static_cast<double>(i);
+    for (const OdGePoint3d& p : room) {
+      targets.push_back({corners[i].x + size * p.x, corners[i].y + size * p.y, corners[i].z + size * p.z});
+    }
+  }
+  std::vector<OdGePoint3d> later = targets;
+  for (std::size_t i = 0; i < 5; ++i) later[i].x += gap;
+  return {stationSeeing("A", targets, {0, 1, 2, 3, 5, 6, 7, 8, 9}, 0.0),
+          stationSeeing("B", targets, {5, 6, 7, 8, 9, 10, 11, 12, 13, 14}, 0.7),
+          stationSeeing("C", targets, {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}, 1.9),
+          stationSeeing("D", later, {15, 16, 17, 18, 19, 0, 1, 2, 3}, 0.3)};
+}
+
+TEST(ASearchForNames, ClosesALoopWhoseEndsDoNotFallOnOneSpot) {
+  const NamingLimits limits{0.06, 0.02, 0.1, 0.005};
+  Survey survey(ring(0.05));
+  const NamingPlan plan = survey.search(limits);
+  ASSERT_THAT(plan.placed, ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(plan.openLoops, IsEmpty());
+  const auto partners = partnersIn(plan);
+  EXPECT_EQ(std::vector<std::size_t>(partners.end() - 9, partners.end()),
+            (std::vector<std::size_t>{24, 25, 26, 27, 28, 0, 1, 2, 3}));
+}
+
+TEST(ASearchForNames, TellsOfALoopThatStaysOpen) {
+  Survey survey(ring(0.3));
+  const NamingPlan plan = survey.search();
+  EXPECT_THAT(plan.placed, ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(plan.openLoops, ElementsAre(Pair(0, 3)));
+  EXPECT_LE(largestDiscrepancy((*plan.named)->state()), 0.02);
+}
+
+TEST(ASearchForNames, TakesARoomThatLiesFarOffForAnotherOne) {
+  Survey survey(ring(3.0));
+  EXPECT_THAT(survey.search().openLoops, IsEmpty()) << "no loop is open by so much";
+}
+
+TEST(ASearchForNames, LeavesOutAStationThatTheNamesOfTheFilesPutElsewhere) {
+  // C was measured with the targets of A, but three that the files name lie half a metre from where B has them.
+  std::vector<OdGePoint3d> targets = hall, later = hall;
+  for (const std::size_t i : Targets{7, 8, 9}) later[i].z += 0.5;
+  StationPoints second = stationSeeing("B", targets, {0, 1, 2, 3, 4, 7, 8, 9}, 0.7);
+  StationPoints third = stationSeeing("C", later, {0, 2, 3, 5, 6, 7, 8, 9}, 1.9);
+  for (std::size_t i = 5; i < 8; ++i) second.points[i].name = third.points[i].name = "T" + std::to_string(i);
+  Survey survey({stationSeeing("A", targets, {0, 1, 2, 3, 4, 5, 6}, 0.0), second, third});
+  const NamingPlan plan = survey.search();
+  ASSERT_EQ(plan.placed.size(), 2u);
+  EXPECT_LE(largestDiscrepancy((*plan.named)->state()), 0.02);
+}
+
+TEST(ASearchForNames, TriesAStationAgainWhenMoreStationsMayDecideBetweenItsWays) {
+  // The courtyard's corners differ by a centimetre, which is less than measurements may.
+  std::vector<OdGePoint3d> targets = hall;
+  for (const OdGePoint3d& p : {OdGePoint3d(5.010, 5.002, 0), OdGePoint3d(-5, 5.006, 0.004), OdGePoint3d(-4.995, -5, 0),
+                               OdGePoint3d(5.001, -5.008, -0.006), OdGePoint3d(0, 0, 9), OdGePoint3d(0, 0, -3)}) {
+    targets.push_back({p.x + 80.0, p.y, p.z});
+  }
+  Survey survey({stationSeeing("A", targets, {10, 11, 12, 13, 14, 15, 0, 1, 2, 3, 4}, 0.0),
+                 stationSeeing("C", targets, {10, 11, 12, 13, 14, 15, 9}, 0.7),
+                 stationSeeing("D", targets, {0, 1, 2, 3, 4, 9}, 1.9)});
+  const NamingPlan plan = survey.search();
+  EXPECT_THAT(plan.placed, ElementsAre(0, 1, 2));
+  EXPECT_THAT(plan.unplaced, IsEmpty());
+}
+
+/// Stretched about its first point.
+void stretch(std::vector<OdGePoint3d>& targets, const Targets& those, double by) {
+  const OdGePoint3d o = targets[those.front()];
+  for (const std::size_t i : those) {
+    OdGePoint3d& p = targets[i];
+    p = {p.x + by * (p.x - o.x), p.y + by * (p.y - o.y), p.z + by * (p.z - o.z)};
+  }
+}
+
+TEST(ASearchForNames, TakesBackAStationOnThreePointsThatAnotherLinkWouldPutElsewhere) {
+  // C shares a triangle with A and one with D, five metres away from where the first puts it; the sides of
+  // both differ by about a centimetre.
+  std::vector<OdGePoint3d> targets = hall;
+  for (const OdGePoint3d& p : {OdGePoint3d(70, 0, 0), OdGePoint3d(100, 0, 0), OdGePoint3d(81, 25.75, 0),
+                               OdGePoint3d(-80, 10, 5), OdGePoint3d(-50.5, 10, 5), OdGePoint3d(-69.712, 34.96, 5)}) {
+    targets.push_back(p);
+  }
+  const Targets withA{10, 11, 12}, withD{13, 14, 15};
+  std::vector<OdGePoint3d> later = targets;
+  for (const std::size_t i : withD) later[i].y += 5.0;
+  stretch(later, withA, 3.0e-4);
+  stretch(later, withD, 3.7e-4);
+  Survey survey({stationSeeing("A", targets, {1, 3, 4, 6, 9, 10, 11, 12}, 0.0),
+                 stationSeeing("D", targets, {1, 3, 4, 6, 9, 13, 14, 15}, 0.7),
+                 stationSeeing("C", later, {10, 11, 12, 13, 14, 15}, 1.9)});
+  const NamingPlan plan = survey.search();
+  EXPECT_THAT(plan.placed, ElementsAre(0, 1));
+  EXPECT_THAT(troublesOf(plan), ElementsAre(StationTrouble::threePoints));
+  EXPECT_TRUE(plan.risks.empty());
+  EXPECT_FALSE((*plan.named)->state().points[16].record.named) << "nothing of it is left";
+}
+
+TEST(ASearchForNames, LeavesOutAStationThatChanceMightHavePlacedAsWell) {
+  const NamingLimits wide{0.5, 0.5, 0.1, 0.02};
+  std::vector<OdGePoint3d> targets = hall;
+  for (const OdGePoint3d& p :
+       {OdGePoint3d(71.3, 8.2, 1.9), OdGePoint3d(77.9, 31.4, 0.6), OdGePoint3d(60.1, 52.8, 5.2),
+        OdGePoint3d(88.6, 19.7, 7.3), OdGePoint3d(95.2, 44.1, 2.8), OdGePoint3d(66.4, -13.3, 3.5)}) {
+    targets.push_back(p);
+  }
+  StationPoints rough = stationSeeing("C", targets, {1, 5, 7, 10, 11, 12, 13, 14, 15}, 1.9);
+  rough.points[1].position.z += 0.3;
+  rough.points[1].position.x += 0.3;
+  rough.points[2].position.x -= 0.3;
+  Survey survey({stationSeeing("A", allTargets, 0.0), stationSeeing("B", allTargets, 0.7), rough});
+  const NamingPlan plan = survey.search(wide);
+  EXPECT_THAT(plan.placed, ElementsAre(0, 1));
+  EXPECT_THAT(troublesOf(plan), ElementsAre(StationTrouble::threePoints));
+}
+
+TEST(ASearchForNames, GivesTargetsTheNameThatALaterStationBrings) {
+  // C has T5 a centimetre away, so that it comes with a name of its own to the spot of an automatic one.
+  StationPoints third = stationSeeing("C", {0, 1, 2, 3, 4, 5}, 1.9);
+  third.points[5].name = "T5";
+  third.points[5].position.z += 0.012;
+  Survey survey(
+      {stationSeeing("A", {0, 1, 2, 3, 4, 5, 6}, 0.0), stationSeeing("B", {0, 1, 2, 3, 4, 5, 6}, 0.7), third});
+  const NamingPlan plan = survey.search();
+  ASSERT_THAT(plan.placed, ElementsAre(0, 1, 2));
+  const auto& points = (*plan.named)->state().points;
+  EXPECT_EQ(points[5].name, "T5");
+  EXPECT_EQ(points[12].name, "T5");
+}
+
+TEST(ASearchForNames, HasNoStepThatNamesNothing) {
+  // The files have two names on one spot, which voids every matching by closeness; target 8 would get one by it.
+  const Targets seen{0, 1, 2, 3, 4, 5, 7, 8};
+  StationPoints first = stationSeeing("A", seen, 0.0), second = stationSeeing("B", seen, 0.7);
+  first.points[6].name = "T7";
+  second.points[6].name = "T8";
+  second.points[6].position.z += 0.003;
+  second.points[7].position.z += 0.012;
+  Survey survey({first, second});
+  const NamingPlan plan = survey.search();
+  ASSERT_THAT(plan.placed, ElementsAre(0, 1));
+  EXPECT_FALSE((*plan.named)->state().points[7].record.named);
+  for (const NamingStep& step : plan.steps) EXPECT_TRUE(step.kind == NamingKind::solve || step.named > 0);
+}
+
 // --- Its course.
 
 TEST(ASearchForNames, TellsHowManyStationsStand) {

@@ -124,6 +124,15 @@ TEST(NamingSession, SaysThatOneOfTheGroupsTakesNoPart) {
   EXPECT_FALSE(naming.solve({}));
 }
 
+TEST(NamingSession, SaysThatAGroupHasTooFewPointsLeft) {
+  FourStations survey;
+  survey.driven.excludePoints({12, 13});
+  NamingSession naming(survey.driven);
+  EXPECT_EQ(naming.groups(), allStations);
+  EXPECT_FALSE(naming.solve({0, 1, 3})) << "though the other two can be joined";
+  EXPECT_TRUE(naming.solve({0, 1}));
+}
+
 TEST(NamingSession, CountsThePointsThatTookTheOthersName) {
   auto first = triangle("T1", "T2", "T3"), second = triangle("U1", "U2", "T3");
   WatchedSession watched({{"A", first}, {"B", second}});

@@ -54,6 +54,12 @@ TEST(TroubleOfAStation, FitsAsAMirrorImageOfSixPoints) {
   EXPECT_EQ(unplaced.points, 6u);
 }
 
+TEST(TroubleOfAStation, FitsAsAMirrorImageOfFivePointsAtLeast) {
+  const UnplacedStation unplaced = troubleOfLast({others, mirrored(stationSeeing("B", {1, 3, 5, 7, 8}, 0.7))});
+  EXPECT_EQ(unplaced.trouble, StationTrouble::mirrored);
+  EXPECT_EQ(unplaced.points, 5u);
+}
+
 TEST(TroubleOfAStation, IsNoMirrorImageByFourPointsAlone) {
   const UnplacedStation unplaced = troubleOfLast({others, mirrored(stationSeeing("B", {0, 2, 4, 5}, 0.7))});
   EXPECT_NE(unplaced.trouble, StationTrouble::mirrored);
@@ -73,6 +79,18 @@ TEST(TroubleOfAStation, CanBeLaidInSeveralWays) {
       troubleOfLast({stationSeeing("A", courtyard, all, 0.0), stationSeeing("B", courtyard, all, 0.7)});
   EXPECT_EQ(unplaced.trouble, StationTrouble::ambiguous);
   EXPECT_EQ(unplaced.points, 6u);
+}
+
+TEST(TroubleOfAStation, OfFivePointsCanBeLaidInSeveralWaysByThreeAndOfSixByFour) {
+  // An isosceles triangle that two stations see, and targets that only one of them sees.
+  const std::vector<OdGePoint3d> targets{{-5, 0, 0},  {5, 0, 0},   {0, 9, 0},  {31, 4, 2}, {47, -6, 5},
+                                         {22, 18, 8}, {60, 33, 1}, {71, 9, 4}, {55, 50, 7}};
+  const StationPoints first = stationSeeing("A", targets, {0, 1, 2, 6, 7, 8}, 0.0);
+  const UnplacedStation five = troubleOfLast({first, stationSeeing("B", targets, {0, 1, 2, 3, 4}, 0.7)});
+  EXPECT_EQ(five.trouble, StationTrouble::ambiguous);
+  EXPECT_EQ(five.points, 3u);
+  const UnplacedStation six = troubleOfLast({first, stationSeeing("B", targets, {0, 1, 2, 3, 4, 5}, 0.7)});
+  EXPECT_NE(six.trouble, StationTrouble::ambiguous);
 }
 
 TEST(TroubleOfAStation, HangsOnThreePoints) {

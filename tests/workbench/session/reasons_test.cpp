@@ -92,6 +92,50 @@ TEST(ReasonsOut, ASingleGroupHasNothingToJoin) {
   EXPECT_EQ(reasonsOut(b.state), Reasons(3, Reason::nothingToJoin));
 }
 
+TEST(ReasonsOut, TheUsersOwnSwitchesGoBeforeOneAnother) {
+  StateBuilder b;
+  b.group("A").point("?").inactive().last().weight = 0.0;
+  b.last().included = false;
+  b.point("?").inactive().last().weight = 0.0;
+  const Reasons reasons = reasonsOut(b.state);
+  EXPECT_EQ(reasons[0], Reason::excluded);
+  EXPECT_EQ(reasons[1], Reason::weightZero);
+}
+
+TEST(ReasonsOut, AWeightBelowZeroIsNoReason) {
+  StateBuilder b;
+  b.group("A").point("P1").inactive().last().weight = -1.0;
+  b.group("B").point("P1");
+  EXPECT_NE(reasonsOut(b.state)[0], Reason::weightZero);
+}
+
+TEST(ReasonsOut, ABasePointWhosePartnersFellOutSaysSo) {
+  StateBuilder b;
+  b.group("Base", true).points({"P1", "P2", "P3"}).point("Q").inactive();
+  b.group("A").points({"P1", "P2", "P3"});
+  b.group("B").point("Q").inactive();
+  const Reasons reasons = reasonsOut(b.state);
+  EXPECT_EQ(reasons[3], Reason::partnersOut);
+  EXPECT_EQ(reasons[7], Reason::thinGroup) << "the base has the name";
+}
+
+TEST(ReasonsOut, OneGroupThatSharesNothingWithItsBaseHasALoneName) {
+  StateBuilder b;
+  b.group("Base", true).point("P1").inactive();
+  b.group("A").point("Q").inactive();
+  EXPECT_EQ(reasonsOut(b.state)[1], Reason::loneName) << "there is something to join";
+  EXPECT_EQ(reasonsOut(b.state)[0], Reason::baseNotShared);
+}
+
+TEST(ReasonsOut, OneGroupBesideABaseThatIsExcludedHasNothingToJoin) {
+  StateBuilder b;
+  b.group("Base", true).point("P1").inactive().last().included = false;
+  b.group("A").point("P1").inactive();
+  EXPECT_EQ(reasonsOut(b.state)[1], Reason::nothingToJoin);
+}
+
+TEST(ReasonsOut, OfNothingAreNone) { EXPECT_TRUE(reasonsOut({}).empty()); }
+
 TEST(ReasonsOut, EveryReasonHasWordsAndAKey) {
   EXPECT_STREQ(reasonText(Reason::thinGroup), "the group is left with fewer than 3 shared points");
   EXPECT_STREQ(reasonKey(Reason::thinGroup), "thin-group");

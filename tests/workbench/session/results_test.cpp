@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "workbench/session_states.h"
 
@@ -163,6 +164,70 @@ TEST_F(ShiftedGroup, WithoutABaseThereIsNoDistanceAtTheBase) {
   EXPECT_FALSE(describeResults(builder.state, solved).atBase);
 }
 
+TEST_F(ShiftedGroup, TheRowsHoldWhatTheSessionHolds) {
+  builder.group("B").point("Q", {1, 2, 3}).inactive().last().weight = 0.5;
+  const Outcomes rows = outcomesOf(builder.state);
+  ASSERT_EQ(rows.groups.size(), 3u);
+  EXPECT_EQ(rows.groups[0].name, "Base");
+  EXPECT_TRUE(rows.groups[0].inBase);
+  EXPECT_EQ(rows.groups[1].points, 3u);
+  EXPECT_EQ(rows.groups[1].active, 3u);
+  EXPECT_EQ(rows.groups[2].points, 1u);
+  EXPECT_EQ(rows.groups[2].active, 0u);
+  const PointOutcome& point = rows.points[6];
+  EXPECT_EQ(point.id, 6u);
+  EXPECT_EQ(point.group, 2u);
+  EXPECT_EQ(point.name, "Q");
+  EXPECT_EQ(point.position, OdGePoint3d(1, 2, 3));
+  EXPECT_EQ(point.weight, 0.5);
+  EXPECT_EQ(point.reason, Reason::loneName);
+  EXPECT_FALSE(rows.points[0].reason);
+}
+
+TEST_F(ShiftedGroup, ARowKnowsItsGroupByItsIndexThoughIdsAreMissing) {
+  builder.state.groups[1].id = 40;
+  for (std::size_t i = 3; i < 6; ++i) builder.state.points[i].record.groupId = 40;
+  const Outcomes rows = outcomesOf(builder.state);
+  EXPECT_EQ(rows.points[5].group, 1u);
+  EXPECT_EQ(rows.groups[1].id, 40u);
+}
+
+TEST_F(ShiftedGroup, TargetsAndSpreadAreTakenOver) {
+  solved.targets = {{"P1", {1, 2, 3}, 0.5}};
+  solved.spread.largest = 0.25;
+  solved.spread.counts = {1, 2};
+  const Results results = describeResults(builder.state, solved);
+  ASSERT_EQ(results.targets.size(), 1u);
+  EXPECT_EQ(results.targets[0].name, "P1");
+  EXPECT_EQ(results.spread.largest, 0.25);
+  EXPECT_EQ(results.spread.counts, (std::vector<std::uint64_t>{1, 2}));
+}
+
+TEST_F(ShiftedGroup, ADiscrepancyThatIsNoNumberStaysSeenInTheRms) {
+  builder.state.discrepancies[4] = std::nan("");
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_TRUE(std::isnan(results.discrepancies->value));
+  EXPECT_TRUE(std::isnan(results.discrepancies->largest));
+  EXPECT_EQ(results.discrepancies->count, 3u);
+  EXPECT_EQ(results.largest, 3u) << "the largest of the numbers";
+}
+
+TEST_F(ShiftedGroup, ABasePointThatIsOutSaysNothingOfItsTarget) {
+  builder.state.points[0].record.active = false;
+  const Results results = describeResults(builder.state, solved);
+  EXPECT_FALSE(results.rows.points[3].atBase);
+  EXPECT_TRUE(results.rows.points[4].atBase);
+  EXPECT_EQ(results.atBase->count, 2u);
+}
+
+TEST(AState, OfNothingHasNoRowsAndNoResults) {
+  const Results results = describeResults({}, {});
+  EXPECT_TRUE(results.rows.groups.empty());
+  EXPECT_TRUE(results.rows.points.empty());
+  EXPECT_FALSE(results.discrepancies);
+  EXPECT_FALSE(results.largest);
+}
+
 /// Six points with the given discrepancies.
 Results resultsOf(const std::vector<double>& discrepancies) {
   StateBuilder b;
@@ -195,6 +260,28 @@ TEST(Outlier, TheMedianOfAnEvenCountLiesBetweenTheTwoInTheMiddle) {
   const Results results = resultsOf({1, 1, 1, 3, 3, 20});
   ASSERT_TRUE(results.outlier);
   EXPECT_EQ(results.outlier->timesMedian, 10.0);
+}
+
+TEST(Outlier, IsNoneAmongTheRoundingOfNumbers) {
+  // The points span 1000: a hundred-millionth of it is 1e-5.
+  const auto largestOf = [](double discrepancy) {
+    StateBuilder b;
+    b.group("A").point("P0", {0, 0, 0}).point("P1", {1000, 0, 0});
+    b.state.discrepancies[1] = discrepancy;
+    SolvedTransforms solved;
+    solved.toCommon.emplace(0, OdGeMatrix3d());
+    return describeResults(b.state, solved).largest;
+  };
+  EXPECT_FALSE(largestOf(0.9e-5));
+  EXPECT_EQ(largestOf(1.1e-5), 1u);
+}
+
+TEST(Outlier, ValuesThatAreNotFiniteHaveNoSay) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const Results results = resultsOf({1, 1, infinity, std::nan(""), 1, 1, 1, 9});
+  EXPECT_EQ(results.largest, 7u);
+  ASSERT_TRUE(results.outlier);
+  EXPECT_EQ(results.outlier->timesMedian, 9.0);
 }
 
 }  // namespace
