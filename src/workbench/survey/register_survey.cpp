@@ -110,7 +110,7 @@ void conclude(Workbench& workbench, DrivenSession& session, Solve solved, Regist
   registration.links = describeLinks(state, session.clusters());
 }
 
-/// The files in the drawing, until the survey shows that the request asks for what there isn't.
+/// The files in the drawing, until the request turns out to be one that can't be carried out.
 class TakenIn {
  public:
   TakenIn(Workbench& workbench_, const ResolvedRequest& resolved, Findings& findings)
@@ -170,8 +170,8 @@ std::unique_ptr<OpenSurvey> registerSurvey(Workbench& workbench, const ResolvedR
   TakenIn files(workbench, resolved, findings);
   try {
     return solveImported(workbench, resolved, files.import(), findings, progress);
-  } catch (const Refused& refused) {
-    if (refusalClass(refused.refusal().kind) == RefusalClass::usage) files.undo();
+  } catch (const Refused&) {
+    files.undo();
     throw;
   }
 }

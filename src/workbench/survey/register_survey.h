@@ -29,8 +29,8 @@ class OpenSurvey {
 };
 
 /// Takes the files in, makes the drawing when it is missing, chooses, names and solves. When the groups
-/// can't be registered the outcome says why. Throws Refused, and what the host throws; a request for what
-/// there isn't leaves the drawing as it was, and none that wasn't there.
+/// can't be registered the outcome says why. Throws Refused, and what the host throws; a request that is
+/// refused, or cancelled, leaves the drawing as it was, and none that wasn't there.
 std::unique_ptr<OpenSurvey> registerSurvey(Workbench& workbench, const ResolvedRequest& resolved, Findings& findings,
                                            Progress& progress);
 

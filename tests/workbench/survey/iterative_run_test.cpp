@@ -36,7 +36,7 @@ TEST_F(IterativeRuns, TellHowTheLoopEnded) {
   EXPECT_TRUE(result.course->converged());
   EXPECT_EQ(result.course->limit, 5000u);
   EXPECT_EQ(result.course->criterion, 1e-6);
-  EXPECT_THAT(result.links.parts, IsEmpty());
+  EXPECT_THAT(result.links.components, IsEmpty());
   EXPECT_THAT(found(), IsEmpty());
 }
 
@@ -71,8 +71,8 @@ TEST_F(IterativeRuns, OfPartsThatDontHangTogetherAreFoundAndGoOn) {
   const IterativeRun result = run();
   EXPECT_TRUE(result.registered);
   ASSERT_THAT(found(), ElementsAre(FindingKind::notConnected));
-  EXPECT_THAT(findings.all()[0].parts, ElementsAre(ElementsAre("A", "B"), ElementsAre("C", "D")));
-  ASSERT_EQ(result.links.parts.size(), 2u);
+  EXPECT_THAT(findings.all()[0].components, ElementsAre(ElementsAre("A", "B"), ElementsAre("C", "D")));
+  ASSERT_EQ(result.links.components.size(), 2u);
   ASSERT_EQ(result.links.links.size(), 1u);
   EXPECT_THAT(result.links.links[0].names, ElementsAre("X"));
 }

@@ -87,7 +87,7 @@ TEST_F(RegisterSurvey, OfGroupsThatDontHangTogetherTellsWhatTheyLack) {
   store({hallFrom("A", 0, {"T1", "T2", "T3"}), hallFrom("B", 100, {"T1", "T2", "U3", "U4"})});
   const Registration registration = registerThem();
   EXPECT_TRUE(std::holds_alternative<NotConnected>(registration.outcome));
-  EXPECT_EQ(registration.links.parts.size(), 2u);
+  EXPECT_EQ(registration.links.components.size(), 2u);
   ASSERT_EQ(registration.links.links.size(), 1u);
   EXPECT_THAT(registration.links.links[0].names, ElementsAre("T1", "T2"));
   EXPECT_EQ(registration.groups.size(), 2u);
@@ -102,7 +102,7 @@ TEST_F(RegisterSurvey, OfABaseThatSharesTooLittleTellsTheLinks) {
   const Registration registration = registerThem();
   EXPECT_TRUE(std::holds_alternative<BaseNotShared>(registration.outcome));
   EXPECT_FALSE(registration.usesBase);
-  EXPECT_FALSE(registration.links.parts.empty());
+  EXPECT_FALSE(registration.links.components.empty());
 }
 
 TEST_F(RegisterSurvey, OfANamingThatIsntCertainTellsItsReasons) {
@@ -113,7 +113,7 @@ TEST_F(RegisterSurvey, OfANamingThatIsntCertainTellsItsReasons) {
   ASSERT_TRUE(registration.naming);
   EXPECT_TRUE(registration.naming->isRefused);
   EXPECT_FALSE(registration.naming->reasons.empty());
-  EXPECT_THAT(registration.links.parts, IsEmpty()) << "names that weren't found link nothing";
+  EXPECT_THAT(registration.links.components, IsEmpty()) << "names that weren't found link nothing";
   EXPECT_EQ(registration.points.size(), 5u);
 }
 

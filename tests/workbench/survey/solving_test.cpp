@@ -168,7 +168,7 @@ TEST_F(Solving, TheIterativeMethodLeavesItsCourseAndTheParts) {
   EXPECT_EQ(solveAll(), Solve::registered);
   ASSERT_TRUE(registration.iterations);
   EXPECT_EQ(registration.iterations->limit, 3u);
-  EXPECT_EQ(registration.links.parts.size(), 2u);
+  EXPECT_EQ(registration.links.components.size(), 2u);
 }
 
 TEST_F(Solving, TheIterativeMethodCanBeCancelled) {
