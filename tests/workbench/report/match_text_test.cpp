@@ -32,10 +32,10 @@ Registration sixStations() {
 TEST(MatchText, ListsTheStepsThatNameAndTheReasons) {
   EXPECT_EQ(matchText(sixStations(), threeSteps(), LengthFormat(Unit::metre)),
             "Naming (auto): 8 points have automatic names, 1 have none\n"
-            "  step  what                                      within  sides differ by  named\n"
-            "     1  equal triangles of A, B, C, D and 2 more   0.005              0.1      6\n"
-            "     2  points on one spot                          0.02                -      2\n"
-            "  - F: only three points fit the others, and chance may do that among so many\n");
+            "  step  what                                          within  sides differ by  named\n"
+            "     1  congruent triangles of A, B, C, D and 2 more   0.005              0.1      6\n"
+            "     2  coincident points                               0.02                -      2\n"
+            "  - F: only three points fit the other stations, and among so many points that may be chance\n");
 }
 
 TEST(MatchText, HasNoTableWithoutSteps) {
