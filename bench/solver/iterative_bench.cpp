@@ -55,16 +55,10 @@ void countPasses(benchmark::State& state) {
 void iterativePasses(benchmark::State& state) {
   const RefPointList points = survey(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
-    int method = 0;
-    std::vector<RigidTransform> table;
-    GroupTransforms transforms;
-    CommonPoints commonPoints;
+    SolveResults results;
     PointDiscrepancies discrepancies;
-    std::uint64_t iterations = 0;
-    double movement = 0.0;
-    solveIterative(points, {iterationLimit, noCriterion}, points, {iterations, movement},
-                   {method, table, transforms, commonPoints, discrepancies});
-    benchmark::DoNotOptimize(movement);
+    const auto end = solveIterative(points, {iterationLimit, noCriterion}, points, results, discrepancies);
+    benchmark::DoNotOptimize(end->movement);
   }
   countPasses(state);
 }

@@ -52,19 +52,15 @@ RefPointList corridor(const std::vector<GroupId>& order) {
 void registerCorridor(benchmark::State& state, const std::vector<GroupId>& order) {
   const RefPointList sessionPoints = corridor(order);
   for (auto _ : state) {
-    int method = 0;
-    std::vector<ZOR::reg::RigidTransform> table;
-    ZOR::reg::GroupTransforms transforms;
-    ZOR::reg::CommonPoints commonPoints;
+    ZOR::reg::SolveResults results;
     ZOR::reg::PointDiscrepancies discrepancies;
     RefPointList workingPoints;
     ZOR::reg::prepareSolvePoints(sessionPoints, workingPoints, discrepancies);
     ZOR::reg::GroupClusters clusters;
     std::map<GroupId, ZOR::reg::GroupMerges> mergeLists;
     ZOR::reg::findGroupClusters(ZOR::reg::collectGroupNames(workingPoints), clusters, mergeLists);
-    ZOR::reg::solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints,
-                            {method, table, transforms, commonPoints, discrepancies});
-    benchmark::DoNotOptimize(transforms);
+    ZOR::reg::solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints, results, discrepancies);
+    benchmark::DoNotOptimize(results.groupTransforms);
   }
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }

@@ -1,4 +1,4 @@
-// Which of a survey's groups hang together, and the scan that starts again after each join as baseline.
+// Which of a survey's groups are connected, and the scan that starts again after each join as baseline.
 #include "workbench/geometry/linked_sets.h"
 
 #include <benchmark/benchmark.h>

@@ -5,9 +5,9 @@
 
 namespace ZOR::reg {
 
-/// Looks for spots where registered points of `points` lie closer together than `tolerance`
-/// (drawing units), chains included, and decides which name each point of a spot takes. Groups
-/// without a transformation take no part. Two binding names on one spot leave `changes` empty, as
+/// Looks for clusters in which registered points of `points` lie closer together than `tolerance`
+/// (drawing units), chains included, and decides which name each point of a cluster takes. Groups
+/// without a transformation take no part. Two binding names in one cluster leave `changes` empty, as
 /// if nothing had matched.
 void matchByDistance(const RefPointList& points, const GroupTransforms& groupTransforms, double tolerance,
                      NamingChanges& changes);

@@ -11,7 +11,7 @@ namespace ZOR::reg {
 /// The row numbers of each cluster.
 using RowClusters = std::vector<std::vector<std::uint64_t>>;
 
-/// Replaces `clusters` by the sets of at least two rows that hang together by links, in ascending
+/// Replaces `clusters` by the sets of at least two rows that are connected by links, in ascending
 /// order of their lowest row, the rows of each ascending. Two rows are linked unless their distance
 /// is at least `threshold`; a distance that is not a number therefore links.
 void clusterRows(const RowTable& rows, double threshold, RowClusters& clusters);

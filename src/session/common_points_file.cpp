@@ -22,7 +22,7 @@ void writeLine(std::ostream& out, const std::string& name, const CommonPoint& po
 }  // namespace
 
 bool MultiRegistrator::saveCommonPointsFile(std::string name, std::string folder) {
-  if (name.empty() || folder.empty() || commonPoints.empty()) return false;
+  if (name.empty() || folder.empty() || results.commonPoints.empty()) return false;
   const boost::filesystem::path folderPath(folder);
   if (!isFolder(folderPath) || !boost::filesystem::windows_name(name)) return false;
 
@@ -30,7 +30,7 @@ bool MultiRegistrator::saveCommonPointsFile(std::string name, std::string folder
   if (!out) return false;
   out << std::fixed;
   const NamesById nameOf(commonNames);
-  for (const auto& [id, point] : commonPoints) writeLine(out, nameOf[id], point);
+  for (const auto& [id, point] : results.commonPoints) writeLine(out, nameOf[id], point);
   return true;
 }
 

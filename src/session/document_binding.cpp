@@ -144,32 +144,32 @@ void MultiRegistrator::getPointClouds(std::list<NamedId>& cloudList) {
 
 bool MultiRegistrator::applyTransformToCloud(GroupId group, std::uint64_t cloud) {
   if (cloud >= clouds.size()) return false;
-  const auto transform = groupTransforms.find(group);
-  if (transform == groupTransforms.end()) return false;
+  const auto transform = results.groupTransforms.find(group);
+  if (transform == results.groupTransforms.end()) return false;
   moveCloud(*clouds[cloud], transform->second);
   return true;
 }
 
 bool MultiRegistrator::applyTransformations() {
-  if (groupTransforms.empty() || clouds.empty()) return false;
+  if (results.groupTransforms.empty() || clouds.empty()) return false;
   const IdsByName groupsByName = idsByName(groupNames);
   for (const auto& cloud : clouds) {
     const auto group = groupsByName.find(cloud->getName().narrow());
     if (group == groupsByName.end()) continue;
-    const auto transform = groupTransforms.find(group->second);
-    if (transform != groupTransforms.end()) moveCloud(*cloud, transform->second);
+    const auto transform = results.groupTransforms.find(group->second);
+    if (transform != results.groupTransforms.end()) moveCloud(*cloud, transform->second);
   }
   return true;
 }
 
 bool MultiRegistrator::storeCommonPoints(std::string name) {
-  if (commonPoints.empty() || !isGroupName(name)) return false;
+  if (results.commonPoints.empty() || !isGroupName(name)) return false;
   const OdDbDatabasePtr database = activeDatabase();
   if (database.isNull()) return false;
 
   const NamesById nameOf(commonNames);
   StoredPointArray points;
-  for (const auto& [id, point] : commonPoints) {
+  for (const auto& [id, point] : results.commonPoints) {
     points.append(
         {OdString(nameOf[id], CP_ANSI_1251), point.position.x, point.position.y, point.position.z, point.weight});
   }

@@ -74,7 +74,7 @@ class iMultiRegistrator {
 
   virtual void clearResults() = 0;
 
-  /// False when the groups don't hang together; getGroupClusters then tells which do. The earlier
+  /// False when the groups aren't connected; getGroupClusters then says which are. The earlier
   /// discrepancies are gone even then, and `discrepancies` is empty.
   virtual bool registerPairwise(std::map<RefPointId, double>& discrepancies) = 0;
   virtual void getGroupClusters(std::map<std::uint64_t, GroupIdSet>& clusters) = 0;

@@ -78,7 +78,7 @@ void MultiRegistrator::matchPointsByDistance(double tolerance, std::map<RefPoint
   assignedNames.clear();
   matchDistanceTolerance = tolerance;
   NamingChanges changes;
-  matchByDistance(sessionPoints, groupTransforms, tolerance, changes);
+  matchByDistance(sessionPoints, results.groupTransforms, tolerance, changes);
   applyMatch(changes, assignedNames, inactiveGroups, inactivePoints);
 }
 
@@ -136,19 +136,19 @@ void MultiRegistrator::refreshDisplayNames(const RefPointIdSet& points) {
   const std::map<RefPointId, OdString> names = displayNamesOf(points, sessionPoints, commonNames);
   renameMarkers(names, visibleDisplay);
   renameMarkers(names, allDisplay);
-  if (!groupTransforms.empty()) renameMarkers(names, untransformedDisplay);
+  if (!results.groupTransforms.empty()) renameMarkers(names, untransformedDisplay);
   refreshViews();
 }
 
 double MultiRegistrator::getMaxPointSpread() {
   std::vector<double> distances;
-  collectSpreadDistances(sessionPoints, groupTransforms, commonPoints, distances);
+  collectSpreadDistances(sessionPoints, results.groupTransforms, results.commonPoints, distances);
   return maxSpread(distances);
 }
 
 bool MultiRegistrator::getPointSpreadHistogram(std::vector<std::uint64_t>& binCounts, std::vector<double>& binEdges) {
   std::vector<double> distances;
-  if (!collectSpreadDistances(sessionPoints, groupTransforms, commonPoints, distances)) return false;
+  if (!collectSpreadDistances(sessionPoints, results.groupTransforms, results.commonPoints, distances)) return false;
   spreadHistogram(distances, binCounts, binEdges);
   return true;
 }

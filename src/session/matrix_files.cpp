@@ -21,8 +21,8 @@ bool MultiRegistrator::saveGroupMatrices(GroupIdSet groups, std::string folder, 
   for (GroupId group : groups) {
     const std::string& name = names[group];
     if (!boost::filesystem::windows_name(name)) continue;
-    const auto transform = groupTransforms.find(group);
-    if (transform == groupTransforms.end()) continue;
+    const auto transform = results.groupTransforms.find(group);
+    if (transform == results.groupTransforms.end()) continue;
     auto out = openForWriting<std::ofstream>(folderPath / textFileName(name));
     std::string text;
     if (out && matrixFormats.formatMatrixById(transform->second, format, text)) out << text;

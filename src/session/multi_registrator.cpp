@@ -22,7 +22,7 @@ constexpr std::uint8_t colorsOfGroups[] = {1,   2,   3,   4,  5,  6,   10,  50, 
 
 MultiRegistrator::MultiRegistrator()
     : transient(&visibleDisplay),
-      matrixFormats(&groupTransforms),
+      matrixFormats(&results.groupTransforms),
       groupColors(std::begin(colorsOfGroups), std::end(colorsOfGroups)) {
   maxIterations = static_cast<std::uint64_t>(settings.maxIterations());
   convergenceCriteria = settings.convergenceCriteria();
@@ -51,16 +51,16 @@ bool MultiRegistrator::hasUnnamedPoints() {
 
 bool MultiRegistrator::hasUnnamedPointsInRegisteredGroups() {
   return std::any_of(sessionPoints.begin(), sessionPoints.end(), [this](const RefPoint& point) {
-    return !point.named && groupTransforms.count(point.groupId) != 0;
+    return !point.named && results.groupTransforms.count(point.groupId) != 0;
   });
 }
 
 void MultiRegistrator::clearResults() {
   pointDiscrepancies.clear();
-  solverTable.clear();
-  commonPoints.clear();
+  results.solverTable.clear();
+  results.commonPoints.clear();
   groupClusters.clear();
-  groupTransforms.clear();
+  results.groupTransforms.clear();
   allDisplay = untransformedDisplay;
   rebuildVisibleDisplay();
   refreshViews();
@@ -93,8 +93,8 @@ void MultiRegistrator::rebuildVisibleDisplay() { visibleDisplay = restrictedTo(v
 
 void MultiRegistrator::applyTransformsToDisplay() {
   untransformedDisplay = allDisplay;
-  if (groupTransforms.empty()) return;
-  moveMarkers(groupTransforms, allDisplay);
+  if (results.groupTransforms.empty()) return;
+  moveMarkers(results.groupTransforms, allDisplay);
   rebuildVisibleDisplay();
   refreshViews();
 }

@@ -119,7 +119,6 @@ class MultiRegistrator : public iMultiRegistrator {
                   GroupIdSet& inactiveGroups, RefPointIdSet& inactivePoints);
 
   // Results.
-  SolveResults resultsInto(PointDiscrepancies& discrepancies);
   ReportSource reportSource() const;
 
   // Drawing.
@@ -138,7 +137,6 @@ class MultiRegistrator : public iMultiRegistrator {
   MatrixFormats matrixFormats;
   std::vector<std::uint8_t> groupColors;
   RegistrationSettings settings;
-  int registrationMethod = methodUnknown;
   NamedIdList groupNames;
   NamedIdList commonNames;
   RefPointList allPoints;
@@ -152,9 +150,7 @@ class MultiRegistrator : public iMultiRegistrator {
   double matchDistanceTolerance = 0.1;
   double triangleSideTolerance = 0.001;
   double triangleMinSideDifference = 0.1;
-  std::vector<RigidTransform> solverTable;
-  GroupTransforms groupTransforms;
-  CommonPoints commonPoints;
+  SolveResults results;
   PointDiscrepancies pointDiscrepancies;
   std::wstring reportText;
   GroupIdSet visibleGroups;

@@ -17,9 +17,17 @@ constexpr std::uint64_t htmlFormat = 1;
 }  // namespace
 
 ReportSource MultiRegistrator::reportSource() const {
-  return {sessionPoints, groupNames,         commonNames,        groupTransforms,
-          commonPoints,  pointDiscrepancies, registrationMethod, actualIterations,
-          maxIterations, actualDiscrepancy,  convergenceCriteria};
+  return {sessionPoints,
+          groupNames,
+          commonNames,
+          results.groupTransforms,
+          results.commonPoints,
+          pointDiscrepancies,
+          results.registrationMethod,
+          actualIterations,
+          maxIterations,
+          actualDiscrepancy,
+          convergenceCriteria};
 }
 
 std::wstring MultiRegistrator::getPointsReport(RefPointIdSet points) {

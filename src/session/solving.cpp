@@ -22,7 +22,7 @@ bool MultiRegistrator::registerPairwise(std::map<RefPointId, double>& discrepanc
     return false;
   }
 
-  solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints, resultsInto(pointDiscrepancies));
+  solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints, results, pointDiscrepancies);
   discrepancies = pointDiscrepancies;
   applyTransformsToDisplay();
   return true;
@@ -37,8 +37,12 @@ bool MultiRegistrator::registerIterative(std::uint64_t iterations, double criter
   maxIterations = iterations;
   convergenceCriteria = criteria;
 
-  solveIterative(workingPoints, {maxIterations, convergenceCriteria}, sessionPoints,
-                 {actualIterations, actualDiscrepancy}, resultsInto(pointDiscrepancies));
+  const auto end =
+      solveIterative(workingPoints, {maxIterations, convergenceCriteria}, sessionPoints, results, pointDiscrepancies);
+  if (end) {
+    actualIterations = end->iterations;
+    actualDiscrepancy = end->movement;
+  }
   discrepancies = pointDiscrepancies;
   applyTransformsToDisplay();
   return true;
@@ -46,11 +50,7 @@ bool MultiRegistrator::registerIterative(std::uint64_t iterations, double criter
 
 void MultiRegistrator::registerComplete(const std::list<RefPoint>& workingPoints, GroupId referenceGroup,
                                         std::map<RefPointId, double>& discrepancies) {
-  solveComplete(workingPoints, referenceGroup, sessionPoints, resultsInto(discrepancies));
-}
-
-SolveResults MultiRegistrator::resultsInto(PointDiscrepancies& discrepancies) {
-  return {registrationMethod, solverTable, groupTransforms, commonPoints, discrepancies};
+  solveComplete(workingPoints, referenceGroup, sessionPoints, results, discrepancies);
 }
 
 }  // namespace ZOR::reg

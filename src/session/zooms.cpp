@@ -64,8 +64,8 @@ Field fieldOf(const std::vector<OdGePoint3d>& points, const OdGeMatrix3d& worldT
 }  // namespace
 
 OdGePoint3d MultiRegistrator::shownPosition(const RefPoint& point) const {
-  const auto found = groupTransforms.find(point.groupId);
-  return found == groupTransforms.end() ? point.position : apply(found->second, point.position);
+  const auto found = results.groupTransforms.find(point.groupId);
+  return found == results.groupTransforms.end() ? point.position : apply(found->second, point.position);
 }
 
 void MultiRegistrator::zoomToGroup(GroupId group) { zoomToPointsOf({group}); }

@@ -38,7 +38,7 @@ SolveModel modelOf(GroupId referenceGroup, const RefPointList& workingPoints, co
 }  // namespace
 
 void solveComplete(const RefPointList& workingPoints, GroupId referenceGroup, const RefPointList& sessionPoints,
-                   SolveResults results) {
+                   SolveResults& results, PointDiscrepancies& pointDiscrepancies) {
   const SolveTables tables = tablesWithout(referenceGroup, workingPoints);
   SolveModel model = modelOf(referenceGroup, workingPoints, tables);
   results.registrationMethod = methodComplete;
@@ -49,7 +49,8 @@ void solveComplete(const RefPointList& workingPoints, GroupId referenceGroup, co
     results.registrationMethod = methodCompleteWithBase;
   }
   results.solverTable.reserve(tables.groupIndex.size());
-  finishSolve(model, tables, {SelectionTest::byLength, {}, std::nullopt}, sessionPoints, results.solverTable, results);
+  finishSolve(model, tables, {SelectionTest::byLength, {}, std::nullopt}, sessionPoints, results.solverTable, results,
+              pointDiscrepancies);
 }
 
 }  // namespace ZOR::reg

@@ -10,8 +10,8 @@ namespace ZOR::reg {
 /// Points whose name the reference group lacks are left out. With a base group that isn't the
 /// reference the model is moved onto the base first. The reference group gets no transformation.
 ///
-/// `results.pointDiscrepancies` is added to, not emptied.
+/// `pointDiscrepancies` is added to, not emptied.
 void solveComplete(const RefPointList& workingPoints, GroupId referenceGroup, const RefPointList& sessionPoints,
-                   SolveResults results);
+                   SolveResults& results, PointDiscrepancies& pointDiscrepancies);
 
 }  // namespace ZOR::reg

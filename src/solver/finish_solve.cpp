@@ -80,13 +80,14 @@ void storeTransforms(const std::vector<GroupId>& groupIndex, const std::vector<R
 }  // namespace
 
 void finishSolve(const SolveModel& model, const SolveTables& tables, const SolveEnding& ending,
-                 const RefPointList& sessionPoints, std::vector<RigidTransform>& records, SolveResults results) {
+                 const RefPointList& sessionPoints, std::vector<RigidTransform>& records, SolveResults& results,
+                 PointDiscrepancies& pointDiscrepancies) {
   std::vector<GroupDiscrepancies> discrepancies;
   discrepancies.reserve(tables.groups.size());
   for (const GroupRows& group : tables.groups) {
     discrepancies.push_back(fitGroup(group, model.positions, ending.test, records));
   }
-  storeDiscrepancies(discrepancies, tables, ending.excludedIds, results.pointDiscrepancies);
+  storeDiscrepancies(discrepancies, tables, ending.excludedIds, pointDiscrepancies);
   storeModel(model, tables.commonIndex, results.commonPoints);
   storeInactivePoints(sessionPoints, tables.groupIndex, records, results.commonPoints);
   storeTransforms(tables.groupIndex, records, ending.baseGroup, results.groupTransforms);

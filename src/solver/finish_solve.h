@@ -36,6 +36,7 @@ struct SolveEnding {
 /// the first one's. Named session points that take no part in the solve, though their group does,
 /// go to the common points by the same records.
 void finishSolve(const SolveModel& model, const SolveTables& tables, const SolveEnding& ending,
-                 const RefPointList& sessionPoints, std::vector<RigidTransform>& records, SolveResults results);
+                 const RefPointList& sessionPoints, std::vector<RigidTransform>& records, SolveResults& results,
+                 PointDiscrepancies& pointDiscrepancies);
 
 }  // namespace ZOR::reg

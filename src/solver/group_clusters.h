@@ -1,4 +1,4 @@
-// Which groups hang together through the names that they share, and in which order they fuse.
+// Which groups are connected through the names that they share, and in which order they fuse.
 #pragma once
 
 #include <list>

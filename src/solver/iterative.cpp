@@ -74,7 +74,7 @@ class AlternatingLoop {
     modelWeights = std::move(sums.mean);
   }
 
-  void run(const IterationLimits& limits, IterationCourse course) {
+  IterationEnd run(const IterationLimits& limits) {
     double movement = 0.0;
     std::uint64_t lastPass = 0;
     for (std::uint64_t passes = 0;;) {
@@ -87,8 +87,7 @@ class AlternatingLoop {
       ++passes;
       if (passes > limits.maxIterations || !(movement > limits.convergenceCriteria)) break;
     }
-    course.actualIterations = lastPass;
-    course.actualDiscrepancy = movement;
+    return {lastPass, movement};
   }
 
   SolveModel result() const { return {model, modelWeights}; }
@@ -146,15 +145,16 @@ class AlternatingLoop {
 
 }  // namespace
 
-void solveIterative(const RefPointList& workingPoints, const IterationLimits& limits, const RefPointList& sessionPoints,
-                    IterationCourse course, SolveResults results) {
+std::optional<IterationEnd> solveIterative(const RefPointList& workingPoints, const IterationLimits& limits,
+                                           const RefPointList& sessionPoints, SolveResults& results,
+                                           PointDiscrepancies& pointDiscrepancies) {
   const SolveTables tables = buildSolveTables(workingPoints);
-  if (tables.groupIndex.size() < 2) return;
+  if (tables.groupIndex.size() < 2) return std::nullopt;
   const std::optional<GroupId> baseGroup = baseGroupOf(workingPoints);
   const auto baseRow = baseGroup ? rowOf(tables.groupIndex, *baseGroup) : std::nullopt;
 
   AlternatingLoop loop(tables, baseRow);
-  loop.run(limits, course);
+  const IterationEnd end = loop.run(limits);
   SolveModel model = loop.result();
   results.registrationMethod = methodIterative;
   if (baseRow) {
@@ -163,7 +163,8 @@ void solveIterative(const RefPointList& workingPoints, const IterationLimits& li
   }
   std::vector<RigidTransform> records;
   finishSolve(model, tables, {SelectionTest::byLength, basePointsOf(workingPoints), baseGroup}, sessionPoints, records,
-              results);
+              results, pointDiscrepancies);
+  return end;
 }
 
 }  // namespace ZOR::reg

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "records/tables.h"
 #include "solver/solve_results.h"
@@ -16,12 +17,12 @@ struct IterationLimits {
   double convergenceCriteria = 0.0;
 };
 
-/// What the loop came to.
-struct IterationCourse {
+/// How the loop ended.
+struct IterationEnd {
   /// Passes before the last one.
-  std::uint64_t& actualIterations;
+  std::uint64_t iterations = 0;
   /// How far the model moved in the last pass; drawing units. No bound on the residuals.
-  double& actualDiscrepancy;
+  double movement = 0.0;
 };
 
 /// A generalised Procrustes alignment (J. C. Gower, 1975), rigid and weighted: in each pass the
@@ -29,9 +30,10 @@ struct IterationCourse {
 /// rigidly onto the model. Targets of a base group are pinned where the base has them. Groups that
 /// share nothing with others are accepted, and fit themselves.
 ///
-/// With fewer than two groups nothing is changed. `workingPoints` comes from prepareSolvePoints;
-/// `sessionPoints` gives the inactive named points their place among the common points.
-void solveIterative(const RefPointList& workingPoints, const IterationLimits& limits, const RefPointList& sessionPoints,
-                    IterationCourse course, SolveResults results);
+/// With fewer than two groups nothing is changed, and nothing returned. `workingPoints` comes from
+/// prepareSolvePoints; `sessionPoints` gives the inactive named points their place among the common points.
+std::optional<IterationEnd> solveIterative(const RefPointList& workingPoints, const IterationLimits& limits,
+                                           const RefPointList& sessionPoints, SolveResults& results,
+                                           PointDiscrepancies& pointDiscrepancies);
 
 }  // namespace ZOR::reg

@@ -28,7 +28,7 @@ SolveModel fuseGroups(const SolveTables& tables, const GroupMerges& merges) {
 }  // namespace
 
 void solvePairwise(const RefPointList& workingPoints, const GroupMerges& merges, const RefPointList& sessionPoints,
-                   SolveResults results) {
+                   SolveResults& results, PointDiscrepancies& pointDiscrepancies) {
   const SolveTables tables = buildSolveTables(workingPoints);
   SolveModel model = fuseGroups(tables, merges);
   results.registrationMethod = methodPairwise;
@@ -40,7 +40,7 @@ void solvePairwise(const RefPointList& workingPoints, const GroupMerges& merges,
   }
   results.solverTable.reserve(tables.groupIndex.size());
   finishSolve(model, tables, {SelectionTest::byWeight, basePointsOf(workingPoints), baseGroup}, sessionPoints,
-              results.solverTable, results);
+              results.solverTable, results, pointDiscrepancies);
 }
 
 }  // namespace ZOR::reg

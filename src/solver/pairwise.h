@@ -13,6 +13,6 @@ namespace ZOR::reg {
 /// `workingPoints` comes from prepareSolvePoints, `merges` from findGroupClusters and isn't empty;
 /// `sessionPoints` gives the inactive named points their place among the common points.
 void solvePairwise(const RefPointList& workingPoints, const GroupMerges& merges, const RefPointList& sessionPoints,
-                   SolveResults results);
+                   SolveResults& results, PointDiscrepancies& pointDiscrepancies);
 
 }  // namespace ZOR::reg

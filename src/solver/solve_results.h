@@ -8,16 +8,6 @@
 
 namespace ZOR::reg {
 
-/// The members of a session that a solve writes. Nothing is emptied by a solve but
-/// `groupTransforms`.
-struct SolveResults {
-  int& registrationMethod;
-  std::vector<RigidTransform>& solverTable;
-  GroupTransforms& groupTransforms;
-  CommonPoints& commonPoints;
-  PointDiscrepancies& pointDiscrepancies;
-};
-
 /// Values of the registration method, as the reports name them.
 enum RegistrationMethod : int {
   methodUnknown = -1,
@@ -27,6 +17,15 @@ enum RegistrationMethod : int {
   methodPairwiseWithBase = 3,
   methodIterative = 4,
   methodIterativeWithBase = 5
+};
+
+/// What solves have found so far. A solve empties nothing but `groupTransforms`; the other results are
+/// added to.
+struct SolveResults {
+  int registrationMethod = methodUnknown;
+  std::vector<RigidTransform> solverTable;
+  GroupTransforms groupTransforms;
+  CommonPoints commonPoints;
 };
 
 }  // namespace ZOR::reg

@@ -87,17 +87,9 @@ inline RefPointList join(std::initializer_list<RefPointList> lists) {
   return all;
 }
 
-/// The members of a session that a solve writes.
-struct SolveMembers {
-  int registrationMethod = ZOR::reg::methodUnknown;
-  std::vector<RigidTransform> solverTable;
-  ZOR::reg::GroupTransforms groupTransforms;
-  ZOR::reg::CommonPoints commonPoints;
+/// What a session keeps of its solves.
+struct SolveMembers : ZOR::reg::SolveResults {
   ZOR::reg::PointDiscrepancies pointDiscrepancies;
-
-  ZOR::reg::SolveResults results() {
-    return {registrationMethod, solverTable, groupTransforms, commonPoints, pointDiscrepancies};
-  }
 };
 
 template <typename Map>

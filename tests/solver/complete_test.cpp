@@ -14,7 +14,7 @@ constexpr double rounding = 1e-12;
 
 struct Outcome : SolveMembers {
   Outcome(const RefPointList& points, GroupId reference, const RefPointList& session) {
-    solveComplete(points, reference, session, results());
+    solveComplete(points, reference, session, *this, pointDiscrepancies);
   }
   Outcome(const RefPointList& points, GroupId reference) : Outcome(points, reference, points) {}
 };

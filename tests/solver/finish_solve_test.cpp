@@ -25,7 +25,8 @@ struct Finish : SolveMembers {
   /// Solves the list; the session holds `others` besides.
   void run(const SolveModel& model, const RefPointList& workingPoints, const SolveEnding& ending = {},
            const RefPointList& others = {}) {
-    finishSolve(model, buildSolveTables(workingPoints), ending, join({workingPoints, others}), solverTable, results());
+    finishSolve(model, buildSolveTables(workingPoints), ending, join({workingPoints, others}), solverTable, *this,
+                pointDiscrepancies);
   }
 };
 
@@ -185,7 +186,7 @@ TEST(FinishSolve, AppendsToTheVectorThatItIsGivenAndLeavesTheSessionsTableAlone)
   SolveMembers members;
   std::vector<RigidTransform> records;
   const RefPointList points = crossOfStation(0, 4, {1, 1, 3});
-  finishSolve(crossModel(), buildSolveTables(points), {}, points, records, members.results());
+  finishSolve(crossModel(), buildSolveTables(points), {}, points, records, members, members.pointDiscrepancies);
   EXPECT_EQ(records.size(), 1U);
   EXPECT_THAT(members.solverTable, IsEmpty());
   EXPECT_THAT(keysOf(members.groupTransforms), ElementsAre(4));

@@ -23,7 +23,10 @@ struct Outcome : SolveMembers {
   double actualDiscrepancy = 77.0;
 
   Outcome(const RefPointList& points, std::uint64_t maxIterations, double criterion, const RefPointList& session) {
-    solveIterative(points, {maxIterations, criterion}, session, {actualIterations, actualDiscrepancy}, results());
+    const auto end = solveIterative(points, {maxIterations, criterion}, session, *this, pointDiscrepancies);
+    if (!end) return;
+    actualIterations = end->iterations;
+    actualDiscrepancy = end->movement;
   }
   Outcome(const RefPointList& points, std::uint64_t maxIterations, double criterion)
       : Outcome(points, maxIterations, criterion, points) {}

@@ -37,7 +37,7 @@ struct Registration : SolveMembers {
     for (std::size_t i = 0; i < unregistered.size(); ++i) session.push_back(measured(18 + i, 1, i, unregistered[i]));
     RefPointList workingPoints;
     prepareSolvePoints(session, workingPoints, pointDiscrepancies);
-    solvePairwise(workingPoints, {{0, 1}}, session, results());
+    solvePairwise(workingPoints, {{0, 1}}, session, *this, pointDiscrepancies);
   }
 };
 

@@ -31,7 +31,7 @@ struct Survey {
   SolveMembers solved() const {
     SolveMembers members;
     members.pointDiscrepancies = mergedDiscrepancies;
-    solvePairwise(workingPoints, merges, sessionPoints, members.results());
+    solvePairwise(workingPoints, merges, sessionPoints, members, members.pointDiscrepancies);
     return members;
   }
   SolveMembers solvedPlainly() const {

@@ -31,7 +31,7 @@ struct Pairwise : SolveMembers {
     std::map<GroupId, GroupMerges> mergeLists;
     findGroupClusters(names, clusters, mergeLists);
     ASSERT_TRUE(formOneCluster(names, clusters));
-    solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints, results());
+    solvePairwise(workingPoints, mergeLists.begin()->second, sessionPoints, *this, pointDiscrepancies);
   }
 };
 

@@ -60,7 +60,7 @@ void addRepeated(CLI::App& app, const std::string& name, std::vector<std::string
 CLI::Option* addText(CLI::App& app, const std::string& name, std::string& value, const char* type, const char* help) {
   const auto read = [&value, name](const std::string& text) {
     if (text.empty()) {
-      throw CommandError(ExitStatus::usage, fmt::format("{}: the value is empty; is a variable of the shell unset?",
+      throw CommandError(ExitStatus::usage, fmt::format("{}: the value is empty; is a shell variable unset?",
                                                         name.substr(0, name.find(','))));
     }
     value = text;
@@ -79,7 +79,7 @@ void addNumber(CLI::App& app, const std::string& name, std::optional<Number>& va
     const auto [stop, error] = std::from_chars(begin, end, number);
     if (error != std::errc{} || stop != end) {
       throw CommandError(ExitStatus::usage,
-                         fmt::format("{} {}: this isn't a {}", name, text,
+                         fmt::format("{} {}: not a {}", name, text,
                                      std::is_integral_v<Number> ? "whole number, 0 or more" : "number"));
     }
     value = number;
@@ -89,101 +89,108 @@ void addNumber(CLI::App& app, const std::string& name, std::optional<Number>& va
 
 CLI::Option* addHostOptions(CLI::App& app, HostOptions& host, const char* documentHelp) {
   CLI::Option* document = addText(app, "--document", host.document, "FILE", documentHelp);
-  addText(app, "--profile", host.profile, "FILE", "profile with the module's settings (JSON); none: the defaults");
-  addText(app, "--module", host.module, "FILE", "the registration module; none: the one installed with tiepoint");
+  addText(app, "--profile", host.profile, "FILE",
+          "profile with the module's settings (JSON); default: built-in settings");
+  addText(app, "--module", host.module, "FILE", "the registration module; default: the one installed with tiepoint");
   return document;
 }
 
 void addFileOptions(CLI::App& app, FileOptions& files) {
-  app.add_option("files", files.files, "files of reference points, read by --layout")->type_name("FILE");
+  app.add_option("files", files.files, "files of reference points, read as --layout says")->type_name("FILE");
   addText(app, "--layout", files.layout, "LAYOUT",
-          "columns of FILES: NXYZ (default), XYZ, XYZW or NXYZW; N name, W weight");
+          "columns of FILES: NXYZ (default), XYZ, XYZW or NXYZW; N: name, W: weight");
   const auto add = [&](const char* name, std::vector<std::string>& paths, const char* help) {
     app.add_option(name, paths, help)->type_name("FILE");
   };
-  add("--nxyz", files.nxyz, "further files, name x y z");
-  add("--xyz", files.xyz, "further files, x y z: points without names");
-  add("--xyzw", files.xyzw, "further files, x y z weight");
-  add("--nxyzw", files.nxyzw, "further files, name x y z weight");
+  add("--nxyz", files.nxyz, "more files: name x y z");
+  add("--xyz", files.xyz, "more files: x y z, points without names");
+  add("--xyzw", files.xyzw, "more files: x y z weight");
+  add("--nxyzw", files.nxyzw, "more files: name x y z weight");
 }
 
 void addPrintOptions(CLI::App& app, bool& json, bool& quiet) {
   app.add_flag("--json", json, "print one JSON object instead of text");
-  app.add_flag("--quiet", quiet, "no warnings; no summary either, unless --json asks for it");
+  app.add_flag("--quiet", quiet, "no warnings, and no summary unless --json is given");
 }
 
 void addPictureOptions(CLI::App& app, PictureOptions& picture, const char* size, const char* view) {
-  addText(app, size, picture.size, "WxH", "pixels, 400x300 to 8000x8000; none: 1200x800");
-  addText(app, view, picture.view, "VIEW", "top (default), front, side, iso, or fit: where the points spread the most");
+  addText(app, size, picture.size, "WxH", "size in pixels, 400x300 to 8000x8000; default: 1200x800");
+  addText(app, view, picture.view, "VIEW", "top (default), front, side, iso or fit (facing the widest spread)");
 }
 
 void addMatchOptions(CLI::App& app, RegisterOptions& options) {
-  addText(app, "--match", options.match, "HOW", "name points without a name: auto (searches), triangles or distance");
+  addText(app, "--match", options.match, "HOW", "name unnamed points: auto (searches), triangles or distance");
   addNumber(app, "--match-limit", options.matchLimit, "LENGTH",
-            "auto: the largest discrepancy left; none: 0.02 (20 with --unit mm)");
+            "auto: largest discrepancy allowed; default: 0.02 (20 with --unit mm)");
   addNumber(app, "--side-tolerance", options.sideTolerance, "LENGTH",
-            "triangles, auto: how far the sides of equal triangles may differ at most");
+            "triangles, auto: largest difference between sides of congruent triangles");
   addNumber(app, "--min-side-difference", options.minSideDifference, "LENGTH",
-            "triangles, auto: how much two sides of a usable triangle differ at least");
+            "triangles, auto: smallest difference between two sides of a usable triangle");
   addNumber(app, "--tolerance", options.tolerance, "LENGTH",
-            "distance, auto: how far apart the points of one spot may lie");
+            "distance, auto: largest distance between points of one target");
 }
 
 void addRegister(CLI::App& app, RegisterOptions& options) {
   addFileOptions(app, options.files);
-  addHostOptions(app, options.host, "the drawing; made when it is missing and files are named");
-  addRepeated(app, "--base", options.base, "GROUP", "put the result in this group's system");
-  addRepeated(app, "--exclude", options.exclude, "GROUP[:POINT]", "leave out a group or one of its points");
-  addRepeated(app, "--weight", options.weight, "GROUP:POINT=W", "weight of a point, 0 to 1; 0 leaves it out");
-  addText(app, "--weights", options.weightsFile, "FILE", "weights: a line \"GROUP POINT WEIGHT\" each, # comments");
+  addHostOptions(app, options.host, "the drawing; created if missing and files are named");
+  addRepeated(app, "--base", options.base, "GROUP", "register into this group's system; may be given again");
+  addRepeated(app, "--exclude", options.exclude, "GROUP[:POINT]",
+              "leave out a group or one of its points; may be given again");
+  addRepeated(app, "--weight", options.weight, "GROUP:POINT=W",
+              "weight of a point, 0 to 1; 0 leaves it out; may be given again");
+  addText(app, "--weights", options.weightsFile, "FILE",
+          "file of weights: one \"GROUP POINT WEIGHT\" per line, # comments");
   addMatchOptions(app, options);
   addText(app, "--method", options.method, "METHOD", "pairwise (default) or iterative");
   addNumber(app, "--max-iterations", options.maxIterations, "NUMBER",
-            "iterative: the limit; none: the profile's, or 100");
+            "iterative: limit of passes; default: the profile's, or 100");
   addNumber(app, "--convergence", options.convergence, "LENGTH",
-            "iterative: the movement in a pass that ends it; none: the profile's, or 0.001");
+            "iterative: stop once a pass moves targets less; default: the profile's, or 0.001");
   addNumber(app, "--keep-cluster", options.keepCluster, "NUMBER",
-            "when the groups don't hang together, go on with this cluster");
-  addRepeated(app, "--cloud", options.clouds, "NAME=FILE", "add a point cloud; it moves with the group of its name");
+            "if the groups aren't connected, go on with this cluster");
+  addRepeated(app, "--cloud", options.clouds, "NAME=FILE",
+              "add a point cloud; it moves with the group of the same name");
   app.add_flag("--apply", options.apply, "move the drawing's clouds");
   addText(app, "--moved", options.moved, "FOLDER",
-          "with --apply: write moved copies of clouds in text form there; made if missing");
+          "with --apply: write moved copies of text clouds there; created if missing");
   addText(app, "--store", options.store, "NAME", "store the merged targets in the drawing as a group");
   addText(app, "--common-points", options.commonPoints, "FILE", "write the merged targets: name x y z weight");
   addText(app, "--matrices", options.matrices, "FOLDER",
-          "write each group's matrix to GROUP.txt there; made if missing");
+          "write each group's matrix to GROUP.txt there; created if missing");
   addText(app, "--matrix-format", options.matrixFormat, "FORMAT",
           "plain (default: all digits), 4x4 or trf (PolyWorks, transposed)");
-  addText(app, "--transforms", options.transforms, "FILE", "write all groups' rotations, shifts and residuals as JSON");
+  addText(app, "--transforms", options.transforms, "FILE",
+          "write all groups' rotations, translations and residuals as JSON");
   addText(app, "--report", options.report, "FILE", "write a report as HTML");
   addText(app, "--report-kind", options.reportKind, "KIND", "results (default), points or groups");
   addText(app, "--picture", options.picture.file, "FILE",
-          "draw the registered points, their residuals enlarged: .png, .svg or .pdf");
+          "draw the registered points with enlarged residuals: .png, .svg or .pdf");
   addPictureOptions(app, options.picture, "--picture-size", "--picture-view");
-  app.add_flag("--force", options.force, "replace files that exist; move clouds once more");
-  app.add_flag("--all-points", options.allPoints, "tables in full: of more than 200 rows only the worst are shown");
-  app.add_flag("--axes", options.axes, "show each discrepancy along x, y and z of the common system, too");
-  addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm: residuals are printed in mm");
+  app.add_flag("--force", options.force, "replace existing files; move clouds again");
+  app.add_flag("--all-points", options.allPoints,
+               "print tables in full; default: only the worst rows of more than 200");
+  app.add_flag("--axes", options.axes, "also show each discrepancy along x, y and z of the common system");
+  addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm; residuals are then printed in mm");
   addPrintOptions(app, options.json, options.quiet);
 }
 
 void addImport(CLI::App& app, ImportOptions& options) {
   addFileOptions(app, options.files);
-  addHostOptions(app, options.host, "the drawing; made when it is missing")->required();
+  addHostOptions(app, options.host, "the drawing; created if missing")->required();
   addPrintOptions(app, options.json, options.quiet);
 }
 
 void addGroups(CLI::App& app, GroupsOptions& options) {
   addHostOptions(app, options.host, "the drawing")->required();
-  app.add_flag("--points", options.points, "list the points too");
+  app.add_flag("--points", options.points, "list the points as well");
   app.add_flag("--json", options.json, "print one JSON object instead of text");
 }
 
 void addClouds(CLI::App& app, CloudsOptions& options) {
-  addHostOptions(app, options.host, "the drawing; made when it is missing and clouds are added")->required();
+  addHostOptions(app, options.host, "the drawing; created if missing and clouds are added")->required();
   addRepeated(app, "--add", options.add, "NAME=FILE", "add a point cloud");
-  addText(app, "--moved", options.moved, "FOLDER", "write moved copies of clouds in text form there; made if missing");
-  app.add_flag("--force", options.force, "replace files that exist");
+  addText(app, "--moved", options.moved, "FOLDER", "write moved copies of text clouds there; created if missing");
+  app.add_flag("--force", options.force, "replace existing files");
   app.add_flag("--json", options.json, "print one JSON object instead of text");
 }
 
@@ -192,7 +199,7 @@ void addRender(CLI::App& app, RenderOptions& options) {
   addText(app, "--output,-o", options.picture.file, "FILE", "the picture: .png, .svg or .pdf")->required();
   addPictureOptions(app, options.picture, "--size", "--view");
   addText(app, "--unit", options.unit, "UNIT", "unit of the drawing, m or mm, for the scale bar");
-  app.add_flag("--force", options.force, "replace a file that exists");
+  app.add_flag("--force", options.force, "replace an existing file");
 }
 
 /// The program's options and commands, and what was chosen.
@@ -211,7 +218,7 @@ class CommandLine {
     addClouds(add("clouds", cloudsHelp, cloudsOptions, runClouds, cloudsOptionOf), cloudsOptions);
     addRender(add("render", renderHelp, renderOptions, runRender, renderOptionOf), renderOptions);
     addHostOptions(add("rpc", rpcHelp, rpcOptions, runRpc), rpcOptions.host,
-                   "opened before the first request; made when it is missing");
+                   "drawing to open before the first request; created if missing");
   }
 
   ExitStatus run(int argc, const char* const* argv) {
@@ -228,7 +235,7 @@ class CommandLine {
     } catch (const CLI::ParseError& error) {
       throw CommandError(ExitStatus::usage, error.what() + seeHelp());
     }
-    if (!chosen) throw CommandError(ExitStatus::usage, "no command; see tiepoint --help");
+    if (!chosen) throw CommandError(ExitStatus::usage, "no command given; see tiepoint --help");
     return runChosen();
   }
 
@@ -249,6 +256,10 @@ class CommandLine {
   void parse(std::vector<std::string> words) {
     if (!words.empty() && words.front() == "help") {
       words.erase(words.begin());
+      const std::vector<std::string> known = commandNames();
+      if (!words.empty() && std::find(known.begin(), known.end(), words.front()) == known.end()) {
+        throw CommandError(ExitStatus::usage, unknownWord(nullptr, words.front()) + seeHelp());
+      }
       words.emplace_back("--help");
     }
     std::reverse(words.begin(), words.end());
@@ -264,10 +275,11 @@ class CommandLine {
       throw CommandError(statusOf(refusalClass(refusal.kind)), refusalText(refusal, fieldNames));
     } catch (const OdError& error) {
       if (error.code() != eWriteProtected) throw;
-      throw CommandError(ExitStatus::file,
-                         fmt::format("{}: the drawing can't be changed, as its file or folder is read-only; make it "
-                                     "writable or take a copy",
-                                     *document));
+      throw CommandError(
+          ExitStatus::file,
+          fmt::format("{}: the drawing can't be changed because its file or folder is read-only; make it "
+                      "writable or work on a copy",
+                      *document));
     }
   }
 
@@ -296,16 +308,20 @@ class CommandLine {
     }
     const std::string name = given.substr(0, given.find('='));
     const auto nearest = nearestName(name, names);
-    return fmt::format("there is no option {}{}", name, nearest ? fmt::format("; did you mean {}?", *nearest) : "");
+    return fmt::format("unknown option {}{}", name, nearest ? fmt::format("; did you mean {}?", *nearest) : "");
   }
 
   std::string unknownWord(const CLI::App* command, const std::string& given) const {
-    if (command) return fmt::format("\"{}\" isn't expected here", given);
+    if (command) return fmt::format("unexpected argument \"{}\"", given);
+    return fmt::format("unknown command \"{}\"{}", given, suggestion(given, commandNames()));
+  }
+
+  std::vector<std::string> commandNames() const {
     std::vector<std::string> names;
     for (const CLI::App* known : app.get_subcommands([](const CLI::App*) { return true; })) {
       names.push_back(known->get_name());
     }
-    return fmt::format("there is no command \"{}\"{}", given, suggestion(given, names));
+    return names;
   }
 
   CLI::App app;
@@ -349,11 +365,11 @@ ExitStatus runCommandLine(int argc, const char* const* argv) {
   } catch (const CommandError& error) {
     return fail(error.status(), error.what());
   } catch (const EncodingError& error) {
-    return fail(ExitStatus::usage, std::string(error.what()) + "; names and paths are given as UTF-8");
+    return fail(ExitStatus::usage, std::string(error.what()) + "; names and paths must be UTF-8");
   } catch (const OdError& error) {
     return fail(isFileError(error.code()) ? ExitStatus::file : ExitStatus::refused, error.what());
   } catch (const std::bad_alloc&) {
-    return fail(ExitStatus::refused, "there is not enough memory for this");
+    return fail(ExitStatus::refused, "out of memory");
   } catch (const std::exception& error) {
     return fail(ExitStatus::refused, error.what());
   }

@@ -11,9 +11,9 @@ namespace tiepoint::workbench::cli {
 /// The process's exit status.
 enum class ExitStatus : int {
   done = 0,
-  /// The module refused, or the groups don't hang together.
+  /// The module refused, or the groups aren't connected.
   refused = 1,
-  /// The command line asks for what there isn't.
+  /// The command line is wrong: unknown words, names or values.
   usage = 2,
   /// A file or a drawing can't be read, written or locked.
   file = 3

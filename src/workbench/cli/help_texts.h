@@ -1,4 +1,4 @@
-// What --help says beside the options.
+// What --help says besides the options.
 #pragma once
 
 namespace tiepoint::workbench::cli {
@@ -14,7 +14,7 @@ Examples:
 )";
 
 inline constexpr const char* registerHelp =
-    R"(Registers groups of reference points, one file a station, and tells how well they fit.
+    R"(Registers groups of reference points and reports how well they fit.
 
 Examples:
   tiepoint register --base reference reference.txt station2.txt
@@ -27,13 +27,14 @@ Examples:
   tiepoint register --unit m --base S1 --picture hall.png --picture-view fit S1.txt S2.txt
   tiepoint register --json --quiet S1.txt S2.txt > result.json
 
-A file gives the group of its name without the ending. Without --document the drawing lives in
-memory; with it, all that the drawing holds takes part, and files are taken in first. A survey that
-can't be registered changes no cloud and writes no file.
+Each file holds one station and becomes a group named after the file without its extension.
+Without --document the drawing is kept in memory only; with it, files are imported into the drawing
+first, and everything in the drawing takes part. A survey that can't be registered moves no cloud
+and writes no file.
 )";
 
 inline constexpr const char* importHelp =
-    R"(Takes files of reference points into a drawing, one group a file.
+    R"(Imports files of reference points into a drawing, one group per file.
 
 Examples:
   tiepoint import --document hall.tiepoint S1.txt S2.txt
@@ -49,7 +50,7 @@ Examples:
 )";
 
 inline constexpr const char* cloudsHelp =
-    R"(Lists the point clouds of a drawing with their gathered transformations, row after row.
+    R"(Lists the point clouds of a drawing with their accumulated transformations.
 
 Examples:
   tiepoint clouds --document hall.tiepoint
@@ -64,11 +65,11 @@ Examples:
   tiepoint render --document hall.tiepoint -o hall.png
   tiepoint render --document hall.tiepoint --view front --size 1920x1080 --unit m -o hall.svg
 
-A picture of registered points: tiepoint register --picture FILE.
+For a picture of registered points: tiepoint register --picture FILE
 )";
 
 inline constexpr const char* rpcHelp =
-    R"(Answers JSON-RPC 2.0 requests, one a line, from standard input on standard output.
+    R"(Answers JSON-RPC 2.0 requests from standard input, one per line.
 
 Examples:
   tiepoint rpc --document hall.tiepoint
@@ -78,9 +79,9 @@ Examples:
 inline constexpr const char* exitStatusHelp =
     R"(Exit status:
   0  done
-  1  refused: the groups don't hang together, points can't be named, or the drawing has the group or
-     cloud already
-  2  usage: an option, a group, a point or a weight that there isn't
-  3  a file or a drawing that is missing, unreadable, empty, locked, not one, or can't be written)";
+  1  refused: the groups aren't connected, points can't be named, or the drawing already has the
+     group or cloud
+  2  usage: unknown option, group or point, or an invalid weight
+  3  file or drawing: missing, unreadable, empty, locked, of another kind, or not writable)";
 
 }  // namespace tiepoint::workbench::cli

@@ -10,26 +10,27 @@ namespace {
 
 void requireFile(const std::string& value, const char* option, const char* fileOption) {
   if (value.empty()) return;
-  throw CommandError(ExitStatus::usage, fmt::format("{} goes with {} FILE", option, fileOption));
+  throw CommandError(ExitStatus::usage, fmt::format("{} needs {} FILE", option, fileOption));
 }
 
 picture::Format format(const std::string& file, const char* option) {
   if (const auto known = picture::formatOfPath(file)) return *known;
-  throw CommandError(ExitStatus::usage, fmt::format("{} {}: a picture ends in .png, .svg or .pdf", option, file));
+  throw CommandError(ExitStatus::usage, fmt::format("{} {}: the file must end in .png, .svg or .pdf", option, file));
 }
 
 picture::Size size(const std::string& text, const char* option) {
   if (text.empty()) return {};
   if (const auto size = picture::parseSize(text)) return *size;
-  throw CommandError(ExitStatus::usage, fmt::format("{} {}: write it as WxH, from {}x{} to {}x{} pixels", option, text,
-                                                    picture::smallestSize.width, picture::smallestSize.height,
+  throw CommandError(ExitStatus::usage, fmt::format("{} {}: must have the form WxH, from {}x{} to {}x{} pixels", option,
+                                                    text, picture::smallestSize.width, picture::smallestSize.height,
                                                     picture::largestSize.width, picture::largestSize.height));
 }
 
 picture::Direction direction(const std::string& name, const char* option) {
   if (name.empty()) return picture::Direction::top;
   if (const auto known = picture::directionByName(name)) return *known;
-  throw CommandError(ExitStatus::usage, fmt::format("{} {}: choose top, front, side, iso or fit", option, name));
+  throw CommandError(ExitStatus::usage,
+                     fmt::format("{} {}: unknown; choose top, front, side, iso or fit", option, name));
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ namespace {
 template <class Value, std::size_t count>
 using Choices = std::array<std::pair<const char*, Value>, count>;
 
-/// The value of that name; nothing for an empty text. `complaint` is for one that there isn't.
+/// The value of that name; nothing for an empty text. `complaint` is the message for an unknown one.
 template <class Value, std::size_t count>
 std::optional<Value> chosen(const std::string& text, const Choices<Value, count>& choices,
                             const std::string& complaint) {
@@ -43,7 +43,7 @@ constexpr Choices<Unit, 2> units{{{"m", Unit::metre}, {"mm", Unit::millimetre}}}
 void addFiles(std::vector<LayoutFiles>& runs, Layout layout, const std::vector<std::string>& paths) {
   if (paths.empty()) return;
   if (std::find(paths.begin(), paths.end(), "") != paths.end()) {
-    refuse("a file's name is empty; is a variable of the shell unset?");
+    refuse("a file name is empty; is a shell variable unset?");
   }
   auto run = std::find_if(runs.begin(), runs.end(), [&](const LayoutFiles& r) { return r.layout == layout; });
   if (run == runs.end()) run = runs.insert(runs.end(), LayoutFiles{layout, {}});
@@ -53,7 +53,7 @@ void addFiles(std::vector<LayoutFiles>& runs, Layout layout, const std::vector<s
 NamingRequest namingOf(const RegisterOptions& options) {
   NamingRequest naming;
   naming.how = chosen(options.match, namings,
-                      fmt::format("--match {}: no such way; choose auto, triangles or distance", options.match))
+                      fmt::format("--match {}: unknown; choose auto, triangles or distance", options.match))
                    .value_or(Naming::none);
   naming.limit = options.matchLimit;
   naming.sideTolerance = options.sideTolerance;
@@ -67,12 +67,14 @@ OutputRequest outputsOf(const RegisterOptions& options) {
   outputs.commonPoints = options.commonPoints;
   outputs.moved = options.moved;
   outputs.matrices = options.matrices;
-  outputs.matrixFormat = chosen(options.matrixFormat, matrixFormats,
-                                fmt::format("--matrix-format {}: choose plain, 4x4 or trf", options.matrixFormat));
+  outputs.matrixFormat =
+      chosen(options.matrixFormat, matrixFormats,
+             fmt::format("--matrix-format {}: unknown; choose plain, 4x4 or trf", options.matrixFormat));
   outputs.transforms = options.transforms;
   outputs.report = options.report;
-  outputs.reportKind = chosen(options.reportKind, reportKinds,
-                              fmt::format("--report-kind {}: choose results, points or groups", options.reportKind));
+  outputs.reportKind =
+      chosen(options.reportKind, reportKinds,
+             fmt::format("--report-kind {}: unknown; choose results, points or groups", options.reportKind));
   outputs.picture = options.picture.file;
   if (const auto picture = pictureRequest(options.picture, registerPictureNames)) {
     outputs.pictureArea = static_cast<double>(picture->size.width) * picture->size.height;
@@ -95,7 +97,7 @@ void readChoices(const RegisterOptions& options, RegistrationRequest& request) {
 std::vector<LayoutFiles> importRuns(const FileOptions& options) {
   const auto layout = layoutByName(options.layout);
   if (!layout) {
-    refuse(fmt::format("--layout {}: no such layout; choose NXYZ, XYZ, XYZW or NXYZW", options.layout));
+    refuse(fmt::format("--layout {}: unknown; choose NXYZ, XYZ, XYZW or NXYZW", options.layout));
   }
   std::vector<LayoutFiles> runs;
   addFiles(runs, *layout, options.files);
@@ -111,7 +113,7 @@ std::vector<CloudRequest> cloudRequests(const std::vector<std::string>& texts, c
   for (const std::string& text : texts) {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0 || equals + 1 == text.size()) {
-      refuse(fmt::format("{} {}: write it as NAME=FILE", option, text));
+      refuse(fmt::format("{} {}: must have the form NAME=FILE", option, text));
     }
     clouds.push_back({text.substr(0, equals), text.substr(equals + 1)});
   }
@@ -129,7 +131,7 @@ PointChoice pointChoice(const std::string& text) {
 WeightChoice weightChoice(const std::string& text) {
   const std::size_t equals = text.rfind('=');
   if (equals == std::string::npos || equals == 0) {
-    refuse(fmt::format("--weight {}: write it as GROUP:POINT=WEIGHT", text));
+    refuse(fmt::format("--weight {}: must have the form GROUP:POINT=WEIGHT", text));
   }
   const auto weight = weightOfText(text.substr(equals + 1));
   if (!weight) refuse(fmt::format("--weight {}: the weight must be a number from 0 to 1", text));
@@ -137,15 +139,15 @@ WeightChoice weightChoice(const std::string& text) {
 }
 
 Unit unitOf(const std::string& text) {
-  return chosen(text, units, fmt::format("--unit {}: the unit of the files is m or mm", text)).value_or(Unit::unknown);
+  return chosen(text, units, fmt::format("--unit {}: unknown; choose m or mm", text)).value_or(Unit::unknown);
 }
 
 RegistrationRequest requestOf(const RegisterOptions& options) {
   RegistrationRequest request;
   request.unit = unitOf(options.unit);
-  request.method = chosen(options.method, methods,
-                          fmt::format("--method {}: no such method; choose pairwise or iterative", options.method))
-                       .value_or(RegistrationMethod::pairwise);
+  request.method =
+      chosen(options.method, methods, fmt::format("--method {}: unknown; choose pairwise or iterative", options.method))
+          .value_or(RegistrationMethod::pairwise);
   request.maxIterations = options.maxIterations;
   request.convergence = options.convergence;
   request.naming = namingOf(options);

@@ -29,7 +29,9 @@ std::vector<DrawingCloud> cloudsOf(const OdDbDatabase& database) {
 }
 
 bool addCloud(OdDbDatabase& database, const std::wstring& name, const std::wstring& source) {
-  const OdDbDictionaryPtr dictionary = openDictionary(Cloud::createPointCloudDictionary(database), OdDb::kForWrite);
+  const OdDbObjectId id = Cloud::createPointCloudDictionary(database);
+  if (id.isNull()) throw OdError(database.isReadOnly() ? eWriteProtected : eNullObjectId);
+  const OdDbDictionaryPtr dictionary = openDictionary(id, OdDb::kForWrite);
   if (dictionary->getAt(name).isValid()) return false;
   const CloudPtr cloud = Cloud::desc()->create();
   dictionary->setAt(name, cloud.get());

@@ -1,4 +1,4 @@
-// The point clouds of a drawing: their names, files and gathered transformations.
+// The point clouds of a drawing: their names, files and accumulated transformations.
 #pragma once
 
 #include <string>
@@ -20,7 +20,8 @@ struct DrawingCloud {
 /// In the order of entry.
 std::vector<DrawingCloud> cloudsOf(const OdDbDatabase& database);
 
-/// Adds an unmoved cloud; false when the name is taken. To be called inside a transaction.
+/// Adds an unmoved cloud; false when the name is taken. To be called inside a transaction. Throws
+/// OdError(eWriteProtected) when the drawing is read-only.
 bool addCloud(OdDbDatabase& database, const std::wstring& name, const std::wstring& source);
 
 }  // namespace tiepoint::workbench

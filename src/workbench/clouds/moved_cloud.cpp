@@ -64,7 +64,7 @@ void refuseReplacing(const fs::path& source, const fs::path& target, bool replac
     throw CloudFileError(shown(target) + ": this is the cloud's own file; choose another folder");
   }
   if (!fs::is_regular_file(target, error)) {
-    throw CloudFileError(shown(target) + ": this is no ordinary file; choose another place");
+    throw CloudFileError(shown(target) + ": not an ordinary file; choose another folder");
   }
   if (!replace) throw CloudFileError(shown(target) + ": the file exists; --force replaces it");
 }
@@ -89,12 +89,12 @@ MovedCloud copyMoved(std::istream& in, const std::string& source, const OdGeMatr
   for (std::string line; std::getline(in, line);) {
     const bool hasLineFeed = !in.eof();
     if (line.find('\0') != std::string::npos) {
-      throw CloudFileError(source + ": not a cloud in text form (x y z and whatever else, a point a line)");
+      throw CloudFileError(source + ": not a text cloud (one point per line: x y z and any further columns)");
     }
     ++(moveLine(line, motion) ? moved.points : moved.otherLines);
     copy.write(hasLineFeed ? line + "\n" : line);
   }
-  if (in.bad()) throw CloudFileError(source + ": the cloud's file can't be read to its end");
+  if (in.bad()) throw CloudFileError(source + ": the cloud's file can't be read completely");
   if (moved.points == 0) throw CloudFileError(source + ": no line begins with three numbers; nothing to move");
   return moved;
 }

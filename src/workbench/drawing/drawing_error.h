@@ -14,7 +14,7 @@ OdError drawingError(int sqliteCode, const std::string& path);
 /// The file is a drawing whose content can't be: eNotADrawing. `what` completes "is damaged: ".
 OdError damagedDrawing(const std::string& path, const std::string& what);
 
-/// Whether a change that failed with `code` stands in the file can't be told now.
+/// Whether a change that failed with `code` is in the file isn't known now.
 OdError doubtfulDrawing(OdResult code, const std::string& path);
 
 OdError notADrawing(const std::string& path);

@@ -19,24 +19,24 @@ void requireFolderOf(const fs::path& path) {
   const fs::path folder = fs::absolute(path).parent_path();
   std::error_code ignored;
   if (fs::is_directory(folder, ignored)) return;
-  throw unusable("The drawing '" + path.u8string() + "' can't be made, as there is no folder '" + folder.u8string() +
-                 "': make the folder first");
+  throw unusable(path.u8string() + ": the drawing can't be created, as there is no folder " + folder.u8string() +
+                 "; create it first");
 }
 
 /// True when there is a file at the path; false when one can be made there.
 bool fileExists(const std::string& path, bool createWhenMissing) {
-  if (path.empty() || path.find('\0') != std::string::npos) throw unusable("A drawing needs the path of a file");
+  if (path.empty() || path.find('\0') != std::string::npos) throw unusable("a drawing needs a file path");
   const fs::path file = fs::u8path(path);
   std::error_code failure;
   const fs::file_status status = fs::status(file, failure);
   if (status.type() == fs::file_type::not_found) {
-    if (!createWhenMissing) throw unusable("There is no drawing '" + path + "': check the path");
+    if (!createWhenMissing) throw unusable(path + ": there is no such drawing; check the path");
     requireFolderOf(file);
     return false;
   }
-  if (failure) throw unusable("The drawing '" + path + "' can't be reached: " + failure.message());
-  if (fs::is_directory(status)) throw unusable("'" + path + "' is a folder, not a drawing: choose a file");
-  if (!fs::is_regular_file(status)) throw unusable("'" + path + "' isn't an ordinary file: choose another file");
+  if (failure) throw unusable(path + ": the drawing can't be accessed: " + failure.message());
+  if (fs::is_directory(status)) throw unusable(path + ": this is a folder, not a drawing; choose a file");
+  if (!fs::is_regular_file(status)) throw unusable(path + ": not an ordinary file; choose another file");
   return true;
 }
 

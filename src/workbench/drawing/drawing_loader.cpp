@@ -29,7 +29,7 @@ class Loader {
   template <class Class>
   Class& objectAt(std::uint64_t handle) const {
     OdDbObject* object = database.objectAt(handle);
-    if (!object || !object->isKindOf(Class::desc())) damaged("data of an object that isn't there");
+    if (!object || !object->isKindOf(Class::desc())) damaged("data of a missing object");
     return static_cast<Class&>(*object);
   }
 
@@ -105,7 +105,7 @@ void loadDrawing(SqliteConnection& connection, OdDbDatabase& database) {
     loader.loadEntries();
   } catch (const OdError& error) {
     // What the database doesn't take back can't have come from it.
-    if (error.code() == eInvalidInput) throw damagedDrawing(connection.path(), "an entry or a handle out of place");
+    if (error.code() == eInvalidInput) throw damagedDrawing(connection.path(), "an invalid entry or handle");
     throw;
   }
 }

@@ -35,7 +35,7 @@ void appendTail(std::string& bytes, std::uint32_t codePoint, int count) {
 }
 
 void appendBytes(std::string& bytes, std::uint32_t codePoint) {
-  if (codePoint > lastCodePoint) throw OdError(eInvalidInput, "A text to be stored holds a character beyond Unicode");
+  if (codePoint > lastCodePoint) throw OdError(eInvalidInput, "a text to be stored has a character beyond Unicode");
   if (codePoint < 0x80) {
     append(bytes, codePoint);
   } else if (codePoint < 0x800) {

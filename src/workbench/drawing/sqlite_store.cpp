@@ -139,7 +139,7 @@ void SqliteStore::put(const OdDbObject& object) {
   } else if (const auto* cloud = as<hostDbPointCloudDefinition>(object)) {
     putCloud(handle, *cloud);
   } else {
-    throw OdError(eNotApplicable, "A drawing file has no place for an object of this class");
+    throw OdError(eNotApplicable, "a drawing file can't store an object of this class");
   }
 }
 

@@ -1,4 +1,4 @@
-// The ways in which a station's points can be laid onto points that stand already.
+// The ways in which a station's points fit onto points that are placed already.
 #pragma once
 
 #include <Eigen/Dense>

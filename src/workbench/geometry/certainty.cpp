@@ -9,13 +9,13 @@ namespace tiepoint::workbench {
 
 namespace {
 
-/// So many chance fits of three points are put up with for one that is right.
+/// The share of chance fits tolerated among fits of three points.
 constexpr double toleratedChance = 0.01;
-/// Ways of laying a station that are looked at.
+/// Placements of a station that are considered.
 constexpr std::size_t maxWays = 16;
-/// So many pairs of triangles make a density.
+/// Pairs of triangles that suffice to estimate their density.
 constexpr std::size_t enoughSeen = 16;
-/// The widest bound in which they are looked for is so many times doubled.
+/// How often the bound in which they are counted may be doubled.
 constexpr int maxDoublings = 5;
 constexpr double pi = 3.14159265358979323846;
 
@@ -73,10 +73,10 @@ double expectedByChance(const TargetField& field, const StationShape& station, c
 }
 
 Certainty certaintyOf(const TargetField& field, const StationShape& station, const Placement& own, double reach,
-                      double tries) {
+                      double tries, const PlacementTest& isPossible) {
   if (!holds(own, station)) return Certainty::loose;
   const auto ways = alignments(field, station, reachFor(own.size(), reach), own.size(), maxWays);
-  const auto isRival = [&](const Placement& way) { return areRivals(own, way); };
+  const auto isRival = [&](const Placement& way) { return areRivals(own, way) && isPossible(way); };
   if (std::any_of(ways.begin(), ways.end(), isRival)) return Certainty::rivalled;
   if (own.size() > namesThatLink) return Certainty::certain;
   return expectedByChance(field, station, own, reach) * tries > toleratedChance ? Certainty::maybeChance

@@ -1,6 +1,8 @@
 // How sure it is that a station lies where its names put it.
 #pragma once
 
+#include <functional>
+
 #include "workbench/geometry/target_field.h"
 
 namespace tiepoint::workbench {
@@ -15,10 +17,14 @@ enum class Certainty {
   loose
 };
 
+/// Whether a placement may be true as far as anything but the shapes can say.
+using PlacementTest = std::function<bool(const Placement&)>;
+
 /// `own` is where the names put the station's points; the measurements of one target may lie up to
-/// `reach` apart. `tries` says how many placements of this kind had a chance.
+/// `reach` apart. `tries` says how many placements of this kind had a chance. Only another way that
+/// `isPossible` is a rival.
 Certainty certaintyOf(const TargetField& field, const StationShape& station, const Placement& own, double reach,
-                      double tries);
+                      double tries, const PlacementTest& isPossible);
 
 /// Ways of laying a station onto the field that explain the same number of its points, `atLeast` or
 /// more; the number, or 0 when one way explains the most.

@@ -1,4 +1,4 @@
-// The clusters that a matching by closeness sees.
+// The clusters of close points that a matching by distance sees.
 #pragma once
 
 #include <Eigen/Dense>
@@ -25,8 +25,8 @@ bool areClose(const PlacedPoint& a, const PlacedPoint& b, double tolerance);
 
 using PointCluster = std::vector<PlacedPoint>;
 
-/// The sets of points that hang together by steps between close points, each in ascending id: those
-/// of two points at least.
+/// The sets of points connected by steps between close points, each in ascending id; only those of two
+/// points or more.
 std::vector<PointCluster> closePointClusters(std::vector<PlacedPoint> placed, double tolerance);
 
 }  // namespace tiepoint::workbench

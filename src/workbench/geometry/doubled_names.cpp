@@ -61,7 +61,7 @@ bool takesPrecedence(const Bearers& one, const Bearers& other) {
   return std::tie(one.isAutomatic, one.name) < std::tie(other.isAutomatic, other.name);
 }
 
-/// The one that this name gives way to among the others on its spot: the file's, else the oldest.
+/// The one that this name gives way to among the others of its target: the file's, else the oldest.
 /// None where the files have two there.
 const Bearers* nameToKeep(const Bearers& name, const std::vector<Bearers>& all, double reach) {
   const Bearers* kept = nullptr;

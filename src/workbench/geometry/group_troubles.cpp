@@ -1,7 +1,6 @@
 #include "workbench/geometry/group_troubles.h"
 
 #include <Eigen/Dense>
-#include <cmath>
 #include <map>
 #include <utility>
 #include <vector>
@@ -17,8 +16,6 @@ namespace {
 /// Points spread less than this part of their length to the side of a line count as lying on it: at
 /// 20 m that is 2 cm, and a millimetre of noise turns the station by degrees.
 constexpr double thinnestSpread = 1e-3;
-
-bool isFinite(const OdGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
 bool lieOnOneLine(const std::vector<OdGePoint3d>& points) {
   Eigen::Matrix3Xd rows(3, static_cast<Eigen::Index>(points.size()));
@@ -54,7 +51,7 @@ Finding findingOf(FindingKind kind, const SessionState& state, GroupId group) {
 
 void requireFiniteCoordinates(const SessionState& state) {
   for (const SessionPoint& point : state.points) {
-    if (!point.record.active || isFinite(point.record.position)) continue;
+    if (!point.record.active || hasFinitePosition(point.record)) continue;
     Refusal refusal{RefusalKind::notFinite};
     refusal.name = state.group(point.record.groupId).name;
     refusal.point = point.name;

@@ -1,4 +1,4 @@
-// What the solver takes without a word although the result means little.
+// What the solver accepts silently although the result means little.
 #pragma once
 
 #include <vector>

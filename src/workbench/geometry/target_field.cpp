@@ -13,6 +13,12 @@ Eigen::Vector3d inCommonSystem(const RefPoint& record, const std::map<GroupId, O
   return {point.x, point.y, point.z};
 }
 
+namespace {
+
+bool isNamedByFile(const RefPoint& record) { return record.named && !record.autoNamed; }
+
+}  // namespace
+
 NamedField fieldOf(const SessionState& state, const Stations& stations, const GroupIdSet& groups,
                    const std::map<GroupId, OdGeMatrix3d>& toCommon) {
   NamedField named;
@@ -42,6 +48,36 @@ Placement placementOf(const SessionState& state, const Station& station, const N
     if (record.named && target != named.targetOf.end()) placement.emplace(i, target->second);
   }
   return placement;
+}
+
+FileNames fileNamesOf(const SessionState& start, const Stations& stations, const GroupIdSet& groups,
+                      const NamedField& named, const Station& added) {
+  FileNames names;
+  for (std::size_t i = 0; i < added.indices.size(); ++i) {
+    const RefPoint& record = start.points[added.indices[i]].record;
+    if (isNamedByFile(record)) names.ofPoint.emplace(i, record.commonId);
+  }
+  auto seen = named.field.stations.begin();
+  for (const GroupId group : groups) {
+    const Station& station = stations.at(group);
+    for (std::size_t i = 0; i < station.indices.size(); ++i) {
+      const RefPoint& record = start.points[station.indices[i]].record;
+      if (!isNamedByFile(record)) continue;
+      names.targetOf.emplace(record.commonId, seen->target[i]);
+      names.targets.insert(seen->target[i]);
+    }
+    ++seen;
+  }
+  return names;
+}
+
+bool contradicts(const Placement& placement, const FileNames& names) {
+  return std::any_of(placement.begin(), placement.end(), [&](const auto& pair) {
+    const auto name = names.ofPoint.find(pair.first);
+    if (name == names.ofPoint.end()) return false;
+    const auto target = names.targetOf.find(name->second);
+    return target == names.targetOf.end() ? names.targets.count(pair.second) != 0 : target->second != pair.second;
+  });
 }
 
 RecordsById recordsById(const SessionState& state) {

@@ -1,6 +1,8 @@
 // The stations that are joined already, as the field of targets that a further one is laid onto.
 #pragma once
 
+#include <map>
+#include <set>
 #include <unordered_map>
 
 #include "platform/sdk/od_ge_matrix3d.h"
@@ -25,6 +27,21 @@ NamedField fieldOf(const SessionState& state, const Stations& stations, const ZO
 
 /// Where the names put a station's points in the field.
 Placement placementOf(const SessionState& state, const Station& station, const NamedField& named);
+
+/// What the files say of a station and a field, whatever names were found since.
+struct FileNames {
+  /// By the index of the station's point.
+  std::map<std::size_t, ZOR::reg::CommonPointId> ofPoint;
+  std::map<ZOR::reg::CommonPointId, std::size_t> targetOf;
+  std::set<std::size_t> targets;
+};
+
+/// `start` is the state before any name was found, `named` the whole field of `groups`.
+FileNames fileNamesOf(const SessionState& start, const Stations& stations, const ZOR::reg::GroupIdSet& groups,
+                      const NamedField& named, const Station& added);
+
+/// It puts a point on a target that has another name in the files, or not on the one that has its own.
+bool contradicts(const Placement& placement, const FileNames& names);
 
 /// The points' records by their ids. The state must outlive them.
 using RecordsById = std::unordered_map<ZOR::reg::RefPointId, const ZOR::reg::RefPoint*>;

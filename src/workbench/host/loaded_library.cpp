@@ -14,7 +14,7 @@ namespace tiepoint::workbench {
 
 os::ModuleHandle loadLibrary(const std::string& path, std::string& reason) {
   const HMODULE library = LoadLibraryExW(wideFromUtf8(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-  if (!library) reason = "error " + std::to_string(GetLastError()) + " of the system's loader";
+  if (!library) reason = "error " + std::to_string(GetLastError()) + " from the system's loader";
   return library;
 }
 

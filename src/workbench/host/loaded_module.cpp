@@ -48,7 +48,7 @@ std::string versionText(const std::array<int, 4>& version) {
 }
 
 ModuleError refusal(const std::string& path, const std::string& reason) {
-  return ModuleError("cannot use the module " + path + ": " + reason);
+  return ModuleError(path + ": the module can't be used: " + reason);
 }
 
 std::string absolutePath(const std::string& path) { return fs::absolute(fs::path(path)).lexically_normal().string(); }
@@ -57,7 +57,7 @@ void requireFile(const std::string& path) {
   boost::system::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (!fs::exists(status)) throw refusal(path, "there is no such file; name the module with --module");
-  if (fs::is_directory(status)) throw refusal(path, "it is a folder; name the module's file");
+  if (fs::is_directory(status)) throw refusal(path, "this is a folder; name the module's file");
 }
 
 }  // namespace
@@ -93,7 +93,7 @@ class LoadedModule::Library {
   template <class Function>
   Function required(const char* name) {
     const Function function = os::exportAs<Function>(handle, name);
-    if (!function) throw refusal(path, std::string("it isn't a registration module: it has no export ") + name);
+    if (!function) throw refusal(path, std::string("it isn't a registration module, as it doesn't export ") + name);
     return function;
   }
 
@@ -103,7 +103,7 @@ class LoadedModule::Library {
     getMultiRegistrator = required<GetMultiRegistratorFunction>(sessionExport);
     getApiVersion(version[0], version[1], version[2], version[3]);
     if (version != neededApiVersion) {
-      throw refusal(path, "it is made for version " + versionText(version) + " of the drawing SDK; " +
+      throw refusal(path, "it was built for version " + versionText(version) + " of the drawing SDK; " +
                               versionText(neededApiVersion) + " is needed");
     }
   }
@@ -161,7 +161,7 @@ std::string installedModule() {
   for (const fs::path& candidate : {beside, installed}) {
     if (fs::exists(candidate)) return candidate.string();
   }
-  throw ModuleError("the module is neither " + beside.string() + " nor " + installed.string() +
+  throw ModuleError("the module is neither at " + beside.string() + " nor at " + installed.string() +
                     "; name it with --module");
 }
 

@@ -13,7 +13,7 @@ StandingHost* standing = nullptr;
 StandingHost* StandingHost::current() { return standing; }
 
 StandingHost::StandingHost() {
-  if (standing) throw std::logic_error("a workbench stands already in this process");
+  if (standing) throw std::logic_error("there is already a workbench in this process");
   standing = this;
 }
 

@@ -102,7 +102,7 @@ void replaceFile(const std::string& path, const std::string& content) {
     file.write(content);
     file.putInPlace();
   } catch (const std::system_error& error) {
-    throw std::runtime_error("The file '" + path + "' can't be written: " + error.code().message());
+    throw std::runtime_error(path + ": the file can't be written: " + error.code().message());
   }
 }
 

@@ -19,7 +19,7 @@ using namespace ZOR::reg;
 
 namespace {
 
-/// The largest discrepancy that auto accepts unless it is told another: 2 cm, ten times the noise of
+/// The largest discrepancy that auto accepts by default: 2 cm, ten times the noise of
 /// a good scanner's targets. Metres.
 constexpr double usualLimit = 0.02;
 constexpr double usualMinSideDifference = 0.1;
@@ -61,7 +61,7 @@ std::map<GroupId, OdGeMatrix3d> motionsOf(Workbench& workbench, NamingSession& n
   return solvedMotions(workbench, naming.driven().operations(), {groups.begin(), groups.end()});
 }
 
-/// The groups that can be joined by the names that there are; which, the session decides.
+/// For the groups that the present names connect; the session decides which.
 void matchCloseness(Workbench& workbench, NamingSession& naming, const NamingRequest& request, NamingReport& report) {
   DrivenSession& session = naming.driven();
   NamingStep step;
@@ -107,6 +107,7 @@ Finding reasonFor(const SessionState& state, const std::vector<UnplacedStation>&
   Finding reason{kindOf(first.trouble), Severity::note};
   for (const UnplacedStation& station : stations) reason.groups.push_back(state.group(station.group).name);
   reason.count = first.points;
+  reason.atLeast = first.sharedNames;
   reason.value = first.discrepancy;
   reason.limit = first.trouble == StationTrouble::aboveLimit ? limits.discrepancy : limits.side;
   return reason;
@@ -114,9 +115,9 @@ Finding reasonFor(const SessionState& state, const std::vector<UnplacedStation>&
 
 /// One reason for all stations that have it.
 void addStationReasons(const SessionState& state, const NamingPlan& plan, NamingReport& report) {
-  std::map<std::tuple<StationTrouble, std::size_t, double>, std::vector<UnplacedStation>> alike;
+  std::map<std::tuple<StationTrouble, std::size_t, double, std::size_t>, std::vector<UnplacedStation>> alike;
   for (const UnplacedStation& station : plan.unplaced) {
-    alike[{station.trouble, station.points, station.discrepancy}].push_back(station);
+    alike[{station.trouble, station.points, station.discrepancy, station.sharedNames}].push_back(station);
   }
   const NamingLimits& limits = *report.limits;
   for (const auto& [trouble, stations] : alike) report.reasons.push_back(reasonFor(state, stations, limits));
@@ -128,7 +129,7 @@ void addStationReasons(const SessionState& state, const NamingPlan& plan, Naming
   }
 }
 
-/// Three points don't check one another; where chance was small it isn't worth a word.
+/// Three points leave no check; where chance was small that isn't worth reporting.
 void addRisks(const SessionState& state, const NamingPlan& plan, NamingReport& report) {
   for (const auto& [group, risk] : plan.risks) {
     if (risk < noteworthyRisk) continue;

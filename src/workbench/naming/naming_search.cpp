@@ -18,20 +18,21 @@ using namespace ZOR::reg;
 
 namespace {
 
-/// Rounds of naming points on one spot after a station was added: a solve brings more points near,
-/// as three corners place far points badly.
+/// Rounds of naming coincident points after a station was added: each solve brings more points together,
+/// as three corners alone place far points badly.
 constexpr int maxRounds = 12;
-/// So many times what two measurements of a target may lie apart, a loop of stations may be open.
+/// The misclosure allowed for a loop of stations, in multiples of how far two measurements of a target may
+/// lie apart.
 constexpr double maxLoopGap = 20.0;
 /// Close points first: a wide tolerance chains neighbours together.
 constexpr std::array<double, 4> closenessParts{0.25, 0.5, 1.0, 2.0};
 /// Points a little farther apart than the widest tolerance are looked for too, so that what lies
 /// exactly at it is seen.
 constexpr double nearestPart = 1.001 * closenessParts.back();
-/// A link of three points that contradicts another is as likely when chance makes it no more than so
-/// many times as often.
+/// A contradicting link of three points counts as equally likely when chance makes it at most this many times
+/// as often.
 constexpr double maxChanceRatio = 4.0;
-/// A station that hangs on three points alone, and what stood before it.
+/// A station that depends on three points alone, and what was placed before it.
 struct WeakAddition {
   GroupId group = 0;
   std::size_t stepsBefore = 0;
@@ -137,9 +138,11 @@ class NamingSearch {
     NamedField named = fieldOf(planned.state(), stations, before, planned.motions());
     const Station& station = stations.at(group);
     const Placement own = placementOf(planned.state(), station, named);
+    const FileNames names = fileNamesOf(start, stations, before, named, station);
+    const auto isPossible = [&](const Placement& way) { return !contradicts(way, names); };
     const double tries = triesFor(before);
     if (own.size() > namesThatLink) keepThoseInCommon(named.field, before, group);
-    const Certainty certainty = certaintyOf(named.field, station.shape, own, limits.reach(), tries);
+    const Certainty certainty = certaintyOf(named.field, station.shape, own, limits.reach(), tries, isPossible);
     if (certainty == Certainty::rivalled && own.size() > namesThatLink) {
       ambiguous[group] = own.size();
       return Joined::rivalled;
@@ -179,7 +182,7 @@ class NamingSearch {
 
   bool isSoundNow() { return isSound(planned.state(), limits.discrepancy); }
 
-  // --- Names for what fell on one spot.
+  // --- Names for coincident points.
 
   void nameClosePointsInRounds(const GroupIdSet& groups) {
     for (int round = 0; round < maxRounds; ++round) {
@@ -258,7 +261,7 @@ class NamingSearch {
     }
   }
 
-  /// Takes back the first station that hangs on three points while another link, not much more of a
+  /// Removes the first station that depends on three points while another link, not much more likely to be
   /// chance, would put it elsewhere; and all that came after it.
   void dropDoubtful() {
     const std::vector<const PairLink*> open = openLinks();
@@ -290,7 +293,7 @@ class NamingSearch {
     const UnplacedStation trouble = workbench::troubleOf(group, start, stations, pairs, limits);
     const auto known = ambiguous.find(group);
     if (known == ambiguous.end() || trouble.trouble == StationTrouble::mirrored) return trouble;
-    return {group, StationTrouble::ambiguous, known->second, 0.0};
+    return ambiguousStation(group, start, stations, known->second);
   }
 
   const SessionState& start;

@@ -33,10 +33,11 @@ struct NamingPlan {
 };
 
 /// Starts from the two stations that agree best and adds one station after another. A station is
-/// added when a solve of all leaves no discrepancy above the limit and it can't be laid onto the
-/// others in a second way that explains as many of its points; after each the points that fell on
-/// one spot are named, and pairs of stations that close a loop. All in scratch sessions of the active drawing; `start`
-/// is the state of the session that the plan is for, before its first solve. Throws Refused (cancelled).
+/// added when a solve of all leaves no discrepancy above the limit and it doesn't fit the others in a
+/// second way that matches as many of its points and that the files' names allow; after each the points
+/// that coincide are named, and pairs of stations that close a loop. All in scratch sessions of the
+/// active drawing; `start` is the state of the session that the plan is for, before its first solve.
+/// Throws Refused (cancelled).
 NamingPlan searchNames(Workbench& workbench, const SessionState& start, const NamingLimits& limits, Progress& progress);
 
 }  // namespace tiepoint::workbench

@@ -9,7 +9,7 @@
 namespace tiepoint::workbench {
 
 /// Takes naming steps in a session that stands before its first solve, without a base: the operations
-/// that look for one spot see no base points. What was excluded before stays so.
+/// that look for coincident points see no base points. What was excluded before stays so.
 class NamingSession {
  public:
   explicit NamingSession(DrivenSession& session);
@@ -24,7 +24,7 @@ class NamingSession {
   std::size_t matchByCloseness(double tolerance) { return session.matchByCloseness(tolerance); }
   /// Says how many took the other's name: not those whose group has it already.
   std::size_t unite(const PointPairs& takers);
-  /// True when all of these groups hang together and each takes part.
+  /// True when all of these groups are connected and each takes part.
   bool solve(const ZOR::reg::GroupIdSet& groups);
   /// Takes steps as they were taken before. Only a matching by closeness and whoever goes on from here
   /// see what a solve has found, so the other solves are left out.

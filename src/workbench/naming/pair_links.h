@@ -13,7 +13,7 @@
 
 namespace tiepoint::workbench {
 
-/// Two stations that were joined, each pair tried for itself.
+/// Two stations that were joined, each pair tried separately.
 struct PairLink {
   ZOR::reg::GroupId first = 0;
   ZOR::reg::GroupId second = 0;
@@ -34,7 +34,7 @@ struct PairLinks {
   std::map<ZOR::reg::GroupId, double> aboveLimit;
 };
 
-/// Tries every pair of stations in scratch sessions: with the names that there are, then by
+/// Tries every pair of stations in scratch sessions: with the names that they have, then by
 /// triangles with a tolerance from tight to the limits' widest. `common`: for no less a tolerance.
 PairLinks findPairLinks(Workbench& workbench, const SettingsById& settings, const SessionState& start,
                         const Stations& stations, const CommonTriangles& common, const NamingLimits& limits,

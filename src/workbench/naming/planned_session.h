@@ -21,9 +21,9 @@ class PlannedSession {
   /// Each takes a step and adds it to the plan. False when nothing was named.
   bool matchByTriangles(const ZOR::reg::GroupIdSet& groups, double sideTolerance, double minSideDifference);
   bool matchByCloseness(double tolerance);
-  /// `tolerance`: how far apart the points of one spot may lie, for those who read the plan.
+  /// `tolerance`: the largest distance between points of one target, for readers of the plan.
   bool unite(const PointPairs& takers, double tolerance);
-  /// False when these groups don't hang together.
+  /// False when these groups aren't connected.
   bool solve(const ZOR::reg::GroupIdSet& groups);
 
   /// Of the last solve; stays as it is until the next one.

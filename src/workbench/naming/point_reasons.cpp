@@ -2,7 +2,6 @@
 
 #include <Eigen/Geometry>
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 namespace tiepoint::workbench {
@@ -15,10 +14,6 @@ namespace {
 constexpr double narrowest = 10.0;
 /// No instrument measures so many times its noise.
 constexpr double widest = 1e6;
-
-bool isFinite(const OdGePoint3d& point) {
-  return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
-}
 
 bool hasTwins(const std::vector<Eigen::Vector3d>& points, double side) {
   for (auto one = points.begin(); one != points.end(); ++one) {
@@ -49,7 +44,7 @@ std::vector<Finding> noteOf(FindingKind kind, const SessionState& state, const G
 std::vector<Finding> notFiniteReasons(const SessionState& state) {
   GroupIdSet groups;
   for (const SessionPoint& point : state.points) {
-    if (!isFinite(point.record.position)) groups.insert(point.record.groupId);
+    if (!hasFinitePosition(point.record)) groups.insert(point.record.groupId);
   }
   return noteOf(FindingKind::notFinite, state, groups);
 }

@@ -9,8 +9,8 @@
 
 namespace tiepoint::workbench {
 
-/// Groups with a coordinate that isn't a finite number: such a point lies on every spot, so that no
-/// spot can be told from another.
+/// Groups with a coordinate that isn't a finite number: such a point counts as close to every other, so
+/// that no two targets can be told apart.
 std::vector<Finding> notFiniteReasons(const SessionState& state);
 
 /// Stations with two points nearer to one another than `side`, the widest tolerance for the sides of

@@ -76,6 +76,16 @@ bool isInThreePointLink(GroupId group, const PairLinks& pairs) {
 
 }  // namespace
 
+UnplacedStation ambiguousStation(GroupId group, const SessionState& start, const Stations& stations,
+                                 std::size_t points) {
+  UnplacedStation unplaced{group, StationTrouble::ambiguous, points, 0.0};
+  const NamesByGroup names = namesByGroup(start);
+  for (const auto& [other, station] : stations) {
+    if (other != group) unplaced.sharedNames = std::max(unplaced.sharedNames, countSharedNames(names, group, other));
+  }
+  return unplaced;
+}
+
 UnplacedStation troubleOf(GroupId group, const SessionState& start, const Stations& stations, const PairLinks& pairs,
                           const NamingLimits& limits) {
   if (!hasPointsToPlace(stations.at(group))) return {group, StationTrouble::tooFewPoints, 0, 0.0};
@@ -83,7 +93,7 @@ UnplacedStation troubleOf(GroupId group, const SessionState& start, const Statio
   const std::size_t mirrored = mirroredPoints(group, start, stations, limits.reach());
   if (mirrored > 0) return {group, StationTrouble::mirrored, mirrored, 0.0};
   const std::size_t ambiguous = ambiguousPoints(group, start, stations, limits.reach());
-  if (ambiguous > 0) return {group, StationTrouble::ambiguous, ambiguous, 0.0};
+  if (ambiguous > 0) return ambiguousStation(group, start, stations, ambiguous);
   if (isInThreePointLink(group, pairs)) return {group, StationTrouble::threePoints, 0, 0.0};
   const auto above = pairs.aboveLimit.find(group);
   if (above != pairs.aboveLimit.end()) return {group, StationTrouble::aboveLimit, 0, above->second};

@@ -32,7 +32,13 @@ struct UnplacedStation {
   std::size_t points = 0;
   /// Above the limit: the smallest of the largest discrepancies, drawing units.
   double discrepancy = 0.0;
+  /// Ambiguous: the most names that the files of it and of another station share.
+  std::size_t sharedNames = 0;
 };
+
+/// A station of which each way explains `points` points.
+UnplacedStation ambiguousStation(ZOR::reg::GroupId group, const SessionState& start, const Stations& stations,
+                                 std::size_t points);
 
 /// What the shapes of the stations and the trials of their pairs show.
 UnplacedStation troubleOf(ZOR::reg::GroupId group, const SessionState& start, const Stations& stations,

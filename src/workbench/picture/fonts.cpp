@@ -47,7 +47,7 @@ cairo_font_face_t* loadedFace(FT_Library library, const char* style, const FontC
     return cairo_ft_font_face_create_for_ft_face(face, FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
   }
   throw std::runtime_error(std::string("the font ") + family +
-                           " isn't installed, which pictures need (Debian: fonts-dejavu-core)");
+                           ", which pictures need, isn't installed (Debian: fonts-dejavu-core)");
 }
 
 cairo_scaled_font_t* rulerOf(cairo_font_face_t* face) {
@@ -62,7 +62,7 @@ cairo_scaled_font_t* rulerOf(cairo_font_face_t* face) {
 
 FT_Library newLibrary() {
   FT_Library library = nullptr;
-  if (FT_Init_FreeType(&library) != 0) throw std::runtime_error("the font library can't be started");
+  if (FT_Init_FreeType(&library) != 0) throw std::runtime_error("the font library can't be initialised");
   return library;
 }
 

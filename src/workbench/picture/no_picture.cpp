@@ -4,7 +4,7 @@
 namespace tiepoint::workbench::picture {
 
 Picture drawPicture(const Request&, const Content&, const std::vector<const OdGiDrawable*>&) {
-  throw std::runtime_error("this tiepoint was built without pictures");
+  throw std::runtime_error("this build of tiepoint can't draw pictures");
 }
 
 }  // namespace tiepoint::workbench::picture

@@ -87,9 +87,9 @@ const char* directionText(Direction direction) {
     case Direction::side:
       return "Seen from the right.";
     case Direction::iso:
-      return "Seen from above at the front right; the scale holds in the plane of the picture.";
+      return "Seen from above, front right; the scale applies to the picture plane.";
     case Direction::fit:
-      return "Seen where the points spread the most.";
+      return "Seen facing the widest spread of the points.";
     case Direction::top:
       break;
   }

@@ -28,10 +28,10 @@ struct Picture {
   std::vector<PaintedText> texts;
 };
 
-/// There is no place to look at.
+/// There is nothing to look at.
 class NothingToShow : public std::runtime_error {
  public:
-  NothingToShow() : std::runtime_error("no point has a place that can be shown") {}
+  NothingToShow() : std::runtime_error("no point has a position that can be shown") {}
 };
 
 /// Draws the drawables as a view does, and the content around it. The same input gives the same bytes.

@@ -42,7 +42,7 @@ struct Content {
   std::string subtitle;
   /// Of the drawing, such as "m".
   std::string lengthUnit = "drawing units";
-  /// In which residuals are told, and how many of it are one drawing unit.
+  /// The unit in which residuals are given, and how many of it make one drawing unit.
   std::string residualUnit = "drawing units";
   double residualUnitsPerLength = 1.0;
   /// Over the legend's last column; empty when no group has a residual.

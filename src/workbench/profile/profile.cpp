@@ -13,7 +13,7 @@ namespace tiepoint::workbench {
 namespace {
 
 std::runtime_error unreadable(const std::string& file) {
-  return std::runtime_error("The profile '" + file + "' can't be read: it must be a file that you may read");
+  return std::runtime_error(file + ": the profile can't be read; check that it is a file, and its permissions");
 }
 
 std::string contentOf(const std::string& file) {

@@ -14,11 +14,11 @@ namespace {
 using nlohmann::json;
 
 std::runtime_error notAProfile(const std::string& file, const std::string& why) {
-  return std::runtime_error("The file '" + file + "' isn't a profile: " + why);
+  return std::runtime_error(file + ": not a profile: " + why);
 }
 
 std::string wrongKind(const std::string& section, const std::string& key) {
-  return "the value of '" + key + "' in the section '" + section + "' is neither a number nor a text";
+  return "the value of \"" + key + "\" in the section \"" + section + "\" is neither a number nor a string";
 }
 
 std::string lineOf(const std::string& text, std::size_t byte) {
@@ -30,9 +30,9 @@ json parse(const std::string& text, const std::string& file) {
   try {
     return json::parse(text);
   } catch (const json::parse_error& error) {
-    throw notAProfile(file, "its line " + lineOf(text, error.byte) + " isn't JSON");
+    throw notAProfile(file, "line " + lineOf(text, error.byte) + " isn't JSON");
   } catch (const json::out_of_range&) {
-    throw notAProfile(file, "it holds a number that is too large");
+    throw notAProfile(file, "it has a number that is too large");
   }
 }
 
@@ -54,7 +54,7 @@ std::optional<ProfileValue> valueFrom(const json& value) {
 
 json jsonFrom(const ProfileValue& value) {
   if (const double* number = std::get_if<double>(&value); number && !std::isfinite(*number)) {
-    throw std::runtime_error("A profile holds no number that isn't finite");
+    throw std::runtime_error("a profile can't store a number that isn't finite");
   }
   return std::visit([](const auto& held) { return json(held); }, value);
 }
@@ -63,10 +63,10 @@ json jsonFrom(const ProfileValue& value) {
 
 ProfileSections profileFromJson(const std::string& text, const std::string& file) {
   const json root = parse(text, file);
-  if (!root.is_object()) throw notAProfile(file, "it holds no object of sections");
+  if (!root.is_object()) throw notAProfile(file, "it isn't an object of sections");
   ProfileSections sections;
   for (const auto& [sectionName, section] : root.items()) {
-    if (!section.is_object()) throw notAProfile(file, "the section '" + sectionName + "' is no object");
+    if (!section.is_object()) throw notAProfile(file, "the section \"" + sectionName + "\" isn't an object");
     auto& keys = sections[sectionName];
     for (const auto& [key, value] : section.items()) {
       const std::optional<ProfileValue> read = valueFrom(value);
@@ -86,7 +86,7 @@ std::string jsonFromProfile(const ProfileSections& sections) {
   try {
     return root.dump(2) + "\n";
   } catch (const json::type_error&) {
-    throw std::runtime_error("A profile holds no text that isn't UTF-8");
+    throw std::runtime_error("a profile can't store text that isn't UTF-8");
   }
 }
 

@@ -19,7 +19,7 @@ const char* moveText(CloudMove move) {
     case CloudMove::notRegistered:
       return "stays: its group isn't registered";
     case CloudMove::noGroup:
-      return "stays: no group bears its name";
+      return "stays: no group has its name";
   }
   return "";
 }
@@ -28,7 +28,7 @@ std::string copyText(const CloudReport& cloud) {
   if (!cloud.copy) return "";
   const CloudCopy& copy = *cloud.copy;
   const std::string others =
-      copy.otherLines == 0 ? "" : fmt::format(", {} other lines copied as they stand", copy.otherLines);
+      copy.otherLines == 0 ? "" : fmt::format(", {} other lines copied unchanged", copy.otherLines);
   return fmt::format("{}: {} points written to {}{}\n", printable(cloud.name), copy.points, printable(copy.path),
                      others);
 }
@@ -53,7 +53,7 @@ std::string cloudMovesText(const std::vector<CloudReport>& clouds) {
   for (const CloudReport& cloud : clouds) {
     table.add({printable(cloud.name), moveText(cloud.move), printable(cloud.source)});
     if (cloud.move == CloudMove::moved) {
-      matrices += fmt::format("\n{}: from its file to the common system, row after row\n{}", printable(cloud.name),
+      matrices += fmt::format("\n{}: from its file to the common system, row by row\n{}", printable(cloud.name),
                               matrixText(cloud.matrix));
     }
     copies += copyText(cloud);

@@ -8,7 +8,7 @@
 
 namespace tiepoint::workbench {
 
-/// Four rows of four numbers, row after row, each as short as it can be to read back the same
+/// Four rows of four numbers, row by row, each as short as it can be to read back the same
 /// double. Translation in the last column.
 std::string matrixText(const OdGeMatrix3d& matrix);
 

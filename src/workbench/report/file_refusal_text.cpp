@@ -50,11 +50,11 @@ std::string unusableTargetText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::targetIsFolder:
       return target + ": this is a folder; name a file in it";
     case RefusalKind::targetNotOrdinary:
-      return target + ": this is no ordinary file; choose another place";
+      return target + ": not an ordinary file; choose another path";
     case RefusalKind::targetIsRead:
-      return target + ": this command reads it; choose another place";
+      return target + ": this command reads that file; choose another path";
     default:
-      return target + " exists; --force replaces it";
+      return target + ": the file exists; --force replaces it";
   }
 }
 
@@ -64,11 +64,11 @@ std::string moduleFileText(const Refusal& r) {
     case RefusalKind::commonPointsNotOpened:
       return r.given + ": the common points can't be written";
     case RefusalKind::commonPointsCutShort:
-      return r.given + ": the common points can't be written to their end; is the disk full?";
+      return r.given + ": the common points can't be written completely; is the disk full?";
     case RefusalKind::matrixCutShort:
-      return r.given + ": the module hasn't written this matrix, or not to its end; is the disk full?";
+      return r.given + ": the module didn't write this matrix, or not completely; is the disk full?";
     case RefusalKind::reportCutShort:
-      return r.given + ": the module hasn't written this report, or not to its end; is the disk full?";
+      return r.given + ": the module didn't write this report, or not completely; is the disk full?";
     default:
       return fmt::format("the folder for temporary files can't be used: {}; set TMPDIR", r.cause);
   }
@@ -77,15 +77,16 @@ std::string moduleFileText(const Refusal& r) {
 std::string targetText(const Refusal& r, FieldNames nameOf) {
   switch (r.kind) {
     case RefusalKind::noFolder:
-      return fmt::format("{}: there is no folder {}; make it first", targetOf(r, nameOf), r.other);
+      return fmt::format("{}: there is no folder {}; create it first", targetOf(r, nameOf), r.other);
     case RefusalKind::folderNotMade:
-      return fmt::format("{}: the folder can't be made: {}", targetOf(r, nameOf), r.cause);
+      return fmt::format("{}: the folder can't be created: {}", targetOf(r, nameOf), r.cause);
     case RefusalKind::sameTarget:
-      return fmt::format("{} and {} both write {}; name two files", nameOf(r.field), nameOf(r.otherField), r.given);
+      return fmt::format("{} and {}: both would write {}; give them different files", nameOf(r.field),
+                         nameOf(r.otherField), r.given);
     case RefusalKind::nameNotPortable:
-      return fmt::format("{}: \"{}\" isn't a file name that every system takes", targetOf(r, nameOf), r.name);
+      return fmt::format("{}: \"{}\" isn't a valid file name on every system", targetOf(r, nameOf), r.name);
     case RefusalKind::groupNotPortable:
-      return fmt::format("{}: no file can be named after the group {}; rename it", targetOf(r, nameOf), r.name);
+      return fmt::format("{}: no file can be named after the group {}; rename the group", targetOf(r, nameOf), r.name);
     case RefusalKind::copiesCollide:
       return r.given + ": two clouds have files of this name; rename one of them";
     case RefusalKind::notWritten:

@@ -33,21 +33,21 @@ std::string notConnectedText(const Finding& f) {
   for (const std::vector<std::string>& component : f.components)
     components += (components.empty() ? "" : " | ") + joined(component);
   return fmt::format(
-      "the groups don't hang together: {}; the iterative method goes on, but how these parts lie to one "
-      "another rests on fewer than {} common names",
+      "the groups aren't connected: {}; the iterative method goes on, but these sets share fewer than {} names "
+      "with one another, so how they lie to one another means little",
       components, namesThatLink);
 }
 
 std::string otherUnitText(const Finding& f) {
   const std::string times = f.value < 100.0 ? fmt::format("{:.3g}", f.value) : fmt::format("{:.0f}", f.value);
   return fmt::format(
-      "the targets that {} and {} share lie {} times as far apart in {}; are both files in the same unit?",
+      "the targets that {} and {} share are {} times as far apart in {}; are both files in the same unit?",
       f.groups.at(0), f.groups.at(1), times, f.groups.at(f.count));
 }
 
 std::string oddWeightsText(const Finding& f) {
-  return fmt::format("{} in use of {} ha{} a weight outside 0 to 1; one below 0 takes part in no fit",
-                     plural(f.count, "point"), first(f.groups), f.count == 1 ? "s" : "ve");
+  return fmt::format("{}: {} in use ha{} a weight outside 0 to 1; a point with a weight below 0 takes part in no fit",
+                     first(f.groups), plural(f.count, "point"), f.count == 1 ? "s" : "ve");
 }
 
 /// Of files that were read.
@@ -83,33 +83,34 @@ std::string solveText(const Finding& f) {
     case FindingKind::clusterKept:
       return clusterKeptText(f);
     case FindingKind::clusterNotNeeded:
-      return "the groups hang together as they are; --keep-cluster changed nothing";
+      return "the groups are connected as they are; --keep-cluster changed nothing";
     case FindingKind::notConnected:
       return notConnectedText(f);
     case FindingKind::baseTakesNoPart:
-      return fmt::format("{} takes no part as a base; see the points that are out", first(f.groups));
+      return fmt::format("{} isn't used as a base; see the points not used", first(f.groups));
     case FindingKind::groupNotRegistered:
-      return fmt::format("{} isn't registered; see the points that are out", first(f.groups));
+      return fmt::format("{} isn't registered; see the points not used", first(f.groups));
     case FindingKind::nameTwice:
       return fmt::format(
-          "{} has {} more than once; the last of a name is what is fitted: take the others out of the file",
+          "{} has {} more than once; only the last point of each name is used in the fit: remove the others from the "
+          "file",
           first(f.groups), joined(f.points, maxNames));
     case FindingKind::pointsOnOneLine:
-      return fmt::format("the points in use of {} lie on one line: nothing holds its rotation about that line",
+      return fmt::format("the points of {} in use lie on one line, so its rotation about that line is undetermined",
                          first(f.groups));
     case FindingKind::oddWeights:
       return oddWeightsText(f);
     case FindingKind::otherUnit:
       return otherUnitText(f);
     case FindingKind::mirrorImages:
-      return fmt::format("{} and {} fit only as mirror images; are two columns of one of the files exchanged?",
+      return fmt::format("{} and {} fit only as mirror images; are two columns swapped in one of the files?",
                          f.groups.at(0), f.groups.at(1));
     case FindingKind::courseUnknown:
-      return "the report doesn't tell how the iterations ended; whether they converged isn't known";
+      return "the report doesn't say how the iterations ended, so it isn't known whether they converged";
     case FindingKind::notConverged:
       return fmt::format(
-          "not converged: the limit of {} iterations ended the run; see the summary, raise "
-          "--max-iterations, or take the pairwise method",
+          "not converged: stopped by the limit of {} iterations; see the summary, raise --max-iterations, or use "
+          "the pairwise method",
           f.count);
     default:
       return "";

@@ -27,8 +27,8 @@ std::string printableNames(const Registration& registration, const GroupIdSet& g
 }
 
 std::string describe(const Registration& registration, const NamingStep& step) {
-  if (step.kind == NamingKind::triangles) return "equal triangles of " + printableNames(registration, step.groups);
-  return step.kind == NamingKind::unite ? "two names on one spot" : "points on one spot";
+  if (step.kind == NamingKind::triangles) return "congruent triangles of " + printableNames(registration, step.groups);
+  return step.kind == NamingKind::unite ? "two names of one target" : "coincident points";
 }
 
 /// Solves are left out: each step is followed by one.
@@ -92,7 +92,7 @@ std::string matchText(const Registration& registration, const NamingReport& repo
   std::string text = fmt::format("Naming ({}): {} points have automatic names, {} have none", namingKey(report.how),
                                  report.named, report.unnamed);
   if (report.limits) {
-    text += fmt::format("; no discrepancy may be above {:g} {}", report.limits->discrepancy, lengths.positionUnit());
+    text += fmt::format("; largest discrepancy allowed: {:g} {}", report.limits->discrepancy, lengths.positionUnit());
   }
   text += "\n" + stepTable(registration, report);
   for (const Finding& reason : report.reasons) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "workbench/report/plain_text.h"
+#include "workbench/values/link_report.h"
 
 namespace tiepoint::workbench {
 
@@ -10,19 +11,18 @@ namespace {
 
 std::string contradictionText(const Finding& f) {
   const std::string where =
-      f.groups.size() < 2 ? ""
-                          : fmt::format(": a triangle of {} has the sides of several in {}", f.groups[0], f.groups[1]);
+      f.groups.size() < 2 ? "" : fmt::format(": a triangle of {} matches several in {}", f.groups[0], f.groups[1]);
   return fmt::format(
-      "equal triangles contradict one another{}, and one contradiction voids the whole matching; the "
-      "layout repeats itself, or {:g} is too wide or too narrow a tolerance",
+      "congruent triangles contradict one another{}, and one contradiction voids the whole matching; the "
+      "layout repeats itself, or a tolerance of {:g} is too wide or too tight",
       where, f.limit);
 }
 
 std::string conflictText(const Finding& f) {
-  const char* how = f.value > 0.0 ? "lie on one spot, as points between them lie" : "lie";
+  const char* how = f.value > 0.0 ? "are chained by points in between that are all" : "are";
   return fmt::format(
-      "the points {} and {} {} within {:g} of one another, but their names come from the "
-      "files and differ; one such spot voids the whole matching",
+      "the points {} and {} {} within {:g} of one another, but the files give them different names; one such "
+      "conflict voids the whole matching",
       f.points.at(0), f.points.at(1), how, f.limit);
 }
 
@@ -30,9 +30,9 @@ std::string conflictText(const Finding& f) {
 std::string wholeText(const Finding& f) {
   switch (f.kind) {
     case FindingKind::fewPoints:
-      return fmt::format("there are {} points; {} at least are needed", f.count, f.atLeast);
+      return fmt::format("there are {} points; at least {} are needed", f.count, f.atLeast);
     case FindingKind::oneGroup:
-      return "there is one group only, and nothing to compare it with";
+      return "there is only one group, and nothing to compare it with";
     case FindingKind::nothingUnnamed:
       return "every point has a name already";
     case FindingKind::noUsableTriangle:
@@ -40,14 +40,13 @@ std::string wholeText(const Finding& f) {
     case FindingKind::noEqualTriangles:
       return fmt::format("no two groups have triangles whose sides agree within {:g}", f.limit);
     case FindingKind::onlyNamed:
-      return fmt::format("no triangle with an unnamed corner has the sides of one in another group within {:g}",
-                         f.limit);
+      return fmt::format("no triangle with an unnamed corner matches one in another group within {:g}", f.limit);
     case FindingKind::contradiction:
       return contradictionText(f);
     case FindingKind::conflict:
       return conflictText(f);
     case FindingKind::notSolved:
-      return "no group is registered yet: closeness needs names that join some groups";
+      return "no group is registered yet; matching by distance needs names that join some of the groups";
     case FindingKind::namedByFiles:
       return "every point of the registered groups has a name from its file";
     case FindingKind::nothingClose:
@@ -62,30 +61,40 @@ std::string pointsText(const Finding& f) {
   switch (f.kind) {
     case FindingKind::notFinite:
       return fmt::format(
-          "{}: points with coordinates that aren't finite numbers; while they are there, no point is named because it "
-          "lies on the spot of another",
+          "{}: some coordinates aren't finite numbers; as long as they are there, no point is named for being close "
+          "to another",
           joined(f.groups));
     case FindingKind::twinPoints:
       return fmt::format(
-          "{}: two points lie within {:g} of one another, and triangles with the one can't be told from triangles with "
-          "the other; keep one of the two",
+          "{}: two points lie within {:g} of one another, so triangles with one can't be told from triangles with the "
+          "other; keep only one of them",
           joined(f.groups), f.limit);
     case FindingKind::nearOneAnother:
     case FindingKind::farApart:
       return fmt::format(
-          "{}: the points lie too {} for a limit of {:g} drawing units (--match-limit); is their unit the one that "
-          "--unit says?",
-          joined(f.groups), f.kind == FindingKind::farApart ? "far apart" : "near one another", f.limit);
+          "{}: the points are too {} for a limit of {:g} drawing units (--match-limit); are they in the unit that "
+          "--unit gives?",
+          joined(f.groups), f.kind == FindingKind::farApart ? "far apart" : "close together", f.limit);
     default:
       return "";
   }
 }
 
+/// Names settle a symmetric layout once they fix a station by themselves: three, not all on one line.
+std::string namingAdvice(std::size_t shared) {
+  if (shared == 0) return fmt::format("name {} of these points in the files, not all on one line", namesThatLink);
+  const std::size_t lacking = shared < namesThatLink ? namesThatLink - shared : 1;
+  return fmt::format(
+      "the {} shared by the files {} settle which is right: name {} more in the files, off the line "
+      "through the others",
+      plural(shared, "name"), shared == 1 ? "doesn't" : "don't", lacking);
+}
+
 std::string ambiguousText(const Finding& f) {
   return fmt::format(
-      "{}: several ways of laying a station onto the others explain {} points each, as the layout is symmetric; name "
-      "some of these points, measure one more target, or leave stations out (--exclude)",
-      joined(f.groups), f.count);
+      "{}: {} the others in several ways, each matching {} points, as the layout is symmetric; {}, or measure one more "
+      "target off the symmetry, or leave stations out (--exclude)",
+      joined(f.groups), f.groups.size() == 1 ? "the station fits" : "each fits", f.count, namingAdvice(f.atLeast));
 }
 
 /// Of stations that weren't joined.
@@ -93,27 +102,27 @@ std::string stationText(const Finding& f) {
   const std::string names = joined(f.groups);
   switch (f.kind) {
     case FindingKind::stationFewPoints:
-      return fmt::format("{}: fewer than 3 points to use", names);
+      return fmt::format("{}: fewer than {} usable points", names, namesThatLink);
     case FindingKind::stationAlone:
-      return fmt::format("{}: no other station has 3 points to use", names);
+      return fmt::format("{}: no other station has {} usable points", names, namesThatLink);
     case FindingKind::stationNoEqualTriangles:
-      return fmt::format("{}: no triangle that another station has too, with sides that agree within {:g}", names,
-                         f.limit);
+      return fmt::format("{}: no triangle matches one of another station within {:g}", names, f.limit);
     case FindingKind::stationMirrored:
       return fmt::format(
-          "{}: the mirror image fits another station in {} points; exchange two columns or turn the sign of one", names,
-          f.count);
+          "{}: only the mirror image fits another station, in {} points; swap two columns or change the sign of one",
+          names, f.count);
     case FindingKind::stationAmbiguous:
       return ambiguousText(f);
     case FindingKind::stationThreePoints:
-      return fmt::format("{}: only three points fit the others, and chance may do that among so many", names);
+      return fmt::format("{}: only three points fit the other stations, and among so many points that may be chance",
+                         names);
     case FindingKind::stationAboveLimit:
       return fmt::format(
-          "{}: whatever is named leaves a discrepancy of {:g} at least, above the limit of {:g} (--match-limit)", names,
+          "{}: every naming leaves a discrepancy of at least {:g}, above the limit of {:g} (--match-limit)", names,
           f.value, f.limit);
     case FindingKind::stationContradiction:
       return fmt::format(
-          "{}: triangles that other stations have too contradict one another at every tolerance up to {:g}", names,
+          "{}: the triangles that match other stations contradict one another at every tolerance up to {:g}", names,
           f.limit);
     default:
       return "";
@@ -125,12 +134,12 @@ std::string joinedText(const Finding& f) {
   switch (f.kind) {
     case FindingKind::openLoop:
       return fmt::format(
-          "{} and {} share more points than could be named with discrepancies below the limit of {:g} (--match-limit)",
+          "{} and {} share more points than could be named with discrepancies within the limit of {:g} (--match-limit)",
           f.groups.at(0), f.groups.at(1), f.limit);
     case FindingKind::weakLink:
       return fmt::format(
-          "{}: joined by three points alone, as chance would do in one of {:.0f} surveys like this; one more shared "
-          "target would make it certain",
+          "{}: joined by only three points; chance alone would do this in about 1 in {:.0f} such surveys; one more "
+          "shared target would make it certain",
           joined(f.groups), 1.0 / f.value);
     case FindingKind::solveAboveLimit:
       return fmt::format("the solve leaves a discrepancy of {:g}, above the limit of {:g} (--match-limit)", f.value,

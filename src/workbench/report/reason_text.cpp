@@ -13,15 +13,15 @@ const char* reasonText(Reason reason) {
     case Reason::loneName:
       return "no other group has this name";
     case Reason::partnersOut:
-      return "the other groups that have this name are out";
+      return "the other groups with this name aren't used";
     case Reason::thinGroup:
-      return "the group is left with fewer than 3 shared points";
+      return "the group has fewer than 3 shared points left";
     case Reason::baseNotShared:
       return "base point that no other group has";
     case Reason::thinBase:
-      return "the base is left with fewer than 3 shared points";
+      return "the base has fewer than 3 shared points left";
     case Reason::nothingToJoin:
-      return "there is no second group to join it with";
+      return "no second group to join it with";
   }
   return "";
 }

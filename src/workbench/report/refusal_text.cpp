@@ -39,17 +39,18 @@ const char* valuesFor(Field field) {
 }
 
 std::string lengthText(const Refusal& r, FieldNames nameOf) {
-  if (r.field == Field::maxIterations) return fmt::format("{} 0: at least 1", nameOf(r.field));
-  return fmt::format("{} {}: a length {}0, in drawing units", nameOf(r.field), r.value.value_or(0.0),
+  if (r.field == Field::maxIterations) return fmt::format("{} 0: must be at least 1", nameOf(r.field));
+  return fmt::format("{} {}: must be a length {}0, in drawing units", nameOf(r.field), r.value.value_or(0.0),
                      r.kind == RefusalKind::notALength ? "of at least " : "above ");
 }
 
 std::string clusterText(const Refusal& r, FieldNames nameOf) {
-  if (r.kind == RefusalKind::noClusters) return fmt::format("{} {}: no groups hang together", nameOf(r.field), r.given);
+  if (r.kind == RefusalKind::noClusters)
+    return fmt::format("{} {}: no two groups are connected", nameOf(r.field), r.given);
   return fmt::format("{} {}: the clusters are 0 to {}", nameOf(r.field), r.given, r.count);
 }
 
-/// What was asked for that there isn't.
+/// Unknown names, and values that can't be used.
 std::string choiceText(const Refusal& r, FieldNames nameOf) {
   switch (r.kind) {
     case RefusalKind::noSuchGroup:
@@ -60,7 +61,7 @@ std::string choiceText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::weightOutOfRange:
       return fmt::format("{}: the weight must be a number from 0 to 1", asGiven(r, nameOf));
     case RefusalKind::goesWith:
-      return fmt::format("{} goes with {} {}", nameOf(r.field), nameOf(r.otherField), valuesFor(r.field));
+      return fmt::format("{} needs {} {}", nameOf(r.field), nameOf(r.otherField), valuesFor(r.field));
     case RefusalKind::notALength:
     case RefusalKind::notAboveZero:
       return lengthText(r, nameOf);
@@ -68,9 +69,9 @@ std::string choiceText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::noClusters:
       return clusterText(r, nameOf);
     case RefusalKind::groupTwice:
-      return fmt::format("{} and {} both give the group \"{}\"; rename one of them", r.given, r.other, r.name);
+      return fmt::format("{} and {}: both become the group \"{}\"; rename one of them", r.given, r.other, r.name);
     case RefusalKind::cloudTwice:
-      return fmt::format("{}: the cloud is named twice", asGiven(r, nameOf));
+      return fmt::format("{}: this cloud is given twice", asGiven(r, nameOf));
     default:
       return "";
   }
@@ -80,22 +81,24 @@ std::string choiceText(const Refusal& r, FieldNames nameOf) {
 std::string requestText(const Refusal& r, FieldNames nameOf) {
   switch (r.kind) {
     case RefusalKind::emptyPath:
-      return "a file's name is empty; is a variable of the shell unset?";
+      return "a file name is empty; is a shell variable unset?";
     case RefusalKind::nothingToRegister:
       return fmt::format("nothing to register; name files of reference points, or a drawing with {} FILE",
                          nameOf(Field::document));
     case RefusalKind::drawingEmpty:
-      return "the drawing holds no reference points; name files to take in";
+      return "the drawing holds no reference points; name files to import";
     case RefusalKind::keepClusterNeedsPairwise:
       return fmt::format(
-          "{} goes with {} pairwise; the iterative method takes all groups: leave some out with {} GROUP",
+          "{} needs {} pairwise; the iterative method registers all groups: leave some out with {} GROUP",
           nameOf(Field::keepCluster), nameOf(Field::method), nameOf(Field::exclude));
     case RefusalKind::profileLimits:
       return fmt::format(
-          "the profile's limits are {} iterations and a criterion of {}; both must be above 0 ({} and {} go over them)",
+          "the profile limits the run to {} iterations and a criterion of {}; both must be above 0 ({} and {} override "
+          "them)",
           r.count, r.value.value_or(0.0), nameOf(Field::maxIterations), nameOf(Field::convergence));
     case RefusalKind::movedNeedsApply:
-      return fmt::format("{} writes moved clouds, so it needs {}", nameOf(Field::moved), nameOf(Field::apply));
+      return fmt::format("{} needs {}: it writes the clouds that were moved", nameOf(Field::moved),
+                         nameOf(Field::apply));
     default:
       return choiceText(r, nameOf);
   }
@@ -103,15 +106,15 @@ std::string requestText(const Refusal& r, FieldNames nameOf) {
 
 std::string notFiniteText(const Refusal& r, FieldNames nameOf) {
   return fmt::format(
-      "point {} of {} has a coordinate that isn't a finite number; correct it, or leave it out: {} {}:{}", r.point,
-      r.name, nameOf(Field::exclude), r.name, r.point);
+      "point {} of {} has a coordinate that isn't a finite number; correct it, or leave the point out with {} {}:{}",
+      r.point, r.name, nameOf(Field::exclude), r.name, r.point);
 }
 
 std::string storeText(const Refusal& r, FieldNames nameOf) {
   return fmt::format("{}: {}", asGiven(r, nameOf),
                      r.kind == RefusalKind::storeNameTaken
-                         ? "the drawing has a group of this name already; choose another"
-                         : "no group may be called so (none of <>/\\*|?:\". and no device's name)");
+                         ? "the drawing already has a group of this name; choose another"
+                         : "a group can't have this name (none of <>/\\*|?:\". and no device name)");
 }
 
 /// What the data don't allow.
@@ -120,14 +123,14 @@ std::string dataText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::notFinite:
       return notFiniteText(r, nameOf);
     case RefusalKind::notRigid:
-      return fmt::format("the transformation of {} is no rigid motion; are its coordinates far too large?", r.name);
+      return fmt::format("the transformation of {} isn't a rigid motion; are its coordinates far too large?", r.name);
     case RefusalKind::storeNameTaken:
     case RefusalKind::storeNameForbidden:
       return storeText(r, nameOf);
     case RefusalKind::cloudTaken:
-      return fmt::format("the drawing has a cloud {} already, from {}", r.name, r.other);
+      return fmt::format("the drawing already has a cloud {}, from {}", r.name, r.other);
     case RefusalKind::cloudMovedBefore:
-      return fmt::format("cloud {} was moved before; applying again would move it once more (--force does)", r.name);
+      return fmt::format("cloud {} was moved before; --force moves it again", r.name);
     case RefusalKind::cancelled:
       return "cancelled";
     default:

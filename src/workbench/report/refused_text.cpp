@@ -39,7 +39,7 @@ std::string componentName(const Registration& registration, const Component& com
 std::string components(const Registration& registration) {
   TextTable table({left, left});
   for (const Component& component : registration.links.components) {
-    table.add({component.cluster ? fmt::format("cluster {}", *component.cluster) : "in none",
+    table.add({component.cluster ? fmt::format("cluster {}", *component.cluster) : "in no cluster",
                groupNames(registration, component.groups)});
   }
   return table.text();
@@ -62,28 +62,28 @@ std::string links(const Registration& registration) {
 std::string notConnectedText(const Registration& registration) {
   const std::vector<Component>& all = registration.links.components;
   const Lack lack = lackOf(registration.links);
-  if (lack == Lack::nothingToJoin) return "Not registered: no group has a point that could take part.\n";
+  if (lack == Lack::nothingToJoin) return "Not registered: no group has a usable point.\n";
   if (lack == Lack::oneGroup) {
-    return fmt::format("Not registered: {} is alone; there is no second group to join it with.\n",
+    return fmt::format("Not registered: there is only one group, {}, and nothing to join it with.\n",
                        componentName(registration, all.front()));
   }
   if (lack == Lack::allAreBases) {
-    return fmt::format("Not registered: {} are bases; there is no group to join to them.\n",
+    return fmt::format("Not registered: all groups ({}) are bases; there is none left to join to them.\n",
                        componentName(registration, all.front()));
   }
   std::string text = fmt::format(
-      "Not registered: the groups don't hang together. Two link when they share {} names, and "
-      "linked ones count as one.\n",
+      "Not registered: the groups aren't connected. Two groups are linked when they share {} names;\n"
+      "linked groups count as one.\n",
       namesThatLink);
-  text += components(registration) + "\nWhat they share\n" + links(registration);
-  if (all.front().cluster) text += "\nTo go on with one cluster alone: --keep-cluster NUMBER\n";
+  text += components(registration) + "\nShared names\n" + links(registration);
+  if (all.front().cluster) text += "\nTo go on with one cluster only: --keep-cluster NUMBER\n";
   return text;
 }
 
 std::string baseNotSharedText(const Registration& registration) {
   return fmt::format(
-      "Not registered: of the base ({}) fewer than 3 points are shared with the other groups. Without it\n"
-      "they would lie in a system of their own; leave out --base to have that.\n",
+      "Not registered: the base ({}) shares fewer than 3 points with the other groups. To register them\n"
+      "without it, in a system of their own, leave out --base.\n",
       baseNames(registration));
 }
 
@@ -92,24 +92,24 @@ std::string whyNotConnected(const Registration& registration) {
   const bool hasNames = std::any_of(points.begin(), points.end(), [](const PointOutcome& p) { return p.named; });
   switch (lackOf(registration.links)) {
     case Lack::nothingToJoin:
-      if (hasNames) return "no group has a point that could take part; the summary tells why";
-      return registration.naming ? "no point could be named; the summary tells why"
-                                 : "no point has a name; --match auto finds names";
+      if (hasNames) return "no group has a usable point; see the summary";
+      return registration.naming ? "no point could be named; see the summary"
+                                 : "no point has a name; --match auto searches for names";
     case Lack::oneGroup:
-      return "there is one group alone; add a second to join it with";
+      return "there is only one group; add a second one";
     case Lack::allAreBases:
-      return "all groups are bases; leave one --base out, or add a group that is none";
+      return "all groups are bases; leave out one --base, or add another group";
     case Lack::links:
       break;
   }
-  return "the groups don't hang together; the summary tells what they lack";
+  return "the groups aren't connected; see the summary for what is missing";
 }
 
 }  // namespace
 
 std::string refusedText(const Registration& registration) {
   if (std::holds_alternative<NotNamed>(registration.outcome)) {
-    return "Not registered: the points can't be named so that it is certain.\n";
+    return "Not registered: the points can't be named with certainty.\n";
   }
   return std::holds_alternative<BaseNotShared>(registration.outcome) ? baseNotSharedText(registration)
                                                                      : notConnectedText(registration);
@@ -117,10 +117,10 @@ std::string refusedText(const Registration& registration) {
 
 std::string whyNotRegistered(const Registration& registration) {
   if (std::holds_alternative<BaseNotShared>(registration.outcome)) {
-    return "the base shares fewer than 3 points with the others; choose another base or none";
+    return "the base shares fewer than 3 points with the other groups; choose another base or none";
   }
   if (std::holds_alternative<NotNamed>(registration.outcome)) {
-    return "the points can't be named so that it is certain; the summary tells why";
+    return "the points can't be named with certainty; see the summary";
   }
   return whyNotConnected(registration);
 }

@@ -32,7 +32,7 @@ std::string spreadText(const PointSpread& spread, const LengthFormat& lengths) {
     table.add({lengths.residual(spread.edges[bin]), lengths.residual(spread.edges[bin + 1]), std::to_string(count),
                barOf(count, highest)});
   }
-  return fmt::format("Spread ({}): how far registered points of one name stay apart; at most {}\n{}",
+  return fmt::format("Spread ({}): distances between registered points of the same name; largest {}\n{}",
                      lengths.residualUnit(), lengths.residual(*spread.largest), table.text());
 }
 

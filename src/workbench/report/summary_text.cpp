@@ -35,10 +35,11 @@ std::string courseText(const Registration& registration, const LengthFormat& len
                        course.iterations, course.limit, course.movement, course.criterion, unit);
   }
   const std::string text = fmt::format(
-      "Not converged: the limit of {} iterations ended the run. The last pass still moved the merged targets by "
-      "{:g}; the criterion is {:g} ({}). A small movement in a pass isn't a small error: along a chain of "
-      "stations the passes creep, tens of thousands of them. Raise --max-iterations and lower --convergence, or "
-      "register with --method pairwise, which doesn't suffer from this.",
+      "Not converged: stopped by the limit of {} iterations. The last pass still moved the merged targets by "
+      "{:g}; the criterion is {:g} ({}). A small movement per pass doesn't mean a small error: along a chain of "
+      "stations each pass moves the far stations only slightly; convergence can take tens of thousands of "
+      "passes. Raise --max-iterations and lower --convergence, or register with --method pairwise, which "
+      "doesn't have this problem.",
       course.limit, course.movement, course.criterion, unit);
   return wrapped(text, textWidth, 0) + "\n";
 }
@@ -76,8 +77,8 @@ std::string hint(const Registration& registration) {
   const std::string group = printable(registration.groups[point.group].name);
   const std::string name = printable(point.name);
   const std::string text = fmt::format(
-      "{} in {} stands out. It may have been measured or named wrongly there: look at it, and compare a run "
-      "with --exclude {}:{}",
+      "{} in {} stands out. It may have been mismeasured or misnamed there: check it, and compare a run with "
+      "--exclude {}:{}",
       name, group, group, name);
   return wrapped(text, textWidth, 0) + "\n";
 }
@@ -120,7 +121,7 @@ std::string pointsOut(const Registration& registration, bool all) {
     table.add({printable(registration.groups[key.first].name), reasonText(key.second),
                haveNames ? joinedWithin(points, width) : plural(points.size(), "point")});
   }
-  return fmt::format("Out: {} of {}\n{}{}", count, plural(registration.points.size(), "point"), table.text(),
+  return fmt::format("Not used: {} of {}\n{}{}", count, plural(registration.points.size(), "point"), table.text(),
                      restLine(shown, out.size(), "line"));
 }
 

@@ -117,7 +117,8 @@ void addStations(picture::Content& content, const Registration& registration, co
   }
   if (!content.stations.empty()) content.remarks.push_back("Triangles: stations, each at its system's origin.");
   if (!unknown.empty()) {
-    content.remarks.push_back(fmt::format("No triangle for {}: the origins lie far off.", joined(unknown, 4)));
+    content.remarks.push_back(
+        fmt::format("No triangle for {}: the origin is far from the points.", joined(unknown, 4)));
   }
 }
 
@@ -125,7 +126,7 @@ void addWorst(picture::Content& content, const Registration& registration, const
   const Registered& registered = *registration.registered();
   if (!registered.discrepancies) return;
   if (!registered.largest || !isSeen(registration.points[*registered.largest].discrepancy, lengths)) {
-    content.remarks.push_back("No residual is large enough to be told.");
+    content.remarks.push_back("All residuals are zero at this precision.");
     return;
   }
   const PointOutcome& point = registration.points[*registered.largest];
@@ -154,7 +155,7 @@ picture::Content storedContent(const SessionState& state, const ShownGroups& sho
                                const LengthFormat& lengths) {
   picture::Content content;
   content.title = fileName(title);
-  content.subtitle = fmt::format("{} in {}, not registered: each group in a system of its own",
+  content.subtitle = fmt::format("{} in {}, not registered: each group in its own system",
                                  plural(state.points.size(), "point"), plural(state.groups.size(), "group"));
   setUnits(content, lengths);
   for (const SessionGroup& group : state.groups) {

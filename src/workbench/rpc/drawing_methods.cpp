@@ -1,9 +1,9 @@
 // What the active drawing holds: groups of reference points, and clouds.
 #include <utility>
 
-#include "platform/pointclouds/point_cloud_definition.h"
 #include "platform/pointclouds/points_repository.h"
 #include "platform/sdk/od_db_dictionary.h"
+#include "workbench/clouds/drawing_clouds.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/rpc/methods.h"
 
@@ -49,7 +49,7 @@ StoredPointArray pointsFromJson(const Json& value) {
     try {
       points.append(pointFromJson(element));
     } catch (const BadParameter& error) {
-      throw BadValue("has a bad point at place " + std::to_string(points.size()) + ": " + error.complaint());
+      throw BadValue("has a bad point at index " + std::to_string(points.size()) + ": " + error.complaint());
     }
   }
   return points;
@@ -72,37 +72,38 @@ OrderedJson matrixJson(const OdGeMatrix3d& matrix) {
   return numbers;
 }
 
-OrderedJson cloudJson(const hostDbPointCloudDefinition& cloud) {
+OrderedJson cloudJson(const DrawingCloud& cloud) {
   OrderedJson object = OrderedJson::object();
-  addMember(object, "name", toJson(cloud.getName().wideText()));
-  addMember(object, "source", toJson(cloud.getSource().wideText()));
-  addMember(object, "matrix", matrixJson(cloud.transformation()));
+  addMember(object, "name", toJson(cloud.name));
+  addMember(object, "source", toJson(cloud.source));
+  addMember(object, "matrix", matrixJson(cloud.matrix));
   return object;
 }
 
-// --- The two dictionaries.
+// --- The dictionary of groups.
 
-/// Calls `use(name, object)` for each entry that is a `T`, in the order of entry.
-template <class T, class Use>
-void forEachEntry(const OdDbObjectId& dictionaryId, Use use) {
-  if (dictionaryId.isNull()) return;
+/// In the order of entry.
+OrderedJson groupsJson(const OdDbObjectId& dictionaryId) {
+  OrderedJson groups = OrderedJson::array();
+  if (dictionaryId.isNull()) return groups;
   const OdDbDictionaryPtr dictionary = dictionaryId.safeOpenObject();
   const OdDbDictionaryIteratorPtr entry = dictionary->newIterator(OdRx::kDictCollated);
   for (; !entry->done(); entry->next()) {
-    const OdSmartPtr<T> object = OdSmartPtr<T>::cast(entry->getObject());
-    if (!object.isNull()) use(entry->name(), *object);
+    const auto repository = RegistrationObjectPointsRepositoryPtr::cast(entry->getObject());
+    if (!repository.isNull()) groups.push_back(groupJson(entry->name(), repository->storedPoints()));
   }
+  return groups;
 }
 
-/// Enters a new object; false when the name is taken. `fill(object)` comes when it is in.
-template <class T, class Fill>
-bool enter(const OdDbDatabase& database, const OdDbObjectId& dictionaryId, const OdString& name, Fill fill) {
-  if (dictionaryId.isNull()) throw OdError(database.isReadOnly() ? eWriteProtected : eNullObjectId);
-  const OdDbDictionaryPtr dictionary = dictionaryId.safeOpenObject(OdDb::kForWrite);
+/// False when the name is taken.
+bool addGroup(OdDbDatabase& database, const OdString& name, const StoredPointArray& points) {
+  const OdDbObjectId id = RegistrationObjectPointsRepository::createRegistrationPointsDictionary(database);
+  if (id.isNull()) throw OdError(database.isReadOnly() ? eWriteProtected : eNullObjectId);
+  const OdDbDictionaryPtr dictionary = id.safeOpenObject(OdDb::kForWrite);
   if (!dictionary->getAt(name).isNull()) return false;
-  const OdSmartPtr<T> object = T::desc()->create();
-  dictionary->setAt(name, object.get());
-  fill(*object);
+  const RegistrationObjectPointsRepositoryPtr repository = RegistrationObjectPointsRepository::desc()->create();
+  dictionary->setAt(name, repository.get());
+  repository->setData(points);
   return true;
 }
 
@@ -110,14 +111,8 @@ bool enter(const OdDbDatabase& database, const OdDbObjectId& dictionaryId, const
 
 OrderedJson listGroups(RpcContext& context, const Parameters&) {
   const OdDbDatabasePtr database = context.workbench.requireActiveDocument().database();
-  OrderedJson groups = OrderedJson::array();
-  forEachEntry<RegistrationObjectPointsRepository>(
-      RegistrationObjectPointsRepository::registrationPointsDictionary(*database),
-      [&](const OdString& name, const RegistrationObjectPointsRepository& repository) {
-        groups.push_back(groupJson(name, repository.storedPoints()));
-      });
   OrderedJson result = OrderedJson::object();
-  addMember(result, "groups", std::move(groups));
+  addMember(result, "groups", groupsJson(RegistrationObjectPointsRepository::registrationPointsDictionary(*database)));
   return result;
 }
 
@@ -126,11 +121,7 @@ OrderedJson storeGroup(RpcContext& context, const Parameters& parameters) {
   const OdString name = parameters.name("name");
   const StoredPointArray points = parameters.read("points", pointsFromJson);
   bool stored = false;
-  context.workbench.inTransaction([&] {
-    stored = enter<RegistrationObjectPointsRepository>(
-        *database, RegistrationObjectPointsRepository::createRegistrationPointsDictionary(*database), name,
-        [&](RegistrationObjectPointsRepository& repository) { repository.setData(points); });
-  });
+  context.workbench.inTransaction([&] { stored = addGroup(*database, name, points); });
   return resultOf(stored);
 }
 
@@ -150,27 +141,18 @@ OrderedJson removeGroup(RpcContext& context, const Parameters& parameters) {
 OrderedJson listClouds(RpcContext& context, const Parameters&) {
   const OdDbDatabasePtr database = context.workbench.requireActiveDocument().database();
   OrderedJson clouds = OrderedJson::array();
-  forEachEntry<hostDbPointCloudDefinition>(
-      hostDbPointCloudDefinition::pointCloudDictionary(*database),
-      [&](const OdString&, const hostDbPointCloudDefinition& cloud) { clouds.push_back(cloudJson(cloud)); });
+  for (const DrawingCloud& cloud : cloudsOf(*database)) clouds.push_back(cloudJson(cloud));
   OrderedJson result = OrderedJson::object();
   addMember(result, "clouds", std::move(clouds));
   return result;
 }
 
-OrderedJson addCloud(RpcContext& context, const Parameters& parameters) {
+OrderedJson addNamedCloud(RpcContext& context, const Parameters& parameters) {
   const OdDbDatabasePtr database = context.workbench.requireActiveDocument().database();
   const OdString name = parameters.name("name");
-  const OdString source = parameters.has("source") ? wideFromUtf8(parameters.path("source")) : std::wstring();
+  const std::wstring source = parameters.has("source") ? wideFromUtf8(parameters.path("source")) : std::wstring();
   bool added = false;
-  context.workbench.inTransaction([&] {
-    added =
-        enter<hostDbPointCloudDefinition>(*database, hostDbPointCloudDefinition::createPointCloudDictionary(*database),
-                                          name, [&](hostDbPointCloudDefinition& cloud) {
-                                            cloud.setName(name);
-                                            cloud.setSource(source);
-                                          });
-  });
+  context.workbench.inTransaction([&] { added = addCloud(*database, name.wideText(), source); });
   return resultOf(added);
 }
 
@@ -180,7 +162,7 @@ void addDrawingMethods(Methods& methods) {
   methods["document.groups"] = {{}, listGroups};
   methods["document.storeGroup"] = {{"name", "points"}, storeGroup};
   methods["document.removeGroup"] = {{"name"}, removeGroup};
-  methods["document.addCloud"] = {{"name", "source"}, addCloud};
+  methods["document.addCloud"] = {{"name", "source"}, addNamedCloud};
   methods["document.clouds"] = {{}, listClouds};
 }
 

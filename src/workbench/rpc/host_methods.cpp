@@ -36,14 +36,6 @@ OrderedJson info(RpcContext& context, const Parameters&) {
 
 // --- command.run
 
-Layout layoutFromJson(const Json& value) {
-  static const std::map<std::string, Layout> layouts{
-      {"NXYZ", Layout::nxyz}, {"XYZ", Layout::xyz}, {"XYZW", Layout::xyzw}, {"NXYZW", Layout::nxyzw}};
-  const auto found = value.is_string() ? layouts.find(value.get<std::string>()) : layouts.end();
-  if (found == layouts.end()) throw BadValue("must be \"NXYZ\", \"XYZ\", \"XYZW\" or \"NXYZW\"");
-  return found->second;
-}
-
 std::vector<std::string> pathsFromJson(const Json& value) {
   if (!value.is_array()) throw BadValue("must be an array of paths");
   std::vector<std::string> paths;
@@ -60,7 +52,7 @@ DialogAnswer dialogAnswer(const Parameters& parameters) {
     return answer;
   }
   for (const char* name : {"layout", "paths"}) {
-    if (parameters.has(name)) throw BadParameter(name, "doesn't go together with cancel");
+    if (parameters.has(name)) throw BadParameter(name, "can't be combined with cancel");
   }
   return answer;
 }
@@ -99,7 +91,7 @@ std::optional<ProfileValue> profileValueFromJson(const Json& value) {
   if (value.is_null()) return std::nullopt;
   if (value.is_string()) return value.get<std::string>();
   if (value.is_number()) return profileNumber(value.get<double>());
-  throw BadValue("must be a number, a text or null");
+  throw BadValue("must be a number, a string or null");
 }
 
 struct ProfileValueJson {

@@ -35,7 +35,7 @@ class JsonBuilder : public nlohmann::json_sax<Json> {
   bool key(string_t& name) override {
     auto& members = containers.back()->get_ref<Json::object_t&>();
     const auto [member, isNew] = members.emplace(std::move(name), nullptr);
-    if (!isNew) throw NotJson("an object has two members of the name " + Json(member->first).dump());
+    if (!isNew) throw NotJson("an object has two members named " + Json(member->first).dump());
     memberToCome = &member->second;
     return true;
   }

@@ -1,5 +1,6 @@
 #include "workbench/rpc/json_values.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -15,7 +16,7 @@ auto encoded(Convert convert) {
   try {
     return convert();
   } catch (const EncodingError& error) {
-    throw BadValue(std::string("must have a form in its encoding: ") + error.what());
+    throw BadValue(std::string("can't be encoded: ") + error.what());
   }
 }
 
@@ -27,6 +28,13 @@ const Json& arrayOf(const Json& value, const char* elements) {
 }
 
 }  // namespace
+
+Layout layoutFromJson(const Json& value) {
+  const auto isNamed = [&](const LayoutInfo& info) { return value == info.name; };
+  const auto layout = std::find_if(allLayouts.begin(), allLayouts.end(), isNamed);
+  if (layout == allLayouts.end()) throw BadValue("must be \"NXYZ\", \"XYZ\", \"XYZW\" or \"NXYZW\"");
+  return layout->layout;
+}
 
 std::uint64_t wholeFromJson(const Json& value) {
   if (value.is_number_unsigned()) {
@@ -58,7 +66,7 @@ bool boolFromJson(const Json& value) {
 }
 
 std::string textFromJson(const Json& value) {
-  if (!value.is_string()) throw BadValue("must be a text");
+  if (!value.is_string()) throw BadValue("must be a string");
   return value.get<std::string>();
 }
 
@@ -72,7 +80,7 @@ std::string nameFromJson(const Json& value) {
 
 std::string pathFromJson(const Json& value) {
   std::string path = textFromJson(value);
-  if (path.find('\0') != std::string::npos) throw BadValue("must be a path, which has no zero in it");
+  if (path.find('\0') != std::string::npos) throw BadValue("must be a path without a zero byte");
   return path;
 }
 

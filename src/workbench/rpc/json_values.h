@@ -12,6 +12,7 @@
 #include "platform/sdk/od_ge_point3d.h"
 #include "records/tables.h"
 #include "workbench/rpc/json_types.h"
+#include "workbench/values/layouts.h"
 
 namespace tiepoint::workbench {
 
@@ -27,6 +28,8 @@ inline constexpr std::uint64_t greatestWhole = (std::uint64_t{1} << 53) - 1;
 
 // --- From JSON. All throw BadValue.
 
+/// A layout's name, in capitals.
+Layout layoutFromJson(const Json& value);
 /// From 0 to greatestWhole; 3.0 is a whole number too.
 std::uint64_t wholeFromJson(const Json& value);
 /// A number, or one of the texts "nan", "inf", "-inf".

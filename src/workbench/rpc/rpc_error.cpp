@@ -64,7 +64,7 @@ OrderedJson describeCurrentException() {
   } catch (const std::exception& error) {
     return thrown(boost::core::demangle(typeid(error).name()), error.what());
   } catch (...) {
-    return thrown("unknown", "an exception that has no text");
+    return thrown("unknown", "an exception without a message");
   }
 }
 

@@ -52,7 +52,7 @@ void requireRequest(const Json& request) {
   const auto version = request.find("jsonrpc");
   if (version == request.end() || *version != "2.0") throw notARequest("\"jsonrpc\" must be \"2.0\"");
   const auto method = request.find("method");
-  if (method == request.end() || !method->is_string()) throw notARequest("\"method\" must be a text");
+  if (method == request.end() || !method->is_string()) throw notARequest("\"method\" must be a string");
   const auto params = request.find("params");
   if (params != request.end() && !params->is_structured()) {
     throw notARequest("\"params\" must be an object or an array");
@@ -69,7 +69,7 @@ const Json& parametersOf(const Json& request) {
   throw BadParameter("params", "must be given by name");
 }
 
-/// For an answer that there is no memory for.
+/// For an answer that memory doesn't suffice for.
 constexpr const char* noMemoryResponse =
     R"({"jsonrpc":"2.0","id":null,"error":{"code":-32000,"message":"std::bad_alloc","data":{"type":"std::bad_alloc"}}})";
 
@@ -119,7 +119,7 @@ class RpcServer::State {
     const auto given = request.find("id");
     const bool hasId = given != request.end();
     if (hasId && !isId(*given)) {
-      return errorResponse(nullptr, notARequest("\"id\" must be a text, a number or null"));
+      return errorResponse(nullptr, notARequest("\"id\" must be a string, a number or null"));
     }
     const Json id = hasId ? *given : Json(nullptr);
     try {

@@ -19,7 +19,7 @@ RegistrationRequest requestFrom(RpcContext& context, const Parameters& parameter
   return request;
 }
 
-/// Only looks: what would be taken in, and what is worth a word.
+/// A dry run: what would be imported, and the warnings.
 OrderedJson resolveOnly(RpcContext& context, const Parameters& parameters) {
   Findings findings;
   const ResolvedRequest resolved = resolve(context.workbench, requestFrom(context, parameters), findings);

@@ -17,13 +17,7 @@ Value chosen(const Json& value, const std::vector<std::pair<const char*, Value>>
   throw BadValue("must be one of " + names);
 }
 
-Layout layoutFromJson(const Json& value) {
-  const auto layout = value.is_string() ? layoutByName(value.get<std::string>()) : std::nullopt;
-  if (!layout) throw BadValue("must be \"NXYZ\", \"XYZ\", \"XYZW\" or \"NXYZW\"");
-  return *layout;
-}
-
-/// Each element of an array, or BadValue with its place.
+/// Each element of an array, or BadValue with its index.
 template <class Convert>
 auto elementsFromJson(const Json& value, Convert convert) {
   if (!value.is_array()) throw BadValue("must be an array");
@@ -32,7 +26,7 @@ auto elementsFromJson(const Json& value, Convert convert) {
     try {
       elements.push_back(convert(element));
     } catch (const BadParameter& error) {
-      throw BadValue("has a bad element at place " + std::to_string(elements.size()) + ": " + error.complaint());
+      throw BadValue("has a bad element at index " + std::to_string(elements.size()) + ": " + error.complaint());
     }
   }
   return elements;

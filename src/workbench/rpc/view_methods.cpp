@@ -49,13 +49,13 @@ double sizeFromJson(const Json& value) {
 int pixelCountFromJson(const Json& value) {
   const std::uint64_t count = wholeFromJson(value);
   if (count < 1 || count > static_cast<std::uint64_t>(std::numeric_limits<int>::max())) {
-    throw BadValue("must be two numbers of pixels, each at least 1");
+    throw BadValue("must be two pixel counts, each at least 1");
   }
   return static_cast<int>(count);
 }
 
 std::pair<int, int> pixelsFromJson(const Json& value) {
-  if (!value.is_array() || value.size() != 2) throw BadValue("must be an array of 2 numbers of pixels");
+  if (!value.is_array() || value.size() != 2) throw BadValue("must be an array of 2 pixel counts");
   return {pixelCountFromJson(value[0]), pixelCountFromJson(value[1])};
 }
 

@@ -26,7 +26,7 @@ class DrivenSession {
   /// False for a weight outside 0 to 1.
   bool setWeight(const ZOR::reg::RefPointIdSet& points, double weight);
 
-  /// False when the groups don't hang together; `clusters` then tells which do.
+  /// False when the groups aren't connected; `clusters` then says which are.
   bool registerPairwise();
   /// False for limits that aren't above 0. Fewer than two groups in use leave everything as it was.
   bool registerIterative(std::uint64_t maxIterations, double convergence);

@@ -10,7 +10,7 @@
 
 namespace tiepoint::workbench {
 
-/// Finds points by id in a list of them. Must be told when the list has changed.
+/// Finds points by id in a list of them. Must be notified when the list has changed.
 class PointIndex {
  public:
   inline static constexpr std::size_t none = static_cast<std::size_t>(-1);

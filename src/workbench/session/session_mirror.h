@@ -60,7 +60,7 @@ class SessionMirror {
   void setRefused(const ZOR::reg::PointDiscrepancies& discrepancies) { current.discrepancies = discrepancies; }
   void clearResults();
 
-  // --- What is told as it is.
+  // --- What is kept as it is passed.
 
   void setClusters(const ZOR::reg::GroupClusters& clusters) { current.clusters = clusters; }
   void setIterationLimits(std::uint64_t maxIterations, double convergenceCriteria);

@@ -35,7 +35,7 @@ class PointChoices {
     known.apply(session);
   }
 
-  /// Throws Refused for points that there aren't.
+  /// Throws Refused for unknown points.
   void apply(DrivenSession& session) const {
     for (const PointChoice& excluded : exclude) {
       const ChosenPoints chosen = chosenPoints(session.state(), excluded, Field::exclude);
@@ -57,7 +57,7 @@ class PointChoices {
 
 }  // namespace
 
-/// The base comes after the names: the operation that looks for points on one spot sees no base points.
+/// The base comes after the names: the operation that looks for coincident points sees no base points.
 std::optional<NamingReport> applyChoices(Workbench& workbench, DrivenSession& session, const ResolvedRequest& resolved,
                                          Progress& progress) {
   const RegistrationRequest& request = resolved.request;

@@ -16,13 +16,13 @@ struct IterativeRun {
   /// False when there are no two groups to join.
   bool registered = false;
   std::optional<IterationCourse> course;
-  /// Parts that don't hang together, when there are several.
+  /// Sets of groups that aren't connected with one another, when there are several.
   LinkReport links;
 };
 
-/// Registers by the limits of the request, or else the session's. Finds groups that don't hang
-/// together, which the method takes without a word, and a loop that its limit ended. Throws Refused
-/// (profileLimits) for limits that can't be.
+/// Registers by the limits of the request, or else the session's. Finds groups that aren't
+/// connected, which the method accepts silently, and a loop stopped by its limit. Throws Refused
+/// (profileLimits) for invalid limits.
 IterativeRun runIterative(DrivenSession& session, const RegistrationRequest& request, Findings& findings,
                           Progress& progress);
 

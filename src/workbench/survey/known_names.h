@@ -1,4 +1,4 @@
-// The names of groups and points that there are, or will be once files are taken in.
+// The names of groups and points that exist, or will once the files are imported.
 #pragma once
 
 #include <string>

@@ -23,7 +23,7 @@ struct ChosenPoints {
 /// The group of that name. Throws Refused (noSuchGroup).
 ZOR::reg::GroupId chosenGroup(const SessionState& state, const std::string& name, Field field);
 
-/// The first reading that names points that there are.
+/// The first reading that names existing points.
 std::optional<ChosenPoints> findPoints(const SessionState& state, const PointChoice& choice);
 /// The same, but throws Refused (noSuchGroup, noSuchPoint).
 ChosenPoints chosenPoints(const SessionState& state, const PointChoice& choice, Field field);

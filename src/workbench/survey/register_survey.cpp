@@ -110,7 +110,7 @@ void conclude(Workbench& workbench, DrivenSession& session, Solve solved, Regist
   registration.links = describeLinks(state, session.clusters());
 }
 
-/// The files in the drawing, until the survey shows that the request asks for what there isn't.
+/// The files in the drawing, until the survey shows that the request names something unknown.
 class TakenIn {
  public:
   TakenIn(Workbench& workbench_, const ResolvedRequest& resolved, Findings& findings)

@@ -1,4 +1,4 @@
-// The road of one registration: from files to a drawing, through a session, to a result that can be
+// One registration: from files to a drawing, through a session, to a result that can be
 // delivered.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Registering a survey from another program: the whole road, from points or files to a registration.
+// Registering a survey from another program: from points or files to a registration.
 #pragma once
 
 #include <memory>
@@ -35,7 +35,7 @@ class SurveyHost {
   /// Registers stations from memory, in a drawing in memory. The request's files and document are not
   /// looked at. A survey that can't be registered is a registration too: its outcome says why.
   Registration registerStations(const std::vector<StationPoints>& stations, const RegistrationRequest& request);
-  /// The same, told of what is found and how far the work is.
+  /// The same, with reports of findings and progress.
   Registration registerStations(const std::vector<StationPoints>& stations, const RegistrationRequest& request,
                                 Findings& findings, Progress& progress);
 

@@ -1,4 +1,4 @@
-// What is worth a word although the work goes on, as a value that every face puts into words of its own.
+// What is worth reporting although the work goes on, as a value; every front end has its own wording.
 #pragma once
 
 #include <cstdint>
@@ -85,7 +85,7 @@ struct Finding {
 /// For programs, such as "weak-link". Several kinds may share one: what to do is the same.
 const char* findingKey(FindingKind kind);
 
-/// What a piece of work has found so far. Each finding is also told at once to whoever listens.
+/// What a piece of work has found so far. Each finding is also passed on at once to a listener.
 class Findings {
  public:
   using Listener = std::function<void(const Finding&)>;

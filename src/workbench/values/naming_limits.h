@@ -11,7 +11,7 @@ struct NamingLimits {
   double side = 0.0;
   /// How much any two sides of a usable triangle differ at least.
   double minSideDifference = 0.0;
-  /// How far apart the points of one spot may lie.
+  /// The largest distance between points of one target.
   double closeness = 0.0;
 
   /// Two measurements of a target whose discrepancies are within the limit lie no farther apart.

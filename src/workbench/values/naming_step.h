@@ -16,9 +16,9 @@ enum class NamingKind {
   triangles,
   /// Some groups solved together, the others left aside.
   solve,
-  /// Points that the solve before it has put on one spot.
+  /// Points that coincide after the solve before it.
   closeness,
-  /// Points that have one name while another stands on their spot take that one.
+  /// Points take the other name where one target has come to two.
   unite
 };
 
@@ -27,7 +27,7 @@ struct NamingStep {
   /// Triangles: the groups that are compared; solve: those that are joined. None for the others.
   ZOR::reg::GroupIdSet groups;
   /// Triangles: how far the sides of equal ones may be apart; closeness and unite: how far apart the
-  /// points of one spot may lie. Drawing units.
+  /// points of one target may lie. Drawing units.
   double tolerance = 0.0;
   /// Triangles: how much any two sides of a usable one differ at least. Drawing units.
   double minSideDifference = 0.0;

@@ -35,7 +35,7 @@ class StageScope {
   Progress& progress;
 };
 
-/// One step: tells of it, or throws Refused when the work is cancelled.
+/// One step: reports it, or throws Refused when the work is cancelled.
 void step(Progress& progress, std::uint64_t done, std::uint64_t total);
 
 }  // namespace tiepoint::workbench

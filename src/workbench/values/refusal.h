@@ -48,7 +48,7 @@ const char* fieldKey(Field field);
 enum class RefusalClass {
   /// The data don't allow it.
   refused,
-  /// The request asks for what there isn't.
+  /// The request is wrong: unknown names or invalid values.
   usage,
   /// A file can't be read or written.
   file
@@ -125,7 +125,7 @@ struct Refusal {
   /// The second of two: another path, another source.
   std::string other = {};
   Field otherField = Field::none;
-  /// The names that there are.
+  /// The names to choose from.
   std::vector<std::string> known = {};
   /// The system's own words.
   std::string cause = {};

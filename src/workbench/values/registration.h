@@ -112,7 +112,7 @@ struct Registered {
   std::vector<MergedTarget> targets;
 };
 
-/// The groups don't hang together, or none is left.
+/// The groups aren't connected, or none is left.
 struct NotConnected {};
 /// A base was asked for, and none of its points is in use.
 struct BaseNotShared {};

@@ -1,6 +1,7 @@
 // What a session holds, kept as plain data.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -36,7 +37,7 @@ struct SessionCloud {
 enum class LastReport { none, points, groups, results };
 
 struct SessionState {
-  /// All that the session has told of, in ascending id, which is the drawing's order.
+  /// All that the session has listed, in ascending id, which is the drawing's order.
   std::vector<SessionGroup> groups;
   /// In the session's order.
   std::vector<SessionPoint> points;
@@ -63,7 +64,7 @@ struct SessionState {
   std::vector<SessionCloud> clouds;
   LastReport lastReport = LastReport::none;
 
-  /// Points to which a matching gave a name that two ids bear: which of the two isn't told, and
+  /// Points to which a matching gave a name that two ids bear: the answer doesn't say which of the two, and
   /// `commonId` and `autoNamed` of their records are a guess.
   ZOR::reg::RefPointIdSet unsureNames;
 
@@ -79,6 +80,11 @@ std::string sessionName(const std::string& utf8);
 /// number weighs nothing.
 inline bool isEligible(const ZOR::reg::RefPoint& point) {
   return point.included && (point.weight < 0.0 || point.weight > 0.0) && point.named;
+}
+
+inline bool hasFinitePosition(const ZOR::reg::RefPoint& point) {
+  const OdGePoint3d& p = point.position;
+  return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
 }
 
 }  // namespace tiepoint::workbench

@@ -100,7 +100,7 @@ void TransientService::removeView(View& view) {
 
 std::list<View>::iterator TransientService::find(const View& view) {
   const auto found = std::find_if(cameras.begin(), cameras.end(), [&](const View& v) { return &v == &view; });
-  if (found == cameras.end()) throw std::invalid_argument("This is no view of the document");
+  if (found == cameras.end()) throw std::invalid_argument("this isn't a view of the document");
   return found;
 }
 

@@ -92,7 +92,7 @@ double scaleOf(const ViewState& state) {
 }
 
 void require(bool condition, const char* what) {
-  if (!condition) throw std::invalid_argument(std::string("This gives no view: ") + what);
+  if (!condition) throw std::invalid_argument(std::string("this gives no view: ") + what);
 }
 
 }  // namespace
@@ -121,10 +121,10 @@ void View::set(const OdGePoint3d& position, const OdGePoint3d& target, const OdG
 void View::setState(const ViewState& state) {
   require(isFinite(state), "all numbers must be finite");
   require(state.width > 0.0 && state.height > 0.0, "width and height must be above zero");
-  require(state.pixelWidth > 0 && state.pixelHeight > 0, "the numbers of pixels must be above zero");
+  require(state.pixelWidth > 0 && state.pixelHeight > 0, "the pixel counts must be above zero");
   const std::optional<OdGeVector3d> z = directionOf(state);
-  require(z.has_value(), "the position and the target must be apart");
-  require(xAxisOf(state.up, *z).has_value(), "the up vector must not lie along the direction of view");
+  require(z.has_value(), "the position and the target must differ");
+  require(xAxisOf(state.up, *z).has_value(), "the up vector must not be parallel to the direction of view");
   current = state;
 }
 

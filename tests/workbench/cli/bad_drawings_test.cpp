@@ -37,21 +37,21 @@ class BadDrawings : public SurveyFiles {
 };
 
 TEST_F(BadDrawings, AMissingOneIsntMade) {
-  expectRefused("none", "There is no drawing 'none': check the path");
+  expectRefused("none", "none: there is no such drawing; check the path");
   EXPECT_FALSE(exists("none"));
 }
 
-TEST_F(BadDrawings, AFolderIsNone) { expectRefused(".", "'.' is a folder, not a drawing: choose a file"); }
+TEST_F(BadDrawings, AFolderIsNone) { expectRefused(".", ".: this is a folder, not a drawing; choose a file"); }
 
 TEST_F(BadDrawings, ATextFileIsNoneAndStaysAsItIs) {
-  expectRefused("base.txt", "The file 'base.txt' isn't a drawing: choose another file");
+  expectRefused("base.txt", "base.txt: not a drawing; choose another file");
   EXPECT_EQ(run({"import", "--document", "base.txt", "shifted.txt"}).status, 3);
   EXPECT_EQ(read("base.txt"), baseLines);
 }
 
 TEST_F(BadDrawings, ALockedOneIsLeftAlone) {
   const auto holder = Drawing::open(folder.file("d"), false);
-  expectRefused("d", "The drawing 'd' is open elsewhere: close it there and try again");
+  expectRefused("d", "d: the drawing is open in another process; close it there and try again");
   EXPECT_EQ(run({"import", "--document", "d", "base.txt"}).status, 3);
 }
 
@@ -60,7 +60,7 @@ TEST_F(BadDrawings, ANewerOneIsLeftAlone) {
   const std::string before = read("d");
   const ProcessResult result = run({"groups", "--document", "d"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_THAT(result.err, StartsWith("tiepoint: The drawing 'd' is of format 99, and this program knows up to "));
+  EXPECT_THAT(result.err, StartsWith("tiepoint: d: the drawing has format 99, and this program supports up to "));
   EXPECT_EQ(read("d"), before);
 }
 
@@ -76,8 +76,8 @@ TEST_F(BadDrawings, AReadOnlyOneCanBeReadAndRegisteredButNotChanged) {
   EXPECT_EQ(run({"register", "--document", "d"}, setup).status, 0);
 
   const std::string error =
-      "tiepoint: d: the drawing can't be changed, as its file or folder is read-only; make it writable or take a "
-      "copy\n";
+      "tiepoint: d: the drawing can't be changed because its file or folder is read-only; make it writable or work on "
+      "a copy\n";
   const ProcessResult imported = run({"import", "--document", "d", "third.txt"}, setup);
   EXPECT_EQ(imported.status, 3);
   EXPECT_EQ(imported.err, error);
@@ -101,7 +101,7 @@ TEST_F(BadDrawings, AFileThatMayNotGrowKeepsWhatItHeld) {
   setup.largestFile = 64UL * 1024;
   const ProcessResult result = run({"import", "--document", "d", "large.txt"}, setup);
   EXPECT_EQ(result.status, 3);
-  EXPECT_THAT(result.err, HasSubstr("'d'"));
+  EXPECT_THAT(result.err, HasSubstr("d: the drawing can't be read or written"));
   EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
   EXPECT_EQ(groupCount(), 2u);
 }
@@ -115,7 +115,7 @@ TEST_F(BadDrawings, AFullDiskIsNamed) {
   const ProcessResult result = run({"import", "--document", "disk/d", "large.txt"}, setup);
   if (result.status == noSmallDisk) GTEST_SKIP() << "no right to mount a small disk here";
   EXPECT_EQ(result.status, 3);
-  EXPECT_THAT(result.err, HasSubstr("'disk/d' has no room on its disk"));
+  EXPECT_THAT(result.err, HasSubstr("disk/d: the drawing can't be written, as the disk is full"));
 }
 
 TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
@@ -131,7 +131,7 @@ TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
   setup.largestFile = 16UL * 1024;
   const ProcessResult result = run({"register", "--quiet", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err, "tiepoint: common.txt: the common points can't be written to their end; is the disk full?\n");
+  EXPECT_EQ(result.err, "tiepoint: common.txt: the common points can't be written completely; is the disk full?\n");
   EXPECT_FALSE(exists("common.txt"));
 }
 

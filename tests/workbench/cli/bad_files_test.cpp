@@ -167,21 +167,22 @@ TEST_F(BadFiles, TwoFilesOfOneNameAreRefused) {
   write("other/base.txt", shiftedLines);
   const ProcessResult result = run({"register", "base.txt", "other/base.txt"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.err, "tiepoint: base.txt and other/base.txt both give the group \"base\"; rename one of them\n");
+  EXPECT_EQ(result.err, "tiepoint: base.txt and other/base.txt: both become the group \"base\"; rename one of them\n");
 }
 
 TEST_F(BadFiles, ACoordinateThatIsNoNumberIsRefused) {
   EXPECT_EQ(complaint("P1 0 0 nan\nP2 10 0 0\nP3 0 10 0\nP4 0 0 10\n", 1),
-            "tiepoint: point P1 of bad has a coordinate that isn't a finite number; correct it, or leave it out: "
-            "--exclude bad:P1\n");
+            "tiepoint: point P1 of bad has a coordinate that isn't a finite number; correct it, or leave the point out "
+            "with --exclude bad:P1\n");
 }
 
 TEST_F(BadFiles, TargetsOnOneLineAreWarnedOf) {
   write("a.txt", "P1 0 0 0\nP2 10 0 0\nP3 20 0 0\n");
   write("b.txt", "P1 0 5 0\nP2 10 5 0\nP3 20 5 0\n");
-  EXPECT_EQ(run({"register", "a.txt", "b.txt"}).err,
-            "tiepoint: warning: the points in use of a lie on one line: nothing holds its rotation about that line\n"
-            "tiepoint: warning: the points in use of b lie on one line: nothing holds its rotation about that line\n");
+  EXPECT_EQ(
+      run({"register", "a.txt", "b.txt"}).err,
+      "tiepoint: warning: the points of a in use lie on one line, so its rotation about that line is undetermined\n"
+      "tiepoint: warning: the points of b in use lie on one line, so its rotation about that line is undetermined\n");
 }
 
 // A million; the sanitizers get a tenth of it, which takes them as long.

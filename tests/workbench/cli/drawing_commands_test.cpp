@@ -32,7 +32,7 @@ TEST_F(DrawingCommands, AGroupThatIsThereIsKeptAndTold) {
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err,
             "tiepoint: warning: base.txt: the drawing has a group \"base\" already; the file was not taken in\n"
-            "tiepoint: 1 of 2 files not taken in: the drawing has their groups already\n");
+            "tiepoint: 1 of 2 files not imported; the drawing already has their groups\n");
   EXPECT_THAT(again.out, HasSubstr("1 groups of reference points loaded"));
   const json groups = runJson({"groups", "--document", "d", "--points"})["groups"];
   ASSERT_EQ(groups.size(), 2u);
@@ -76,7 +76,7 @@ TEST_F(DrawingCommands, CloudsAreAddedOnceAndListed) {
   EXPECT_EQ(run({"clouds", "--document", "d", "--add", "S1=S1.xyz"}).status, 0) << "the same cloud again";
   const ProcessResult other = run({"clouds", "--document", "d", "--add", "S1=base.txt"});
   EXPECT_EQ(other.status, 1);
-  EXPECT_THAT(other.err, HasSubstr("tiepoint: the drawing has a cloud S1 already, from "));
+  EXPECT_THAT(other.err, HasSubstr("tiepoint: the drawing already has a cloud S1, from "));
   EXPECT_EQ(run({"clouds", "--document", "d"}).out,
             "S1 (" + folder.file("S1.xyz") + ")\n  1  0  0  0\n  0  1  0  0\n  0  0  1  0\n  0  0  0  1\n");
   EXPECT_EQ(runJson({"clouds", "--document", "d"})["clouds"].size(), 1u);

@@ -147,7 +147,7 @@ TEST(PlantHall, WithoutTheBadMeasurementNothingStandsOut) {
 TEST(PlantHall, AThinStationIsNamedWhenATargetFallsOut) {
   const ProcessResult result = runTiepoint(hallRun({"--exclude", "S8:T13", "--exclude", "S4:T13"}));
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "tiepoint: warning: S8 isn't registered; see the points that are out\n");
+  EXPECT_EQ(result.err, "tiepoint: warning: S8 isn't registered; see the points not used\n");
 }
 
 TEST(PlantHall, ItsGeneratorMakesTheSameBytesAgain) {

@@ -29,21 +29,22 @@ class IterativeMethod : public SurveyFiles {
 
 TEST_F(IterativeMethod, ItsOptionsAreRefusedBesideThePairwiseMethod) {
   EXPECT_EQ(mistake({"register", "base.txt", "--max-iterations", "5"}),
-            "tiepoint: --max-iterations goes with --method iterative\n");
+            "tiepoint: --max-iterations needs --method iterative\n");
   EXPECT_EQ(mistake({"register", "base.txt", "--convergence", "1e-6"}),
-            "tiepoint: --convergence goes with --method iterative\n");
+            "tiepoint: --convergence needs --method iterative\n");
 }
 
 TEST_F(IterativeMethod, ItsLimitsMustBeAboveZero) {
-  EXPECT_EQ(mistake(iteratively({"base.txt", "--max-iterations", "0"})), "tiepoint: --max-iterations 0: at least 1\n");
+  EXPECT_EQ(mistake(iteratively({"base.txt", "--max-iterations", "0"})),
+            "tiepoint: --max-iterations 0: must be at least 1\n");
   EXPECT_EQ(mistake(iteratively({"base.txt", "--convergence", "0"})),
-            "tiepoint: --convergence 0: a length above 0, in drawing units\n");
+            "tiepoint: --convergence 0: must be a length above 0, in drawing units\n");
   EXPECT_EQ(mistake(iteratively({"base.txt", "--convergence", "-0.5"})),
-            "tiepoint: --convergence -0.5: a length above 0, in drawing units\n");
+            "tiepoint: --convergence -0.5: must be a length above 0, in drawing units\n");
   EXPECT_EQ(mistake(iteratively({"base.txt", "--convergence", "nan"})),
-            "tiepoint: --convergence nan: a length above 0, in drawing units\n");
+            "tiepoint: --convergence nan: must be a length above 0, in drawing units\n");
   EXPECT_EQ(mistake(iteratively({"base.txt", "--convergence", "inf"})),
-            "tiepoint: --convergence inf: a length above 0, in drawing units\n");
+            "tiepoint: --convergence inf: must be a length above 0, in drawing units\n");
 }
 
 TEST_F(IterativeMethod, LimitsThatAreNoNumbersAreRefused) {
@@ -54,7 +55,7 @@ TEST_F(IterativeMethod, LimitsThatAreNoNumbersAreRefused) {
 
 TEST_F(IterativeMethod, AClusterIsKeptByThePairwiseMethodOnly) {
   EXPECT_EQ(mistake(iteratively({"base.txt", "--keep-cluster", "0"})),
-            "tiepoint: --keep-cluster goes with --method pairwise; the iterative method takes all groups: leave some "
+            "tiepoint: --keep-cluster needs --method pairwise; the iterative method registers all groups: leave some "
             "out with --exclude GROUP\n");
 }
 
@@ -62,8 +63,9 @@ TEST_F(IterativeMethod, AProfileWhoseLimitsAreZeroIsNamed) {
   write("profile.json", R"({"PointClouds\\Registration": {"MaxIterations": 0}})");
   const ProcessResult result = run(iteratively({"base.txt", "shifted.txt", "--profile", "profile.json"}));
   EXPECT_EQ(result.status, 2);
-  EXPECT_THAT(result.err, HasSubstr("tiepoint: the profile's limits are 0 iterations and a criterion of 0.001; both "
-                                    "must be above 0"));
+  EXPECT_THAT(
+      result.err,
+      HasSubstr("tiepoint: the profile limits the run to 0 iterations and a criterion of 0.001; both must be above 0"));
 }
 
 // --- Runs.
@@ -115,13 +117,14 @@ TEST_F(IterativeMethod, ARunThatItsLimitEndedSaysSo) {
   const ProcessResult result = run(iteratively({"base.txt", "turned.txt", "--max-iterations", "1"}));
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err,
-            "tiepoint: warning: not converged: the limit of 1 iterations ended the run; see the summary, raise "
-            "--max-iterations, or take the pairwise method\n");
-  EXPECT_THAT(result.out,
-              HasSubstr("Not converged: the limit of 1 iterations ended the run. The last pass still moved the merged "
-                        "targets\nby "));
-  EXPECT_THAT(result.out, HasSubstr("; the criterion is 0.001 (drawing units). A small movement in a pass isn't"));
-  EXPECT_THAT(result.out, HasSubstr("--method pairwise, which doesn't suffer from this.\n"));
+            "tiepoint: warning: not converged: stopped by the limit of 1 iterations; see the summary, raise "
+            "--max-iterations, or use the pairwise method\n");
+  EXPECT_THAT(
+      result.out,
+      HasSubstr(
+          "Not converged: stopped by the limit of 1 iterations. The last pass still moved the merged targets by\n"));
+  EXPECT_THAT(result.out, HasSubstr("; the criterion is 0.001 (drawing units). A small movement per pass"));
+  EXPECT_THAT(result.out, HasSubstr("--method pairwise, which doesn't have this"));
 }
 
 TEST_F(IterativeMethod, TheMovementOfARunThatDidntConvergeIsAboveItsCriterion) {
@@ -142,9 +145,10 @@ TEST_F(IterativeMethod, GroupsThatDontHangTogetherAreWarnedOf) {
   write("D.txt", "Q1 0 0 7\nQ2 10 0 7\nQ3 0 10 7\n");
   const ProcessResult text = run(iteratively({"A.txt", "B.txt", "C.txt", "D.txt", "--max-iterations", "5000"}));
   EXPECT_EQ(text.status, 0);
-  EXPECT_THAT(text.err, HasSubstr("tiepoint: warning: the groups don't hang together: A, B | C, D; the iterative "
-                                  "method goes on, but how these parts lie to one another rests on fewer than 3 common "
-                                  "names\n"));
+  EXPECT_THAT(
+      text.err,
+      HasSubstr("tiepoint: warning: the groups aren't connected: A, B | C, D; the iterative method goes on, but these "
+                "sets share fewer than 3 names with one another, so how they lie to one another means little\n"));
   const json result = runJson(iteratively({"A.txt", "B.txt", "C.txt", "D.txt", "--max-iterations", "5000"}));
   EXPECT_EQ(result["outcome"], "registered");
   EXPECT_EQ(result["parts"],
@@ -161,7 +165,7 @@ TEST_F(IterativeMethod, GroupsThatHangTogetherHaveNoParts) {
 TEST_F(IterativeMethod, OneStationAloneHasNothingToJoin) {
   const ProcessResult result = run(iteratively({"base.txt"}));
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.out, HasSubstr("Not registered: base is alone; there is no second group to join it with.\n"));
+  EXPECT_THAT(result.out, HasSubstr("Not registered: there is only one group, base, and nothing to join it with.\n"));
 }
 
 TEST_F(IterativeMethod, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
@@ -169,9 +173,9 @@ TEST_F(IterativeMethod, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
   const ProcessResult result = run(iteratively(
       {"--base", "base", "base.txt", "shifted.txt", "third.txt", "--exclude", "base:P1", "--exclude", "base:P2"}));
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(
-      result.err,
-      "tiepoint: not registered: the base shares fewer than 3 points with the others; choose another base or none\n");
+  EXPECT_EQ(result.err,
+            "tiepoint: not registered: the base shares fewer than 3 points with the other groups; choose another base "
+            "or none\n");
 }
 
 TEST_F(IterativeMethod, CoordinatesThatAreFarTooLargeAreRefusedAndWriteNothing) {
@@ -179,7 +183,7 @@ TEST_F(IterativeMethod, CoordinatesThatAreFarTooLargeAreRefusedAndWriteNothing) 
   const ProcessResult result = run(iteratively(
       {"--base", "base", "base.txt", "huge.txt", "--matrices", "out", "--transforms", "t.json", "--report", "r.html"}));
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.err, HasSubstr("is no rigid motion; are its coordinates far too large?\n"));
+  EXPECT_THAT(result.err, HasSubstr("isn't a rigid motion; are its coordinates far too large?\n"));
   EXPECT_FALSE(exists("out"));
   EXPECT_FALSE(exists("t.json"));
   EXPECT_FALSE(exists("r.html"));

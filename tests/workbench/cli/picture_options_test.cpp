@@ -38,18 +38,19 @@ TEST(PictureOptions, AskForWhatIsGiven) {
 }
 
 TEST(PictureOptions, RefuseWhatThereIsntInOneLine) {
-  EXPECT_EQ(refusal({"hall.jpg", "", ""}), "--picture hall.jpg: a picture ends in .png, .svg or .pdf");
+  EXPECT_EQ(refusal({"hall.jpg", "", ""}), "--picture hall.jpg: the file must end in .png, .svg or .pdf");
   EXPECT_EQ(refusal({"hall.jpg", "", ""}, renderPictureNames),
-            "--output hall.jpg: a picture ends in .png, .svg or .pdf");
-  EXPECT_EQ(refusal({"hall.png", "640", ""}), "--picture-size 640: write it as WxH, from 400x300 to 8000x8000 pixels");
+            "--output hall.jpg: the file must end in .png, .svg or .pdf");
+  EXPECT_EQ(refusal({"hall.png", "640", ""}),
+            "--picture-size 640: must have the form WxH, from 400x300 to 8000x8000 pixels");
   EXPECT_EQ(refusal({"hall.png", "1x1", ""}, renderPictureNames),
-            "--size 1x1: write it as WxH, from 400x300 to 8000x8000 pixels");
-  EXPECT_EQ(refusal({"hall.png", "", "below"}), "--picture-view below: choose top, front, side, iso or fit");
+            "--size 1x1: must have the form WxH, from 400x300 to 8000x8000 pixels");
+  EXPECT_EQ(refusal({"hall.png", "", "below"}), "--picture-view below: unknown; choose top, front, side, iso or fit");
 }
 
 TEST(PictureOptions, RefuseASizeOrAViewOfNoPicture) {
-  EXPECT_EQ(refusal({"", "640x480", ""}), "--picture-size goes with --picture FILE");
-  EXPECT_EQ(refusal({"", "", "iso"}), "--picture-view goes with --picture FILE");
+  EXPECT_EQ(refusal({"", "640x480", ""}), "--picture-size needs --picture FILE");
+  EXPECT_EQ(refusal({"", "", "iso"}), "--picture-view needs --picture FILE");
 }
 
 }  // namespace

@@ -101,8 +101,9 @@ TEST_F(Pictures, DontChangeTheDrawing) {
 TEST_F(Pictures, ReplaceAFileOnlyWhenForced) {
   makeDrawing();
   write("p.png", "mine");
-  EXPECT_EQ(refusal(render({"-o", "p.png"}), 3), "tiepoint: --output: p.png exists; --force replaces it\n");
-  EXPECT_EQ(refusal(registered({"--picture", "p.png"}), 3), "tiepoint: --picture: p.png exists; --force replaces it\n");
+  EXPECT_EQ(refusal(render({"-o", "p.png"}), 3), "tiepoint: --output: p.png: the file exists; --force replaces it\n");
+  EXPECT_EQ(refusal(registered({"--picture", "p.png"}), 3),
+            "tiepoint: --picture: p.png: the file exists; --force replaces it\n");
   EXPECT_EQ(read("p.png"), "mine");
   EXPECT_EQ(render({"-o", "p.png", "--force"}).status, 0);
   EXPECT_THAT(read("p.png"), StartsWith(pngStart));
@@ -113,27 +114,25 @@ TEST_F(Pictures, NeverReplaceWhatTheCommandReads) {
   std::filesystem::remove(std::filesystem::u8path(folder.file("d.png")));
   ASSERT_EQ(run({"import", "--quiet", "--document", "d.png", "base.txt"}).status, 0);
   EXPECT_EQ(refusal(run({"render", "--document", "d.png", "-o", "d.png", "--force"}), 3),
-            "tiepoint: --output: d.png: this command reads it; choose another place\n");
+            "tiepoint: --output: d.png: this command reads that file; choose another path\n");
 }
 
 TEST_F(Pictures, RefuseMistakesInOneLine) {
   makeDrawing();
-  EXPECT_EQ(refusal(render({"-o", "p.gif"}), 2), "tiepoint: --output p.gif: a picture ends in .png, .svg or .pdf\n");
+  EXPECT_EQ(refusal(render({"-o", "p.gif"}), 2), "tiepoint: --output p.gif: the file must end in .png, .svg or .pdf\n");
   EXPECT_EQ(refusal(render({"-o", "p.png", "--size", "100000x100000"}), 2),
-            "tiepoint: --size 100000x100000: write it as WxH, from 400x300 to 8000x8000 pixels\n");
+            "tiepoint: --size 100000x100000: must have the form WxH, from 400x300 to 8000x8000 pixels\n");
   EXPECT_EQ(refusal(render({"-o", "p.png", "--view", "back"}), 2),
-            "tiepoint: --view back: choose top, front, side, iso or fit\n");
-  EXPECT_EQ(refusal(render({"-o", "p.png", "--unit", "ft"}), 2),
-            "tiepoint: --unit ft: the unit of the files is m or mm\n");
+            "tiepoint: --view back: unknown; choose top, front, side, iso or fit\n");
+  EXPECT_EQ(refusal(render({"-o", "p.png", "--unit", "ft"}), 2), "tiepoint: --unit ft: unknown; choose m or mm\n");
   EXPECT_EQ(refusal(render({}), 2), "tiepoint: --output is required; see tiepoint render --help\n");
   EXPECT_EQ(refusal(render({"-o", "nowhere/p.png"}), 3),
-            "tiepoint: --output nowhere/p.png: there is no folder nowhere; make it first\n");
+            "tiepoint: --output nowhere/p.png: there is no folder nowhere; create it first\n");
   EXPECT_EQ(refusal(registered({"--picture", "p.gif"}), 2),
-            "tiepoint: --picture p.gif: a picture ends in .png, .svg or .pdf\n");
-  EXPECT_EQ(refusal(registered({"--picture-size", "640x480"}), 2),
-            "tiepoint: --picture-size goes with --picture FILE\n");
+            "tiepoint: --picture p.gif: the file must end in .png, .svg or .pdf\n");
+  EXPECT_EQ(refusal(registered({"--picture-size", "640x480"}), 2), "tiepoint: --picture-size needs --picture FILE\n");
   EXPECT_EQ(refusal(registered({"--picture", "nowhere/p.png"}), 3),
-            "tiepoint: --picture nowhere/p.png: there is no folder nowhere; make it first\n");
+            "tiepoint: --picture nowhere/p.png: there is no folder nowhere; create it first\n");
   EXPECT_FALSE(exists("p.png"));
 }
 
@@ -145,7 +144,7 @@ TEST_F(Pictures, NeedADrawingWithPointsThatHaveAPlace) {
             "tiepoint: d.tiepoint: the drawing holds no reference points to draw\n");
   write("nowhere.txt", "P1 nan 0 0\n");
   ASSERT_EQ(run({"import", "--quiet", "--document", "d.tiepoint", "nowhere.txt"}).status, 0);
-  EXPECT_EQ(refusal(render({"-o", "p.png"}), 1), "tiepoint: no point has a place that can be shown\n");
+  EXPECT_EQ(refusal(render({"-o", "p.png"}), 1), "tiepoint: no point has a position that can be shown\n");
   EXPECT_FALSE(exists("p.png"));
 }
 

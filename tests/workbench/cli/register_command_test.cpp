@@ -62,14 +62,14 @@ TEST_F(RegisterCommand, PointsWithoutNamesAreToldHowToGetThem) {
   write("a.txt", "0 0 0\n10 0 0\n0 20 0\n");
   const ProcessResult result = run({"register", "--xyz", "a.txt"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: no point has a name; --match auto finds names\n");
+  EXPECT_EQ(result.err, "tiepoint: not registered: no point has a name; --match auto searches for names\n");
 }
 
 TEST_F(RegisterCommand, GroupsWithoutAPointToUseAreToldSo) {
   const ProcessResult result =
       run({"register", "base.txt", "shifted.txt", "--exclude", "base", "--exclude", "shifted"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: no group has a point that could take part; the summary tells why\n");
+  EXPECT_EQ(result.err, "tiepoint: not registered: no group has a usable point; see the summary\n");
 }
 
 /// A cross about the origin, and one whose arms are 1.0003 mm longer in x and 3.0003 mm in y: what is
@@ -82,7 +82,9 @@ TEST_F(RegisterCommand, TheSpreadIsDrawnInTenBins) {
   write("wider.txt", widerCrossLines);
   const ProcessResult result = run({"register", "--unit", "m", "cross.txt", "wider.txt"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_THAT(result.out, HasSubstr("\n\nSpread (mm): how far registered points of one name stay apart; at most 3.000\n"
+  EXPECT_THAT(result.out, HasSubstr("\n"
+                                    "\n"
+                                    "Spread (mm): distances between registered points of the same name; largest 3.000\n"
                                     "   from     to  distances\n"
                                     "  1.000  1.200          2  ##\n"
                                     "  1.200  1.400          0\n"
@@ -165,7 +167,7 @@ TEST_F(RegisterCommand, GroupsThatDontHangTogetherAreToldWhatTheyLack) {
   write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "far.txt", "far2.txt"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: the groups don't hang together; the summary tells what they lack\n");
+  EXPECT_EQ(result.err, "tiepoint: not registered: the groups aren't connected; see the summary for what is missing\n");
   EXPECT_THAT(result.out, HasSubstr("  cluster 0  base, shifted\n  cluster 1  far, far2\n"));
   EXPECT_THAT(result.out, HasSubstr("  cluster 0 (base, shifted) and cluster 1 (far, far2)  1 common name (P1)  2 more "
                                     "needed\n"));
@@ -198,9 +200,9 @@ TEST_F(RegisterCommand, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
   const ProcessResult result = run({"register", "--base", "base", "base.txt", "shifted.txt", "third.txt", "--exclude",
                                     "base:P1", "--exclude", "base:P2"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(
-      result.err,
-      "tiepoint: not registered: the base shares fewer than 3 points with the others; choose another base or none\n");
+  EXPECT_EQ(result.err,
+            "tiepoint: not registered: the base shares fewer than 3 points with the other groups; choose another base "
+            "or none\n");
   EXPECT_THAT(result.out, HasSubstr("leave out --base to have that"));
 }
 
@@ -208,16 +210,16 @@ TEST_F(RegisterCommand, AStationThatIsLeftOutIsWarnedOf) {
   write("thin.txt", "P1 0 0 0\nP2 1 0 0\n");
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "thin.txt"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "tiepoint: warning: thin isn't registered; see the points that are out\n");
-  EXPECT_THAT(result.out, HasSubstr("  thin  the group is left with fewer than 3 shared points  P1, P2\n"));
+  EXPECT_EQ(result.err, "tiepoint: warning: thin isn't registered; see the points not used\n");
+  EXPECT_THAT(result.out, HasSubstr("  thin  the group has fewer than 3 shared points left  P1, P2\n"));
   EXPECT_THAT(result.out, HasSubstr("  thin     not registered\n"));
 }
 
 TEST_F(RegisterCommand, OneStationAloneHasNothingToJoin) {
   const ProcessResult result = run({"register", "base.txt"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: not registered: there is one group alone; add a second to join it with\n");
-  EXPECT_THAT(result.out, HasSubstr("Not registered: base is alone; there is no second group to join it with.\n"));
+  EXPECT_EQ(result.err, "tiepoint: not registered: there is only one group; add a second one\n");
+  EXPECT_THAT(result.out, HasSubstr("Not registered: there is only one group, base, and nothing to join it with.\n"));
 }
 
 TEST_F(RegisterCommand, QuietSaysNothingWhenAllIsWell) {
@@ -244,7 +246,7 @@ TEST_F(RegisterCommand, NothingIsOverwrittenSilently) {
   const std::vector<std::string> arguments{"register", "base.txt", "shifted.txt", "--common-points", "common.txt"};
   const ProcessResult refused = run(arguments);
   EXPECT_EQ(refused.status, 3);
-  EXPECT_EQ(refused.err, "tiepoint: --common-points common.txt: common.txt exists; --force replaces it\n");
+  EXPECT_EQ(refused.err, "tiepoint: --common-points common.txt: common.txt: the file exists; --force replaces it\n");
   EXPECT_EQ(read("common.txt"), "mine");
 
   std::vector<std::string> forced = arguments;
@@ -255,14 +257,14 @@ TEST_F(RegisterCommand, NothingIsOverwrittenSilently) {
 
 TEST_F(RegisterCommand, CommonPointsNeverReplaceWhatTheCommandReads) {
   EXPECT_EQ(run({"register", "base.txt", "shifted.txt", "--common-points", "shifted.txt", "--force"}).err,
-            "tiepoint: --common-points shifted.txt: shifted.txt: this command reads it; choose another place\n");
+            "tiepoint: --common-points shifted.txt: shifted.txt: this command reads that file; choose another path\n");
   EXPECT_EQ(read("shifted.txt"), shiftedLines);
 }
 
 TEST_F(RegisterCommand, AFolderThatIsntThereIsNamed) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--common-points", "out/common.txt"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err, "tiepoint: --common-points out/common.txt: there is no folder out; make it first\n");
+  EXPECT_EQ(result.err, "tiepoint: --common-points out/common.txt: there is no folder out; create it first\n");
 }
 
 TEST_F(RegisterCommand, MergedTargetsCanBeStoredAsAGroup) {
@@ -273,11 +275,11 @@ TEST_F(RegisterCommand, MergedTargetsCanBeStoredAsAGroup) {
   EXPECT_NEAR(groups["groups"][2]["points"][1]["x"], 10.0, 1e-9);
   const ProcessResult again = run({"register", "--document", "d", "--store", "merged"});
   EXPECT_EQ(again.status, 1);
-  EXPECT_EQ(again.err, "tiepoint: --store merged: the drawing has a group of this name already; choose another\n");
+  EXPECT_EQ(again.err, "tiepoint: --store merged: the drawing already has a group of this name; choose another\n");
   const ProcessResult badName = run({"register", "--document", "d", "--store", "a.b"});
   EXPECT_EQ(badName.status, 1);
   EXPECT_EQ(badName.err,
-            "tiepoint: --store a.b: no group may be called so (none of <>/\\*|?:\". and no device's name)\n");
+            "tiepoint: --store a.b: a group can't have this name (none of <>/\\*|?:\". and no device name)\n");
 }
 
 // --- Clouds.
@@ -324,8 +326,7 @@ TEST_F(RegisterClouds, ASecondApplyIsRefusedUnlessForced) {
   ASSERT_EQ(run(with({"base.txt", "shifted.txt"})).status, 0);
   const ProcessResult again = run({"register", "--document", "d", "--base", "base", "--apply"});
   EXPECT_EQ(again.status, 1);
-  EXPECT_EQ(again.err,
-            "tiepoint: cloud shifted was moved before; applying again would move it once more (--force does)\n");
+  EXPECT_EQ(again.err, "tiepoint: cloud shifted was moved before; --force moves it again\n");
   EXPECT_NEAR(runJson({"clouds", "--document", "d"})["clouds"][0]["matrix"][2][3], -300.0, 1e-9);
   EXPECT_EQ(run({"register", "--document", "d", "--base", "base", "--apply", "--force"}).status, 0);
   EXPECT_NEAR(runJson({"clouds", "--document", "d"})["clouds"][0]["matrix"][2][3], -600.0, 1e-9);
@@ -354,8 +355,8 @@ TEST_F(RegisterClouds, AMovedCopyNeverReplacesTheSurvey) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--base", "base", "--apply", "--cloud",
                                     "shifted=clouds/shifted.txt", "--moved", ".", "--force"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err,
-            "tiepoint: --moved: " + pathIn(".", "shifted.txt") + ": this command reads it; choose another place\n");
+  EXPECT_EQ(result.err, "tiepoint: --moved: " + pathIn(".", "shifted.txt") +
+                            ": this command reads that file; choose another path\n");
   EXPECT_EQ(read("shifted.txt"), shiftedLines);
 }
 
@@ -395,7 +396,7 @@ TEST_F(RegisterCommand, AnEmptyDrawingIsRefused) {
   ASSERT_EQ(run({"clouds", "--document", "d", "--add", "a=base.txt"}).status, 0);
   const ProcessResult result = run({"register", "--document", "d"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err, "tiepoint: the drawing holds no reference points; name files to take in\n");
+  EXPECT_EQ(result.err, "tiepoint: the drawing holds no reference points; name files to import\n");
 }
 
 TEST_F(RegisterCommand, AMistypedBaseLeavesTheDrawingUnmade) {
@@ -408,7 +409,7 @@ TEST_F(RegisterCommand, AMistypedBaseLeavesTheDrawingUnmade) {
 TEST_F(RegisterCommand, AClusterThatNeedntBeKeptIsTold) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "--keep-cluster", "0"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "tiepoint: warning: the groups hang together as they are; --keep-cluster changed nothing\n");
+  EXPECT_EQ(result.err, "tiepoint: warning: the groups are connected as they are; --keep-cluster changed nothing\n");
 }
 
 TEST_F(RegisterCommand, AKeptClusterWithoutTheBasesLosesThemAll) {
@@ -418,8 +419,8 @@ TEST_F(RegisterCommand, AKeptClusterWithoutTheBasesLosesThemAll) {
   const ProcessResult result = run({"register", "base.txt", "base2.txt", "shifted.txt", "far.txt", "far2.txt", "--base",
                                     "base", "--base", "base2", "--keep-cluster", "1"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.err, HasSubstr("tiepoint: not registered: the base shares fewer than 3 points with the others; "
-                                    "choose another base or none\n"));
+  EXPECT_THAT(result.err, HasSubstr("tiepoint: not registered: the base shares fewer than 3 points with the other "
+                                    "groups; choose another base or none\n"));
 }
 
 TEST_F(RegisterCommand, SeveralBasesAreKeptWithTheirCluster) {

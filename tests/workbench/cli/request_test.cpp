@@ -77,7 +77,7 @@ TEST(WeightChoices, WeightsAreNumbersFromZeroToOne) {
     EXPECT_EQ(refusal([&] { weightChoice(text); }),
               std::string("--weight ") + text + ": the weight must be a number from 0 to 1");
   }
-  EXPECT_EQ(refusal([] { weightChoice("S1:T1"); }), "--weight S1:T1: write it as GROUP:POINT=WEIGHT");
+  EXPECT_EQ(refusal([] { weightChoice("S1:T1"); }), "--weight S1:T1: must have the form GROUP:POINT=WEIGHT");
 }
 
 TEST(Requests, WordsThatThereArentAreRefusedBeforeAnythingIsRead) {
@@ -87,14 +87,14 @@ TEST(Requests, WordsThatThereArentAreRefusedBeforeAnythingIsRead) {
     return refusal([&] { requestOf(options); });
   };
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.match = "foo"; }),
-            "--match foo: no such way; choose auto, triangles or distance");
+            "--match foo: unknown; choose auto, triangles or distance");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.method = "foo"; }),
-            "--method foo: no such method; choose pairwise or iterative");
+            "--method foo: unknown; choose pairwise or iterative");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.matrixFormat = "foo"; }),
-            "--matrix-format foo: choose plain, 4x4 or trf");
+            "--matrix-format foo: unknown; choose plain, 4x4 or trf");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.reportKind = "foo"; }),
-            "--report-kind foo: choose results, points or groups");
-  EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.unit = "ft"; }), "--unit ft: the unit of the files is m or mm");
+            "--report-kind foo: unknown; choose results, points or groups");
+  EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.unit = "ft"; }), "--unit ft: unknown; choose m or mm");
 }
 
 }  // namespace

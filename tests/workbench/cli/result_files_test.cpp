@@ -47,23 +47,22 @@ class ResultFilesOfRegister : public SurveyFiles {
 
 TEST_F(ResultFilesOfRegister, AFormatOrAKindThatThereIsntIsRefused) {
   EXPECT_EQ(refusal(withBase({"--matrices", "out", "--matrix-format", "ptx"}), 2),
-            "tiepoint: --matrix-format ptx: choose plain, 4x4 or trf\n");
+            "tiepoint: --matrix-format ptx: unknown; choose plain, 4x4 or trf\n");
   EXPECT_EQ(refusal(withBase({"--report", "r.html", "--report-kind", "all"}), 2),
-            "tiepoint: --report-kind all: choose results, points or groups\n");
+            "tiepoint: --report-kind all: unknown; choose results, points or groups\n");
   EXPECT_FALSE(exists("out"));
 }
 
 TEST_F(ResultFilesOfRegister, AFormatOrAKindGoesWithAPlaceToWrite) {
-  EXPECT_EQ(refusal(withBase({"--matrix-format", "trf"}), 2),
-            "tiepoint: --matrix-format goes with --matrices FOLDER\n");
-  EXPECT_EQ(refusal(withBase({"--report-kind", "points"}), 2), "tiepoint: --report-kind goes with --report FILE\n");
+  EXPECT_EQ(refusal(withBase({"--matrix-format", "trf"}), 2), "tiepoint: --matrix-format needs --matrices FOLDER\n");
+  EXPECT_EQ(refusal(withBase({"--report-kind", "points"}), 2), "tiepoint: --report-kind needs --report FILE\n");
 }
 
 TEST_F(ResultFilesOfRegister, AFolderThatIsntThereIsNamed) {
   EXPECT_EQ(refusal(withBase({"--transforms", "no/t.json"}), 3),
-            "tiepoint: --transforms no/t.json: there is no folder no; make it first\n");
+            "tiepoint: --transforms no/t.json: there is no folder no; create it first\n");
   EXPECT_EQ(refusal(withBase({"--report", "no/r.html"}), 3),
-            "tiepoint: --report no/r.html: there is no folder no; make it first\n");
+            "tiepoint: --report no/r.html: there is no folder no; create it first\n");
 }
 
 // --- Matrices.
@@ -129,7 +128,7 @@ TEST_F(ResultFilesOfRegister, AMatrixFileIsReplacedOnlyWhenForced) {
   std::filesystem::create_directory(folder.path() / "out");
   write("out/turned.txt", "mine");
   EXPECT_EQ(refusal(withBase({"--matrices", "out", "--common-points", "common.txt"}), 3),
-            "tiepoint: --matrices: " + pathIn("out", "turned.txt") + " exists; --force replaces it\n");
+            "tiepoint: --matrices: " + pathIn("out", "turned.txt") + ": the file exists; --force replaces it\n");
   EXPECT_EQ(read("out/turned.txt"), "mine");
   EXPECT_FALSE(exists("out/base.txt"));
   EXPECT_FALSE(exists("common.txt")) << "nothing is written before it is known that all may be";
@@ -141,10 +140,11 @@ TEST_F(ResultFilesOfRegister, AMatrixFileIsReplacedOnlyWhenForced) {
 }
 
 TEST_F(ResultFilesOfRegister, AMatrixNeverReplacesTheSurveyItself) {
-  EXPECT_EQ(refusal(withBase({"--matrices", ".", "--force"}), 3),
-            "tiepoint: --matrices: " + pathIn(".", "base.txt") + ": this command reads it; choose another place\n");
+  EXPECT_EQ(
+      refusal(withBase({"--matrices", ".", "--force"}), 3),
+      "tiepoint: --matrices: " + pathIn(".", "base.txt") + ": this command reads that file; choose another path\n");
   EXPECT_EQ(refusal(withBase({"--transforms", "base.txt", "--force"}), 3),
-            "tiepoint: --transforms: base.txt: this command reads it; choose another place\n");
+            "tiepoint: --transforms: base.txt: this command reads that file; choose another path\n");
   EXPECT_EQ(read("base.txt"), baseLines);
 }
 
@@ -223,7 +223,7 @@ TEST_F(ResultFilesOfRegister, AGroupAfterWhichNoFileCanBeNamedIsToldBeforeAnythi
   if (onWindows) GTEST_SKIP() << "no file bears such a name there";
   write("a:b.txt", shiftedLines);
   EXPECT_EQ(refusal({"register", "base.txt", "a:b.txt", "--matrices", "out", "--matrix-format", "4x4"}, 3),
-            "tiepoint: --matrices out: no file can be named after the group a:b; rename it\n");
+            "tiepoint: --matrices out: no file can be named after the group a:b; rename the group\n");
   EXPECT_FALSE(exists("out"));
 }
 
@@ -238,7 +238,7 @@ TEST_F(ResultFilesOfRegister, AMatrixThatTheModuleCantWriteToItsEndIsNamed) {
   const ProcessResult result = run(withBase({"--quiet", "--matrices", "out", "--matrix-format", "4x4"}), setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "tiepoint: out/turned.txt: the module hasn't written this matrix, or not to its end; is the disk full?\n");
+            "tiepoint: out/turned.txt: the module didn't write this matrix, or not completely; is the disk full?\n");
   EXPECT_FALSE(exists("out/turned.txt"));
 }
 
@@ -250,7 +250,7 @@ TEST_F(ResultFilesOfRegister, AReportThatTheModuleCantWriteToItsEndIsNamed) {
   const ProcessResult result = run(withBase({"--quiet", "--report", "r.html", "--force"}), setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "tiepoint: r.html: the module hasn't written this report, or not to its end; is the disk full?\n");
+            "tiepoint: r.html: the module didn't write this report, or not completely; is the disk full?\n");
   EXPECT_EQ(read("r.html"), "mine");
 }
 
@@ -258,9 +258,9 @@ TEST_F(ResultFilesOfRegister, ACloudOrAFileOfWeightsIsntReplacedEither) {
   write("cloud.xyz", "1 2 3\n");
   write("weights.txt", "turned P1 0.5\n");
   EXPECT_EQ(refusal(withBase({"--cloud", "turned=cloud.xyz", "--report", "cloud.xyz", "--force"}), 3),
-            "tiepoint: --report: cloud.xyz: this command reads it; choose another place\n");
+            "tiepoint: --report: cloud.xyz: this command reads that file; choose another path\n");
   EXPECT_EQ(refusal(withBase({"--weights", "weights.txt", "--report", "weights.txt", "--force"}), 3),
-            "tiepoint: --report: weights.txt: this command reads it; choose another place\n");
+            "tiepoint: --report: weights.txt: this command reads that file; choose another path\n");
 }
 
 // --- Transformations.
@@ -293,8 +293,9 @@ TEST_F(ResultFilesOfRegister, TransformationsAndReportsAreReplacedOnlyWhenForced
   write("t.json", "mine");
   write("r.html", "mine");
   EXPECT_EQ(refusal(withBase({"--transforms", "t.json"}), 3),
-            "tiepoint: --transforms: t.json exists; --force replaces it\n");
-  EXPECT_EQ(refusal(withBase({"--report", "r.html"}), 3), "tiepoint: --report: r.html exists; --force replaces it\n");
+            "tiepoint: --transforms: t.json: the file exists; --force replaces it\n");
+  EXPECT_EQ(refusal(withBase({"--report", "r.html"}), 3),
+            "tiepoint: --report: r.html: the file exists; --force replaces it\n");
   EXPECT_EQ(run(withBase({"--transforms", "t.json", "--report", "r.html", "--force"})).status, 0);
   EXPECT_THAT(read("t.json"), StartsWith("{\n  \"convention\": {"));
   EXPECT_THAT(read("r.html"), StartsWith("<!DOCTYPE html>"));
@@ -302,9 +303,9 @@ TEST_F(ResultFilesOfRegister, TransformationsAndReportsAreReplacedOnlyWhenForced
 
 TEST_F(ResultFilesOfRegister, OneFileCantBeTwoThings) {
   EXPECT_EQ(refusal(withBase({"--transforms", "x", "--report", "./x"}), 2),
-            "tiepoint: --transforms and --report both write ./x; name two files\n");
+            "tiepoint: --transforms and --report: both would write ./x; give them different files\n");
   EXPECT_EQ(refusal(withBase({"--common-points", "x", "--transforms", "x.txt", "--force"}), 2),
-            "tiepoint: --common-points and --transforms both write x.txt; name two files\n");
+            "tiepoint: --common-points and --transforms: both would write x.txt; give them different files\n");
   EXPECT_FALSE(exists("x"));
   EXPECT_FALSE(exists("x.txt"));
 }
@@ -312,7 +313,8 @@ TEST_F(ResultFilesOfRegister, OneFileCantBeTwoThings) {
 TEST_F(ResultFilesOfRegister, AMatrixIsntWrittenOverAnotherResult) {
   std::filesystem::create_directory(folder.path() / "out");
   EXPECT_EQ(refusal(withBase({"--matrices", "out", "--transforms", "out/turned.txt", "--force"}), 2),
-            "tiepoint: --transforms and --matrices both write " + pathIn("out", "turned.txt") + "; name two files\n");
+            "tiepoint: --transforms and --matrices: both would write " + pathIn("out", "turned.txt") +
+                "; give them different files\n");
   EXPECT_THAT(namesIn("out"), IsEmpty());
 }
 
@@ -326,7 +328,7 @@ TEST_F(ResultFilesOfRegister, APipeOrADeviceIsntReplaced) {
   if (onWindows) GTEST_SKIP() << "named pipes have no place among files there";
   ASSERT_EQ(runProgram("/usr/bin/mkfifo", {folder.file("pipe")}).status, 0);
   EXPECT_EQ(refusal(withBase({"--transforms", "pipe", "--force"}), 3),
-            "tiepoint: --transforms: pipe: this is no ordinary file; choose another place\n");
+            "tiepoint: --transforms: pipe: not an ordinary file; choose another path\n");
   EXPECT_TRUE(std::filesystem::is_fifo(folder.path() / "pipe"));
 }
 

@@ -98,7 +98,8 @@ TEST_F(MovedCloudFile, TheCloudsOwnFileIsNeverReplaced) {
 
 TEST_F(MovedCloudFile, WhatIsNoTextLeavesNothingBehind) {
   writeBytes(source, std::string("1 2 3\n\0\0", 8));
-  EXPECT_EQ(complaint(source, target), source + ": not a cloud in text form (x y z and whatever else, a point a line)");
+  EXPECT_EQ(complaint(source, target),
+            source + ": not a text cloud (one point per line: x y z and any further columns)");
   EXPECT_THAT(folder.names(), ElementsAre("S1.xyz"));
 }
 
@@ -121,7 +122,7 @@ TEST_F(MovedCloudFile, AFileOfTheUsersBesideItIsLeftAlone) {
 TEST_F(MovedCloudFile, APipeIsNeverReplaced) {
   writeBytes(source, "1 2 3\n");
   ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
-  EXPECT_EQ(complaint(source, target, true), target + ": this is no ordinary file; choose another place");
+  EXPECT_EQ(complaint(source, target, true), target + ": not an ordinary file; choose another folder");
   struct stat status {};
   ASSERT_EQ(stat(target.c_str(), &status), 0);
   EXPECT_TRUE(S_ISFIFO(status.st_mode));

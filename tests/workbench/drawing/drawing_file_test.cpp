@@ -12,6 +12,7 @@ using namespace tiepoint::workbench;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 namespace {
 
@@ -40,7 +41,7 @@ class DrawingFileTest : public testing::Test {
       const Refusal refusal = refusalOf(file, createWhenMissing);
       EXPECT_EQ(refusal.code, code) << refusal.text;
       EXPECT_THAT(refusal.text, HasSubstr(words));
-      EXPECT_THAT(refusal.text, HasSubstr("'" + file + "'"));
+      EXPECT_THAT(refusal.text, StartsWith(file + ": "));
       EXPECT_TRUE(isOneLine(refusal.text)) << refusal.text;
     }
     EXPECT_TRUE(readBytes(file) == before) << "the file has changed";
@@ -91,7 +92,7 @@ TEST_F(DrawingFileTest, TakesWholeNumbersThatSomebodyHasPutIn) {
 TEST_F(DrawingFileTest, IsNotMadeUnlessAskedFor) {
   const Refusal refusal = refusalOf(file, false);
   EXPECT_EQ(refusal.code, eFileAccessErr);
-  EXPECT_EQ(refusal.text, "There is no drawing '" + file + "': check the path");
+  EXPECT_EQ(refusal.text, file + ": there is no such drawing; check the path");
   EXPECT_THAT(folder.names(), IsEmpty());
 }
 
@@ -100,7 +101,7 @@ TEST_F(DrawingFileTest, IsNotMadeWhereThereIsNoFolder) {
   const Refusal refusal = refusalOf(path, true);
   EXPECT_EQ(refusal.code, eFileAccessErr);
   EXPECT_THAT(refusal.text,
-              HasSubstr("'" + path + "' can't be made, as there is no folder '" + folder.file("missing")));
+              StartsWith(path + ": the drawing can't be created, as there is no folder " + folder.file("missing")));
   EXPECT_TRUE(isOneLine(refusal.text));
   EXPECT_THAT(folder.names(), IsEmpty());
 }
@@ -109,7 +110,7 @@ TEST_F(DrawingFileTest, IsNotAFolder) {
   for (const bool createWhenMissing : {false, true}) {
     const Refusal refusal = refusalOf(folder.path().u8string(), createWhenMissing);
     EXPECT_EQ(refusal.code, eFileAccessErr);
-    EXPECT_THAT(refusal.text, HasSubstr("'" + folder.path().u8string() + "' is a folder"));
+    EXPECT_THAT(refusal.text, StartsWith(folder.path().u8string() + ": this is a folder, not a drawing"));
   }
 }
 
@@ -129,23 +130,23 @@ TEST_F(DrawingFileTest, IsNotAnEmptyFileUnlessItMayBeMade) {
 
 TEST_F(DrawingFileTest, RefusesATextAndLeavesItAlone) {
   writeBytes(file, "T1 1.0 2.0 3.0\nT2 4.0 5.0 6.0\n");
-  expectRefusal(eNotADrawing, "isn't a drawing");
+  expectRefusal(eNotADrawing, "not a drawing");
 }
 
 TEST_F(DrawingFileTest, RefusesALongFileOfZeros) {
   writeBytes(file, std::string(20000, '\0'));
-  expectRefusal(eNotADrawing, "isn't a drawing");
+  expectRefusal(eNotADrawing, "not a drawing");
 }
 
 TEST_F(DrawingFileTest, RefusesAFileThatOnlyBeginsLikeADrawing) {
   makeDrawing();
   writeBytes(file, readBytes(file).substr(0, 72));
-  expectRefusal(eNotADrawing, "isn't a drawing");
+  expectRefusal(eNotADrawing, "not a drawing");
 }
 
 TEST_F(DrawingFileTest, RefusesTheDatabaseOfAnotherProgramAndLeavesItAlone) {
   RawSqlite(file).run("PRAGMA application_id = 252006673; CREATE TABLE photo (name TEXT)");
-  expectRefusal(eNotADrawing, "isn't a drawing");
+  expectRefusal(eNotADrawing, "not a drawing");
 }
 
 TEST_F(DrawingFileTest, LeavesTheWriteAheadLogOfAnotherProgramAlone) {
@@ -158,7 +159,7 @@ TEST_F(DrawingFileTest, LeavesTheWriteAheadLogOfAnotherProgramAlone) {
     std::filesystem::copy_file(source + "-wal", file + "-wal");
   }
   const std::string log = readBytes(file + "-wal");
-  expectRefusal(eNotADrawing, "isn't a drawing");
+  expectRefusal(eNotADrawing, "not a drawing");
   EXPECT_TRUE(readBytes(file + "-wal") == log);
 }
 
@@ -175,14 +176,14 @@ TEST_F(DrawingFileTest, LeavesTheInterruptedChangeOfAnotherProgramAlone) {
   }
   const std::string journal = readBytes(file + "-journal");
   ASSERT_GT(journal.size(), 512u);
-  expectRefusal(eNotADrawing, "isn't a drawing");
+  expectRefusal(eNotADrawing, "not a drawing");
   EXPECT_TRUE(readBytes(file + "-journal") == journal);
 }
 
 TEST_F(DrawingFileTest, RefusesANewerFormatAndLeavesItAlone) {
   makeDrawing();
   RawSqlite(file).run("PRAGMA user_version = 2");
-  expectRefusal(eNewerFormat, "is of format 2, and this program knows up to 1");
+  expectRefusal(eNewerFormat, "has format 2, and this program supports up to 1");
 }
 
 TEST_F(DrawingFileTest, RefusesADrawingWithoutAVersion) {
@@ -270,7 +271,7 @@ TEST_F(DrawingFileTest, IsLockedUntilTheDrawingGoes) {
   auto drawing = Drawing::open(file, false);
   const Refusal refusal = refusalOf(file, true);
   EXPECT_EQ(refusal.code, eFileSharingViolation);
-  EXPECT_EQ(refusal.text, "The drawing '" + file + "' is open elsewhere: close it there and try again");
+  EXPECT_EQ(refusal.text, file + ": the drawing is open in another process; close it there and try again");
   EXPECT_EQ(RawSqlite(file).tryRun("SELECT * FROM object"), SQLITE_BUSY);
   inTransaction(*drawing->database(), [&] { storeGroup(*drawing->database(), L"S3", pointsAlongX(5)); });
   EXPECT_EQ(RawSqlite(file).tryRun("SELECT * FROM object"), SQLITE_BUSY);

@@ -74,7 +74,7 @@ TEST_F(DrawingAmongProcesses, IsLockedForOtherProcesses) {
   const Refusal refusal = refusalOf(file, false);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4)) << "it has waited for the other";
   EXPECT_EQ(refusal.code, eFileSharingViolation);
-  EXPECT_EQ(refusal.text, "The drawing '" + file + "' is open elsewhere: close it there and try again");
+  EXPECT_EQ(refusal.text, file + ": the drawing is open in another process; close it there and try again");
   child.kill();
   EXPECT_EQ(refusalOf(file, false).code, eOk);
 }
@@ -150,7 +150,7 @@ TEST_F(DrawingAmongProcesses, IsNotAPipe) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   const Refusal refusal = refusalOf(file, true);
   EXPECT_EQ(refusal.code, eFileAccessErr);
-  EXPECT_EQ(refusal.text, "'" + file + "' isn't an ordinary file: choose another file");
+  EXPECT_EQ(refusal.text, file + ": not an ordinary file; choose another file");
 }
 
 TEST_F(DrawingAmongProcesses, MayHaveARelativePathWithAMeaningOfItsOwnToSqlite) {

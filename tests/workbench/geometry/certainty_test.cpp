@@ -25,12 +25,21 @@ Points somewhere(std::size_t count, std::uint64_t start) {
 
 Certainty certainty(const Points& there, const Points& here, std::size_t shared, double tries = 1.0) {
   const StationShape shape = shapeOf(there);
-  return certaintyOf(fieldOf(shape), shapeOf(turned(here)), inOrder(shared), reach, tries);
+  return certaintyOf(fieldOf(shape), shapeOf(turned(here)), inOrder(shared), reach, tries,
+                     [](const Placement&) { return true; });
 }
 
 TEST(Certainty, AnIrregularLayoutIsCertain) { EXPECT_EQ(certainty(irregular, irregular, 5), Certainty::certain); }
 
 TEST(Certainty, ASymmetricLayoutIsRivalled) { EXPECT_EQ(certainty(rectangle, rectangle, 4), Certainty::rivalled); }
+
+TEST(Certainty, ASymmetricLayoutIsCertainWhenNoOtherWayIsPossible) {
+  const StationShape shape = shapeOf(rectangle);
+  const Placement own = inOrder(4);
+  EXPECT_EQ(certaintyOf(fieldOf(shape), shapeOf(turned(rectangle)), own, reach, 1.0,
+                        [&](const Placement& way) { return way == own; }),
+            Certainty::certain);
+}
 
 TEST(Certainty, OnePointMoreThanTheSymmetricOnesDecides) {
   const Points layout = joined(rectangle, {{20, 9, 4}});

@@ -24,7 +24,7 @@ TEST(GroupTroubles, PointsOnOneLineAreWarnedOf) {
   StateBuilder b;
   b.group("A").point("P1", {0, 0, 1}).point("P2", {10, 10, 1}).point("P3", {20, 20, 1.001});
   EXPECT_THAT(warningsOf(b.state),
-              ElementsAre("the points in use of A lie on one line: nothing holds its rotation about that line"));
+              ElementsAre("the points of A in use lie on one line, so its rotation about that line is undetermined"));
 }
 
 TEST(GroupTroubles, PointsBesideTheLineAreFine) {
@@ -46,15 +46,16 @@ TEST(GroupTroubles, ATargetThatStandsTwiceInAGroupIsWarnedOf) {
   b.point("P2", {10, 0, 1}).point("P2", {10, 0, 2}).point("P1", {0, 0, 0});
   b.group("B").point("P1", {0, 0, 0}).point("P2", {10, 0, 0}).point("P3", {0, 10, 0});
   b.point("P3", {0, 10, 9}).inactive();
-  EXPECT_THAT(warningsOf(b.state), ElementsAre("A has P2, P1 more than once; the last of a name is what is fitted: "
-                                               "take the others out of the file"));
+  EXPECT_THAT(warningsOf(b.state), ElementsAre("A has P2, P1 more than once; only the last point of each name is used "
+                                               "in the fit: remove the others from the file"));
 }
 
 TEST(GroupTroubles, WeightsOutsideZeroToOneAreWarnedOf) {
   StateBuilder b;
   b.group("A").point("P1", {0, 0, 0}).point("P2", {10, 0, 0}).point("P3", {0, 10, 0}).last().weight = -1.0;
-  EXPECT_THAT(warningsOf(b.state),
-              ElementsAre("1 point in use of A has a weight outside 0 to 1; one below 0 takes part in no fit"));
+  EXPECT_THAT(
+      warningsOf(b.state),
+      ElementsAre("A: 1 point in use has a weight outside 0 to 1; a point with a weight below 0 takes part in no fit"));
 }
 
 TEST(FiniteCoordinates, AnActivePointThatIsNowhereIsRefused) {
@@ -66,8 +67,8 @@ TEST(FiniteCoordinates, AnActivePointThatIsNowhereIsRefused) {
   } catch (const Refused& refused) {
     EXPECT_EQ(refused.refusal().kind, RefusalKind::notFinite);
     EXPECT_EQ(refusalText(refused.refusal()),
-              "point P1 of A has a coordinate that isn't a finite number; correct it, or leave it out: --exclude "
-              "A:P1");
+              "point P1 of A has a coordinate that isn't a finite number; correct it, or leave the point out with "
+              "--exclude A:P1");
   }
   b.allInactive();
   EXPECT_NO_THROW(requireFiniteCoordinates(b.state));

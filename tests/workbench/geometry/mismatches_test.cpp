@@ -50,19 +50,19 @@ TEST(Mismatches, StationsThatATurnAndAShiftBringTogetherAreFine) {
 }
 
 TEST(Mismatches, AnotherUnitIsWarnedOf) {
-  EXPECT_THAT(warningsOfTwo(hall, changed(hall, inMillimetres)),
-              ElementsAre("the targets that A and B share lie 1000 times as far apart in B; are both files in the same "
-                          "unit?"));
-  EXPECT_THAT(warningsOfTwo(changed(hall, inMillimetres), hall),
-              ElementsAre("the targets that A and B share lie 1000 times as far apart in A; are both files in the same "
-                          "unit?"));
+  EXPECT_THAT(
+      warningsOfTwo(hall, changed(hall, inMillimetres)),
+      ElementsAre("the targets that A and B share are 1000 times as far apart in B; are both files in the same unit?"));
+  EXPECT_THAT(
+      warningsOfTwo(changed(hall, inMillimetres), hall),
+      ElementsAre("the targets that A and B share are 1000 times as far apart in A; are both files in the same unit?"));
 }
 
 TEST(Mismatches, FeetAreAnotherUnit) {
   const auto inFeet = [](const OdGePoint3d& p) { return OdGePoint3d(p.x / 0.3048, p.y / 0.3048, p.z / 0.3048); };
-  EXPECT_THAT(warningsOfTwo(hall, changed(hall, inFeet)),
-              ElementsAre("the targets that A and B share lie 3.28 times as far apart in B; are both files in the same "
-                          "unit?"));
+  EXPECT_THAT(
+      warningsOfTwo(hall, changed(hall, inFeet)),
+      ElementsAre("the targets that A and B share are 3.28 times as far apart in B; are both files in the same unit?"));
 }
 
 TEST(Mismatches, ABadTargetIsNoUnit) {
@@ -73,7 +73,7 @@ TEST(Mismatches, ABadTargetIsNoUnit) {
 
 TEST(Mismatches, ExchangedColumnsAreWarnedOf) {
   EXPECT_THAT(warningsOfTwo(hall, changed(hall, withColumnsExchanged)),
-              ElementsAre("A and B fit only as mirror images; are two columns of one of the files exchanged?"));
+              ElementsAre("A and B fit only as mirror images; are two columns swapped in one of the files?"));
   Places noisy = changed(changed(hall, withColumnsExchanged), turned);
   noisy[1].x += 0.02;
   noisy[3].z -= 0.02;
@@ -105,8 +105,9 @@ TEST(Mismatches, ThreeTargetsFitEitherWay) {
 TEST(Mismatches, OneStationAmongManyIsToldOnce) {
   StateBuilder builder;
   add(add(add(builder, "A", hall), "B", changed(hall, inMillimetres)), "C", changed(hall, turned));
-  EXPECT_THAT(warningsOf(builder.state), ElementsAre("the targets that A and B share lie 1000 times as far apart in B; "
-                                                     "are both files in the same unit?"));
+  EXPECT_THAT(
+      warningsOf(builder.state),
+      ElementsAre("the targets that A and B share are 1000 times as far apart in B; are both files in the same unit?"));
 }
 
 TEST(Mismatches, PointsThatAreOutDontCount) {

@@ -1,4 +1,4 @@
-// Which sets of names hang together, by a scan that starts again after each join: slow, and plain enough to
+// Which sets of names are connected, by a scan that starts again after each join: slow, and plain enough to
 // be believed.
 #pragma once
 

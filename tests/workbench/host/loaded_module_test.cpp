@@ -29,35 +29,36 @@ TEST(LoadedModule, IsRefusedWhenThereIsNoSuchFile) {
   const TemporaryFolder folder;
   const std::string module = folder.file("missing.so");
   EXPECT_EQ(refusalOf(module),
-            "cannot use the module " + module + ": there is no such file; name the module with --module");
+            module + ": the module can\'t be used: there is no such file; name the module with --module");
 }
 
 TEST(LoadedModule, IsRefusedWhenItIsAFolder) {
   const TemporaryFolder folder;
   const std::string module = folder.path().u8string();
-  EXPECT_EQ(refusalOf(module), "cannot use the module " + module + ": it is a folder; name the module's file");
+  EXPECT_EQ(refusalOf(module), module + ": the module can\'t be used: this is a folder; name the module's file");
 }
 
 TEST(LoadedModule, IsRefusedWhenItIsNoLibrary) {
   const TemporaryFolder folder;
   const std::string module = folder.file("text.so");
   writeBytes(module, "not a library\n");
-  const std::string start = "cannot use the module " + module + ": it isn't a library that can be loaded here (";
+  const std::string start = module + ": the module can\'t be used: it isn't a library that can be loaded here (";
   const std::string refusal = refusalOf(module);
   EXPECT_EQ(refusal.substr(0, start.size()), start);
   EXPECT_EQ(refusal.find('\n'), std::string::npos);
 }
 
 TEST(LoadedModule, IsRefusedWhenItLacksAnExport) {
-  EXPECT_EQ(refusalOf(FAKE_MODULE_WITHOUT_SESSION),
-            "cannot use the module " + nativePath(FAKE_MODULE_WITHOUT_SESSION) +
-                ": it isn't a registration module: it has no export _ZN3ZOR3reg19GetMultiRegistratorEv");
+  EXPECT_EQ(refusalOf(FAKE_MODULE_WITHOUT_SESSION), nativePath(FAKE_MODULE_WITHOUT_SESSION) +
+                                                        ": the module can\'t be used: it isn't a registration module, "
+                                                        "as it doesn't export _ZN3ZOR3reg19GetMultiRegistratorEv");
 }
 
 TEST(LoadedModule, IsRefusedWhenItIsMadeForAnotherVersion) {
-  EXPECT_EQ(refusalOf(FAKE_MODULE_OF_ANOTHER_VERSION),
-            "cannot use the module " + nativePath(FAKE_MODULE_OF_ANOTHER_VERSION) +
-                ": it is made for version 21.9.0.0 of the drawing SDK; 21.8.0.0 is needed");
+  EXPECT_EQ(
+      refusalOf(FAKE_MODULE_OF_ANOTHER_VERSION),
+      nativePath(FAKE_MODULE_OF_ANOTHER_VERSION) +
+          ": the module can\'t be used: it was built for version 21.9.0.0 of the drawing SDK; 21.8.0.0 is needed");
 }
 
 TEST(LoadedModule, LeavesNoWorkbenchBehindWhenItIsRefused) {

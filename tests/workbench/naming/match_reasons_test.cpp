@@ -32,7 +32,7 @@ TEST(WhyNoTriangles, FewerThanSixPoints) {
   addStation(survey, "A", scalene);
   addStation(survey, "B", {{0, 0, 0}, {1, 0, 0}});
   EXPECT_EQ(keyOf(triangles(survey)), "too-few-points");
-  EXPECT_EQ(findingText(triangles(survey)), "there are 5 points; 6 at least are needed");
+  EXPECT_EQ(findingText(triangles(survey)), "there are 5 points; at least 6 are needed");
 }
 
 TEST(WhyNoTriangles, OneGroup) {
@@ -84,7 +84,7 @@ TEST(WhyNoTriangles, EqualOnesHaveNamesAlready) {
   survey.point("?", {40, 50, 60});
   EXPECT_EQ(keyOf(triangles(survey)), "only-named");
   EXPECT_EQ(findingText(triangles(survey)),
-            "no triangle with an unnamed corner has the sides of one in another group within 0.001");
+            "no triangle with an unnamed corner matches one in another group within 0.001");
 }
 
 TEST(WhyNoTriangles, NamedOnesThatRepeatAreAContradictionAllTheSame) {
@@ -102,9 +102,8 @@ TEST(WhyNoTriangles, AContradictionNamesTheGroupsInWhichTheLayoutRepeats) {
   const Finding reason = triangles(survey);
   EXPECT_EQ(keyOf(reason), "contradiction");
   EXPECT_EQ(findingText(reason),
-            "equal triangles contradict one another: a triangle of A has the sides of several in B, and one "
-            "contradiction voids the whole matching; the layout repeats itself, or 0.001 is too wide or too narrow a "
-            "tolerance");
+            "congruent triangles contradict one another: a triangle of A matches several in B, and one contradiction "
+            "voids the whole matching; the layout repeats itself, or a tolerance of 0.001 is too wide or too tight");
 }
 
 Finding closeness(const StateBuilder& builder, double tolerance) {
@@ -130,8 +129,8 @@ TEST(WhyNothingClose, TwoNamesOfTheFilesOnOneSpotVoidAll) {
   survey.group("A").point("T1", {1, 0, 0}).point("?", {50, 0, 0}).group("B").point("T2", {1.05, 0, 0});
   EXPECT_EQ(keyOf(closeness(survey, 0.1)), "conflict");
   EXPECT_EQ(findingText(closeness(survey, 0.1)),
-            "the points T1 and T2 lie within 0.1 of one another, but their names come from the files and differ; one "
-            "such spot voids the whole matching");
+            "the points T1 and T2 are within 0.1 of one another, but the files give them different names; one such "
+            "conflict voids the whole matching");
   EXPECT_EQ(keyOf(closeness(survey, 0.04)), "nothing-close");
 }
 
@@ -140,8 +139,8 @@ TEST(WhyNothingClose, NamesOfTheFilesMeetThroughPointsBetweenThem) {
   survey.group("A").point("T1", {1, 0, 0}).group("B").point("?", {1.08, 0, 0}).group("C").point("T2", {1.16, 0, 0});
   EXPECT_EQ(keyOf(closeness(survey, 0.1)), "conflict");
   EXPECT_EQ(findingText(closeness(survey, 0.1)),
-            "the points T1 and T2 lie on one spot, as points between them lie within 0.1 of one another, but their "
-            "names come from the files and differ; one such spot voids the whole matching");
+            "the points T1 and T2 are chained by points in between that are all within 0.1 of one another, but the "
+            "files give them different names; one such conflict voids the whole matching");
 }
 
 TEST(WhyNothingClose, APointWithoutAPlaceLiesOnEverySpot) {

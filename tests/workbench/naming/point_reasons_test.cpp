@@ -25,8 +25,8 @@ TEST(NotFiniteReasons, NameTheGroupsOnce) {
   ASSERT_EQ(reasons.size(), 1u);
   EXPECT_EQ(keyOf(reasons[0]), "not-finite");
   EXPECT_EQ(findingText(reasons[0]),
-            "B, C: points with coordinates that aren't finite numbers; while they are there, no point is named because "
-            "it lies on the spot of another");
+            "B, C: some coordinates aren't finite numbers; as long as they are there, no point is named for being "
+            "close to another");
 }
 
 TEST(NotFiniteReasons, LookAtEveryCoordinate) {
@@ -45,8 +45,8 @@ TEST(TwinReasons, TellOfPointsNearerThanTheTolerance) {
   ASSERT_EQ(reasons.size(), 1u);
   EXPECT_EQ(keyOf(reasons[0]), "twin-points");
   EXPECT_EQ(findingText(reasons[0]),
-            "A: two points lie within 0.5 of one another, and triangles with the one can't be told from triangles with "
-            "the other; keep one of the two");
+            "A: two points lie within 0.5 of one another, so triangles with one can't be told from triangles with the "
+            "other; keep only one of them");
   EXPECT_EQ(twinReasons(survey.state, stationsOf(survey.state), 0.5).size(), 0u);
 }
 
@@ -62,12 +62,12 @@ TEST(SpanReasons, TellOfStationsTooSmallOrTooLargeForTheLimit) {
   ASSERT_EQ(reasons.size(), 2u);
   EXPECT_EQ(keyOf(reasons[0]), "unit");
   EXPECT_EQ(findingText(reasons[0]),
-            "A: the points lie too near one another for a limit of 0.02 drawing units (--match-limit); is their unit "
-            "the one that --unit says?");
+            "A: the points are too close together for a limit of 0.02 drawing units (--match-limit); are they in the "
+            "unit that --unit gives?");
   EXPECT_EQ(keyOf(reasons[1]), "unit");
   EXPECT_EQ(findingText(reasons[1]),
-            "D: the points lie too far apart for a limit of 0.02 drawing units (--match-limit); is their unit the one "
-            "that --unit says?");
+            "D: the points are too far apart for a limit of 0.02 drawing units (--match-limit); are they in the unit "
+            "that --unit gives?");
 }
 
 }  // namespace

@@ -32,10 +32,10 @@ Registration sixStations() {
 TEST(MatchText, ListsTheStepsThatNameAndTheReasons) {
   EXPECT_EQ(matchText(sixStations(), threeSteps(), LengthFormat(Unit::metre)),
             "Naming (auto): 8 points have automatic names, 1 have none\n"
-            "  step  what                                      within  sides differ by  named\n"
-            "     1  equal triangles of A, B, C, D and 2 more   0.005              0.1      6\n"
-            "     2  points on one spot                          0.02                -      2\n"
-            "  - F: only three points fit the others, and chance may do that among so many\n");
+            "  step  what                                          within  sides differ by  named\n"
+            "     1  congruent triangles of A, B, C, D and 2 more   0.005              0.1      6\n"
+            "     2  coincident points                               0.02                -      2\n"
+            "  - F: only three points fit the other stations, and among so many points that may be chance\n");
 }
 
 TEST(MatchText, NamesTheLimitOfTheSearch) {
@@ -43,7 +43,7 @@ TEST(MatchText, NamesTheLimitOfTheSearch) {
   report.how = Naming::automatic;
   report.limits.emplace().discrepancy = 0.02;
   EXPECT_EQ(matchText(sixStations(), report, LengthFormat(Unit::metre)),
-            "Naming (auto): 0 points have automatic names, 0 have none; no discrepancy may be above 0.02 m\n");
+            "Naming (auto): 0 points have automatic names, 0 have none; largest discrepancy allowed: 0.02 m\n");
 }
 
 TEST(MatchText, ListsNamesThatWereUnited) {
@@ -52,8 +52,8 @@ TEST(MatchText, ListsNamesThatWereUnited) {
   report.steps.push_back({NamingKind::unite, {}, 0.005, 0.0, 1});
   EXPECT_EQ(matchText(sixStations(), report, LengthFormat(Unit::metre)),
             "Naming (auto): 0 points have automatic names, 0 have none\n"
-            "  step  what                   within  sides differ by  named\n"
-            "     1  two names on one spot   0.005                -      1\n");
+            "  step  what                     within  sides differ by  named\n"
+            "     1  two names of one target   0.005                -      1\n");
 }
 
 TEST(MatchText, BreaksLongReasonsAndHangsThem) {
@@ -65,8 +65,8 @@ TEST(MatchText, BreaksLongReasonsAndHangsThem) {
   report.reasons.push_back(twins);
   EXPECT_EQ(matchText(sixStations(), report, LengthFormat(Unit::metre)),
             "Naming (auto): 0 points have automatic names, 0 have none\n"
-            "  - A?: two points lie within 0.01 of one another, and triangles with the one can't be told from\n"
-            "    triangles with the other; keep one of the two\n");
+            "  - A?: two points lie within 0.01 of one another, so triangles with one can't be told from\n"
+            "    triangles with the other; keep only one of them\n");
 }
 
 TEST(MatchText, KeepsNamesOfGroupsFromSteeringTheTerminal) {
@@ -74,7 +74,7 @@ TEST(MatchText, KeepsNamesOfGroupsFromSteeringTheTerminal) {
   registration.groups[0].name = "A\n";
   NamingReport report;
   report.steps.push_back({NamingKind::triangles, {0, 1}, 0.005, 0.1, 6});
-  EXPECT_NE(matchText(registration, report, LengthFormat(Unit::metre)).find("equal triangles of A?, B "),
+  EXPECT_NE(matchText(registration, report, LengthFormat(Unit::metre)).find("congruent triangles of A?, B "),
             std::string::npos);
 }
 
@@ -88,7 +88,8 @@ TEST(MatchJson, TellsTheModeTheLimitAndTheCounts) {
   EXPECT_EQ(json["unnamed"], 1);
   EXPECT_EQ(json["reasons"].size(), 1u);
   EXPECT_EQ(json["reasons"][0]["key"], findingKey(FindingKind::stationThreePoints));
-  EXPECT_EQ(json["reasons"][0]["text"], "F: only three points fit the others, and chance may do that among so many");
+  EXPECT_EQ(json["reasons"][0]["text"],
+            "F: only three points fit the other stations, and among so many points that may be chance");
 }
 
 TEST(MatchJson, HasNoLimitUnlessNamesWereSearchedFor) {

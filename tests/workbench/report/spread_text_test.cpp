@@ -13,7 +13,7 @@ PointSpread tenBins(std::vector<std::uint64_t> counts) {
 
 TEST(SpreadText, DrawsAMarkForEachDistance) {
   EXPECT_EQ(spreadText(tenBins({3, 12, 7, 0, 0, 0, 0, 0, 0, 1}), LengthFormat(Unit::metre)),
-            "Spread (mm): how far registered points of one name stay apart; at most 10.235\n"
+            "Spread (mm): distances between registered points of the same name; largest 10.235\n"
             "   from      to  distances\n"
             "  0.200   1.200          3  ###\n"
             "  1.200   2.200         12  ############\n"
@@ -29,7 +29,7 @@ TEST(SpreadText, DrawsAMarkForEachDistance) {
 
 TEST(SpreadText, DrawsInProportionWhatIsTooMuchForALine) {
   EXPECT_EQ(spreadText(tenBins({4000, 2000, 150, 1, 0, 0, 0, 0, 0, 99}), LengthFormat(Unit::unknown)),
-            "Spread (drawing units): how far registered points of one name stay apart; at most 0.010235\n"
+            "Spread (drawing units): distances between registered points of the same name; largest 0.010235\n"
             "      from        to  distances\n"
             "  0.000200  0.001200       4000  ########################################\n"
             "  0.001200  0.002200       2000  ####################\n"

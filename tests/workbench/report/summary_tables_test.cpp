@@ -76,7 +76,7 @@ TEST(SummaryTables, ShowFortyOfMoreThanTwoHundredLinesOfPointsThatAreOut) {
     registration.points.push_back(out);
   }
   const std::string text = summaryText(registration, metres);
-  EXPECT_NE(text.find("Out: 201 of 402 points\n"), std::string::npos);
+  EXPECT_NE(text.find("Not used: 201 of 402 points\n"), std::string::npos);
   EXPECT_EQ(countOf(text, "  lone\n"), 40u);
   EXPECT_NE(text.find("  and 161 more lines; --all-points shows them\n"), std::string::npos);
   EXPECT_EQ(countOf(summaryText(registration, metres, allRows), "  lone\n"), 201u);

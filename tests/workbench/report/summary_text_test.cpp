@@ -29,7 +29,7 @@ TEST(SummaryText, TellsOfARegisteredSurveyFromTransformationsToTheProtocol) {
             "  A      T1           2.000    3.000  <- largest\n"
             "  A      T2           0.000        -\n"
             "\n"
-            "Out: 1 of 4 points\n"
+            "Not used: 1 of 4 points\n"
             "  A  excluded  T3\n"
             "\n"
             "Discrepancies by group (mm)\n"
@@ -86,10 +86,11 @@ TEST(SummaryText, SaysThatIterationsHaventConverged) {
   registration.iterations = IterationCourse{100, 100, 0.5, 0.001};
   EXPECT_TRUE(
       has(summaryText(registration, metres),
-          "Not converged: the limit of 100 iterations ended the run. The last pass still moved the merged\n"
-          "targets by 0.5; the criterion is 0.001 (m). A small movement in a pass isn't a small error: along a\n"
-          "chain of stations the passes creep, tens of thousands of them. Raise --max-iterations and lower\n"
-          "--convergence, or register with --method pairwise, which doesn't suffer from this.\n"));
+          "Not converged: stopped by the limit of 100 iterations. The last pass still moved the merged targets\n"
+          "by 0.5; the criterion is 0.001 (m). A small movement per pass doesn't mean a small error: along a\n"
+          "chain of stations each pass moves the far stations only slightly; convergence can take tens of\n"
+          "thousands of passes. Raise --max-iterations and lower --convergence, or register with --method\n"
+          "pairwise, which doesn't have this problem.\n"));
 }
 
 TEST(SummaryText, AdvisesToLookAtThePointThatStandsOut) {
@@ -97,21 +98,21 @@ TEST(SummaryText, AdvisesToLookAtThePointThatStandsOut) {
   registeredOf(registration).outlier = Outlier{1, 22.84};
   EXPECT_TRUE(
       has(summaryText(registration, metres),
-          "\nT1 in A stands out. It may have been measured or named wrongly there: look at it, and compare a run\n"
-          "with --exclude A:T1\n"));
+          "\nT1 in A stands out. It may have been mismeasured or misnamed there: check it, and compare a run with\n"
+          "--exclude A:T1\n"));
 }
 
 TEST(SummaryText, CountsPointsWithoutANameInsteadOfListingThem) {
   Registration registration = twoStations();
   registration.points[3].reason = Reason::unnamed;
   registration.points[3].name = "?";
-  EXPECT_TRUE(has(summaryText(registration, metres), "Out: 1 of 4 points\n  A  no name yet (\"?\")  1 point\n"));
+  EXPECT_TRUE(has(summaryText(registration, metres), "Not used: 1 of 4 points\n  A  no name yet (\"?\")  1 point\n"));
 }
 
 TEST(SummaryText, HasNoListOfPointsThatAreOutWhenNoneIs) {
   Registration registration = twoStations();
   registration.points.pop_back();
-  EXPECT_FALSE(has(summaryText(registration, metres), "Out:"));
+  EXPECT_FALSE(has(summaryText(registration, metres), "Not used:"));
 }
 
 TEST(SummaryText, ShowsTheAxesWhenTheyAreAskedFor) {
@@ -149,17 +150,17 @@ TEST(SummaryText, OfASurveyThatIsntRegisteredSaysWhyAndWhatIsOut) {
   Registration registration = twoStations();
   registration.outcome = BaseNotShared();
   EXPECT_EQ(summaryText(registration, metres),
-            "Not registered: of the base (Base) fewer than 3 points are shared with the other groups. Without it\n"
-            "they would lie in a system of their own; leave out --base to have that.\n"
+            "Not registered: the base (Base) shares fewer than 3 points with the other groups. To register them\n"
+            "without it, in a system of their own, leave out --base.\n"
             "\n"
-            "Out: 1 of 4 points\n"
+            "Not used: 1 of 4 points\n"
             "  A  excluded  T3\n");
 }
 
 TEST(SummaryText, OfASurveyThatIsntNamedListsNoPointsThatAreOut) {
   Registration registration = twoStations();
   registration.outcome = NotNamed();
-  EXPECT_EQ(summaryText(registration, metres), "Not registered: the points can't be named so that it is certain.\n");
+  EXPECT_EQ(summaryText(registration, metres), "Not registered: the points can't be named with certainty.\n");
 }
 
 }  // namespace

@@ -101,7 +101,7 @@ TEST_F(DrawingMethods, SayWhichPointIsBad) {
   EXPECT_EQ(
       error("document.storeGroup",
             R"({"name":"g","points":[{"name":"T","x":0,"y":0,"z":0,"w":0},{"name":"T","x":0,"y":0,"z":true,"w":0}]})"),
-      R"({"code":-32602,"message":"Invalid params: points has a bad point at place 1: )"
+      R"({"code":-32602,"message":"Invalid params: points has a bad point at index 1: )"
       R"(z must be a number, \"nan\", \"inf\" or \"-inf\"","data":"points"})");
 }
 

@@ -96,7 +96,7 @@ TEST(JsonValues, TakeNamesIntoWindows1251) {
             "\xD2"
             "1\x98");
   EXPECT_EQ(complaint(nameFromJson, "\"T\\u00e9\""),
-            "must have a form in its encoding: the character \"\xC3\xA9\" (U+00E9) isn't in windows-1251");
+            "can't be encoded: the character \"\xC3\xA9\" (U+00E9) isn't in windows-1251");
 }
 
 TEST(JsonValues, WriteNamesFromWindows1251) {
@@ -108,8 +108,8 @@ TEST(JsonValues, WriteNamesFromWindows1251) {
 
 TEST(JsonValues, TakePathsAsTheyAre) {
   EXPECT_EQ(pathFromJson("/a/\xE6\x97\xA5.txt"), "/a/\xE6\x97\xA5.txt");
-  EXPECT_EQ(complaint(pathFromJson, R"("a\u0000b")"), "must be a path, which has no zero in it");
-  EXPECT_EQ(complaint(pathFromJson, "1"), "must be a text");
+  EXPECT_EQ(complaint(pathFromJson, R"("a\u0000b")"), "must be a path without a zero byte");
+  EXPECT_EQ(complaint(pathFromJson, "1"), "must be a string");
 }
 
 TEST(JsonValues, TakeAsManyDoublesAsAreAskedFor) {

@@ -98,7 +98,7 @@ TEST_F(RpcServerTest, NamesAMissingParameter) {
 
 TEST_F(RpcServerTest, NamesAParameterOfTheWrongType) {
   EXPECT_EQ(error("document.open", R"({"path":1})"),
-            R"({"code":-32602,"message":"Invalid params: path must be a text","data":"path"})");
+            R"({"code":-32602,"message":"Invalid params: path must be a string","data":"path"})");
 }
 
 TEST_F(RpcServerTest, TakesParametersByNameAlone) {
@@ -156,7 +156,7 @@ TEST_F(RpcServerTest, TellsTheKindOfWhatLeavesTheModule) {
   EXPECT_EQ(thrown("throw logic_error"),
             R"({"code":-32000,"message":"a mistake's own words","data":{"type":"std::logic_error"}})");
   EXPECT_EQ(thrown("throw int"),
-            R"({"code":-32000,"message":"an exception that has no text","data":{"type":"unknown"}})");
+            R"({"code":-32000,"message":"an exception without a message","data":{"type":"unknown"}})");
 }
 
 TEST_F(RpcServerTest, TellsAWrongClassFromOtherErrorsOfTheDrawing) {

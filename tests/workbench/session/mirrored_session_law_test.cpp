@@ -60,7 +60,7 @@ std::vector<Target> anyStation(bool isClean, char hall = 'T') {
 std::vector<WatchedSession::Station> anyStations() {
   std::vector<WatchedSession::Station> stations;
   const int count = anyBelow(maxGroups + 1);
-  // Two halls don't hang together.
+  // Two halls aren't connected.
   const bool isClean = !oneIn(3), isDivided = oneIn(3);
   for (int i = 0; i < count; ++i)
     stations.emplace_back("S" + std::to_string(i), anyStation(isClean, isDivided && oneIn(2) ? 'U' : 'T'));
@@ -236,7 +236,7 @@ class Course {
   void distance() {
     const double tolerance = anyOf(0.1, 0.01, 3.0, 0.0, -1.0);
     NamingChanges changes;
-    matchByDistance(lists().points, reference.groupTransforms, tolerance, changes);
+    matchByDistance(lists().points, reference.results.groupTransforms, tolerance, changes);
     match(changes, [&](Answers& out) {
       mirrored().matchPointsByDistance(tolerance, out.names, out.inactiveGroups, out.inactivePoints);
     });

@@ -93,7 +93,7 @@ TEST(ReasonsOut, ASingleGroupHasNothingToJoin) {
 }
 
 TEST(ReasonsOut, EveryReasonHasWordsAndAKey) {
-  EXPECT_STREQ(reasonText(Reason::thinGroup), "the group is left with fewer than 3 shared points");
+  EXPECT_STREQ(reasonText(Reason::thinGroup), "the group has fewer than 3 shared points left");
   EXPECT_STREQ(reasonKey(Reason::thinGroup), "thin-group");
   EXPECT_STREQ(reasonText(Reason::weightZero), "weight 0");
   EXPECT_STREQ(reasonKey(Reason::nothingToJoin), "nothing-to-join");

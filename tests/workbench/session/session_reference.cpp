@@ -31,10 +31,6 @@ SessionLists::SessionLists(const SessionState& state) {
   for (const PointName& entry : state.names.entries()) commonNames.push_back({entry.id, nameFromUtf8(entry.name)});
 }
 
-SolveResults SessionReference::results() {
-  return {registrationMethod, solverTable, groupTransforms, commonPoints, pointDiscrepancies};
-}
-
 bool SessionReference::registerPairwise(const SessionLists& lists) {
   RefPointList working;
   prepareSolvePoints(lists.points, working, pointDiscrepancies);
@@ -46,7 +42,7 @@ bool SessionReference::registerPairwise(const SessionLists& lists) {
     clusters = found;
     return false;
   }
-  solvePairwise(working, merges.begin()->second, lists.points, results());
+  solvePairwise(working, merges.begin()->second, lists.points, results, pointDiscrepancies);
   return true;
 }
 
@@ -54,23 +50,27 @@ void SessionReference::registerIterative(const SessionLists& lists, std::uint64_
                                          double convergenceCriteria) {
   RefPointList working;
   prepareSolvePoints(lists.points, working, pointDiscrepancies);
-  solveIterative(working, {maxIterations, convergenceCriteria}, lists.points, {actualIterations, actualDiscrepancy},
-                 results());
+  const auto end =
+      solveIterative(working, {maxIterations, convergenceCriteria}, lists.points, results, pointDiscrepancies);
+  if (!end) return;
+  actualIterations = end->iterations;
+  actualDiscrepancy = end->movement;
 }
 
 void SessionReference::clearResults() {
   pointDiscrepancies.clear();
-  solverTable.clear();
-  commonPoints.clear();
+  results.solverTable.clear();
+  results.commonPoints.clear();
   clusters.clear();
-  groupTransforms.clear();
+  results.groupTransforms.clear();
 }
 
 std::wstring SessionReference::reports(const SessionState& state) const {
   const SessionLists lists(state);
-  const ReportSource source{lists.points,        lists.groupNames,   lists.commonNames,        groupTransforms,
-                            commonPoints,        pointDiscrepancies, registrationMethod,       actualIterations,
-                            state.maxIterations, actualDiscrepancy,  state.convergenceCriteria};
+  const ReportSource source{
+      lists.points,         lists.groupNames,   lists.commonNames,          results.groupTransforms,
+      results.commonPoints, pointDiscrepancies, results.registrationMethod, actualIterations,
+      state.maxIterations,  actualDiscrepancy,  state.convergenceCriteria};
   return pointsReport(source, everyId()) + groupsReport(source, everyId()) + resultsReport(source);
 }
 

@@ -31,16 +31,11 @@ class SessionReference {
   /// The three reports on all points and groups, one after the other.
   std::wstring reports(const SessionState& state) const;
 
-  ZOR::reg::GroupTransforms groupTransforms;
+  ZOR::reg::SolveResults results;
   ZOR::reg::PointDiscrepancies pointDiscrepancies;
   ZOR::reg::GroupClusters clusters;
 
  private:
-  ZOR::reg::SolveResults results();
-
-  int registrationMethod = ZOR::reg::methodUnknown;
-  std::vector<ZOR::reg::RigidTransform> solverTable;
-  ZOR::reg::CommonPoints commonPoints;
   std::uint64_t actualIterations = 0;
   double actualDiscrepancy = 0.0;
 };

@@ -103,7 +103,7 @@ void compareResults(iMultiRegistrator& real, const SessionState& state, const Se
   found.compare("clusters", state.clusters, clusters);
   found.compare("clusters of the records", reference.clusters, clusters);
   GroupIdSet registered;
-  for (const auto& entry : reference.groupTransforms) registered.insert(entry.first);
+  for (const auto& entry : reference.results.groupTransforms) registered.insert(entry.first);
   found.compare("registered groups", state.registeredGroups, registered);
 }
 

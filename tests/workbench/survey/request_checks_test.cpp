@@ -40,17 +40,17 @@ TEST(CheckRequest, RefusesLimitsThatGoWithAnotherNaming) {
   RegistrationRequest request;
   request.naming.how = Naming::closeness;
   request.naming.sideTolerance = 0.1;
-  EXPECT_EQ(refusalOf(request), "--side-tolerance goes with --match triangles or auto");
+  EXPECT_EQ(refusalOf(request), "--side-tolerance needs --match triangles or auto");
 }
 
 TEST(CheckRequest, RefusesIterationLimitsOfThePairwiseMethod) {
   RegistrationRequest request;
   request.maxIterations = 5;
-  EXPECT_EQ(refusalOf(request), "--max-iterations goes with --method iterative");
+  EXPECT_EQ(refusalOf(request), "--max-iterations needs --method iterative");
   request.method = RegistrationMethod::iterative;
   EXPECT_EQ(refusalOf(request), "nothing");
   request.maxIterations = 0;
-  EXPECT_EQ(refusalOf(request), "--max-iterations 0: at least 1");
+  EXPECT_EQ(refusalOf(request), "--max-iterations 0: must be at least 1");
 }
 
 TEST(CheckRequest, RefusesAWeightBeyondOneFromAnyFace) {
@@ -62,7 +62,7 @@ TEST(CheckRequest, RefusesAWeightBeyondOneFromAnyFace) {
 TEST(CheckRequest, RefusesAFormatWithoutAFolder) {
   RegistrationRequest request;
   request.outputs.matrixFormat = MatrixFormat::trf;
-  EXPECT_EQ(refusalOf(request), "--matrix-format goes with --matrices FOLDER");
+  EXPECT_EQ(refusalOf(request), "--matrix-format needs --matrices FOLDER");
 }
 
 }  // namespace

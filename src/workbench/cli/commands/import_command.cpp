@@ -39,7 +39,7 @@ ExitStatus runImport(const ImportOptions& options) {
       std::count_if(import.files.begin(), import.files.end(), [](const ImportedFile& file) { return !file.stored; });
   if (left == 0) return ExitStatus::done;
   printError(
-      fmt::format("{} of {} files not taken in: the drawing has their groups already", left, import.files.size()));
+      fmt::format("{} of {} files not imported; the drawing already has their groups", left, import.files.size()));
   return ExitStatus::refused;
 }
 
