@@ -35,10 +35,11 @@ std::vector<std::string> namesOf(const json& result, const std::string& group) {
   return names;
 }
 
-/// The middles of the long walls of a yard, then its corners; the first corner is `off` beside its place, so
-/// that only a tolerance below that can tell the yard from the yard turned about.
+/// The middles of the long walls of a yard, then its corners, each shifted by a part of `off` of its own: a
+/// tolerance well below that tells the yard from the yard turned about.
 std::vector<OdGePoint3d> yard(double off = 0.0) {
-  return {{12, 0, 1}, {12, 14, 1}, {off, 0, 1}, {24, 0, 1}, {24, 14, 1}, {0, 14, 1}};
+  return {{12 + 0.3 * off, 0.9 * off, 1},   {12 - 0.7 * off, 14 + 0.4 * off, 1}, {off, -0.5 * off, 1},
+          {24 + 0.45 * off, 0.75 * off, 1}, {24 - 0.9 * off, 14 - 0.6 * off, 1}, {0.6 * off, 14 - off, 1}};
 }
 
 /// A quarter turn and a shift.
@@ -236,7 +237,7 @@ TEST_F(MatchingCommand, AutoAsksForAThirdNameOffTheLineWhereTwoOnTheAxisAreNamed
   write("A.txt", nxyzLines(names, yard()));
   write("B.txt", nxyzLines(names, turned(yard())));
   const json result = runJson({"register", "--match", "auto", "A.txt", "B.txt"}, 1);
-  EXPECT_EQ(result["outcome"], "not-named");
+  ASSERT_EQ(result["outcome"], "not-named");
   EXPECT_EQ(result["match"]["reasons"][0]["text"],
             "A, B: each fits the others in several ways, each matching 6 points, as the layout is symmetric; the 2 "
             "names shared by the files don't settle which is right: name 1 more in the files, off the line through the "
@@ -247,7 +248,7 @@ TEST_F(MatchingCommand, AutoDoesntTakeNamesThatOneFileAloneHasForAnAnswer) {
   write("A.txt", nxyzLines({"?", "?", "?", "?", "?", "?"}, yard(0.008)));
   write("B.txt", nxyzLines({"M1", "M2", "C1", "C2", "C3", "C4"}, turned(yard(0.008))));
   const json result = runJson({"register", "--match", "auto", "A.txt", "B.txt"}, 1);
-  EXPECT_EQ(result["outcome"], "not-named");
+  ASSERT_EQ(result["outcome"], "not-named");
   EXPECT_EQ(result["match"]["reasons"][0]["key"], "ambiguous");
 }
 

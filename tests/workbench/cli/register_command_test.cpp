@@ -149,9 +149,9 @@ TEST_F(RegisterCommand, ExcludedAndWeightlessPointsAreOutAndSaySo) {
   const ProcessResult result = run({"register", "base.txt", "shifted.txt", "third.txt", "--exclude", "base:P1",
                                     "--weight", "shifted:P2=0", "--exclude", "third"});
   EXPECT_EQ(result.status, 1) << "two points are left in common";
-  EXPECT_THAT(result.out, HasSubstr("  base     excluded                                           P1\n"));
-  EXPECT_THAT(result.out, HasSubstr("  shifted  weight 0                                           P2\n"));
-  EXPECT_THAT(result.out, HasSubstr("  third    excluded                                           P1, P2, P3, P4\n"));
+  EXPECT_THAT(result.out, HasSubstr("  base     excluded                                       P1\n"));
+  EXPECT_THAT(result.out, HasSubstr("  shifted  weight 0                                       P2\n"));
+  EXPECT_THAT(result.out, HasSubstr("  third    excluded                                       P1, P2, P3, P4\n"));
 }
 
 TEST_F(RegisterCommand, AFileOfWeightsCountsAndTheOptionGoesOverIt) {
@@ -203,7 +203,7 @@ TEST_F(RegisterCommand, ABaseThatSharesTooLittleIsntLeftOutInSilence) {
   EXPECT_EQ(result.err,
             "tiepoint: not registered: the base shares fewer than 3 points with the other groups; choose another base "
             "or none\n");
-  EXPECT_THAT(result.out, HasSubstr("leave out --base to have that"));
+  EXPECT_THAT(result.out, HasSubstr("in a system of their own, leave out --base."));
 }
 
 TEST_F(RegisterCommand, AStationThatIsLeftOutIsWarnedOf) {
@@ -336,7 +336,7 @@ TEST_F(RegisterClouds, AFolderThatCantBeMadeIsNamed) {
   write("out", "a file");
   const ProcessResult result = run(with({"base.txt", "shifted.txt"}));
   EXPECT_EQ(result.status, 3);
-  EXPECT_THAT(result.err, HasSubstr("tiepoint: --moved out: the folder can't be made"));
+  EXPECT_THAT(result.err, HasSubstr("tiepoint: --moved out: the folder can't be created"));
 }
 
 TEST_F(RegisterClouds, WhatFailsAtTheEndLeavesTheDrawingAsItWas) {

@@ -162,7 +162,7 @@ TEST_F(ResultFilesOfRegister, AFolderThatCantBeMadeIsNamed) {
   write("out", "a file");
   for (const char* format : {"plain", "4x4", "trf"}) {
     EXPECT_THAT(refusal(withBase({"--matrices", "out", "--matrix-format", format}), 3),
-                StartsWith("tiepoint: --matrices out: the folder can't be made"))
+                StartsWith("tiepoint: --matrices out: the folder can't be created"))
         << format;
   }
 }
