@@ -175,7 +175,7 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   app.add_flag("--force", options.force, "replace existing files; move clouds again");
   app.add_flag("--all-points", options.allPoints,
                "print tables in full; default: only the worst rows of more than 200");
-  app.add_flag("--axes", options.axes, "also print each residual along x, y and z of the common system");
+  app.add_flag("--axes", options.axes, "also show each discrepancy along x, y and z of the common system");
   addText(app, "--unit", options.unit, "UNIT", "unit of the files, m or mm; residuals are then printed in mm");
   addPrintOptions(app, options.json, options.quiet);
 }

@@ -140,7 +140,7 @@ std::string protocolText(const Registration& registration, const LengthFormat& l
                     plural(figures.count, "point"), plural(registered.protocol->stations, "station"));
     text += wrapped(line, textWidth, 2) + "\n";
   } else if (registered.discrepancies) {
-    text += "For the protocol: nothing; the iterations haven't converged\n";
+    text += "For the protocol: no figures, as the iterations haven't converged\n";
   }
   if (registered.atBase) {
     text += fmt::format("RMS at the base: {} {} over {}\n", lengths.residual(registered.atBase->value), unit,

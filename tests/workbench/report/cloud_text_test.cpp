@@ -32,7 +32,7 @@ TEST(CloudMovesText, SaysWhatBecameOfEachCloud) {
             "  S1     stays: its group is the base       S1.xyz\n"
             "  S2     stays: --apply moves the clouds    S2.xyz\n"
             "  S3     stays: its group isn't registered  S3.xyz\n"
-            "  crane  stays: no group bears its name     crane.xyz\n");
+            "  crane  stays: no group has its name       crane.xyz\n");
 }
 
 TEST(CloudMovesText, HasTheMatrixOfACloudThatMoved) {
@@ -43,7 +43,7 @@ TEST(CloudMovesText, HasTheMatrixOfACloudThatMoved) {
             "  S2  moved                              S2.xyz\n"
             "  S3  stays: its group isn't registered  S3.xyz\n"
             "\n"
-            "S2: from its file to the common system, row after row\n"
+            "S2: from its file to the common system, row by row\n"
             "  1  0  0    0\n"
             "  0  1  0  2.5\n"
             "  0  0  1    0\n"
@@ -61,7 +61,7 @@ TEST(CloudMovesText, CountsWhatWasCopied) {
             "  S2  stays: its group is the base  S2.xyz\n"
             "\n"
             "S1: 12 points written to moved/S1.xyz\n"
-            "S2: 7 points written to moved/S2.xyz, 3 other lines copied as they stand\n");
+            "S2: 7 points written to moved/S2.xyz, 3 other lines copied unchanged\n");
 }
 
 TEST(CloudMovesText, KeepsNamesFromSteeringTheTerminal) {

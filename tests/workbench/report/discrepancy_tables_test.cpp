@@ -152,7 +152,7 @@ TEST(ProtocolText, QuotesNothingOfIterationsThatHaventConverged) {
   Registration registration = twoStations();
   registeredOf(registration).protocol.reset();
   registeredOf(registration).atBase.reset();
-  EXPECT_EQ(protocolText(registration, metres), "For the protocol: nothing; the iterations haven't converged\n");
+  EXPECT_EQ(protocolText(registration, metres), "For the protocol: no figures, as the iterations haven't converged\n");
 }
 
 TEST(ProtocolText, IsEmptyWithoutDiscrepancies) {

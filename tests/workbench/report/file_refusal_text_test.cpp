@@ -91,13 +91,13 @@ TEST(FileRefusalText, OfACloudsFileIsTheCause) {
 TEST(FileRefusalText, OfAFolderThatThereIsnt) {
   Refusal refusal = ofTarget(RefusalKind::noFolder, Field::report, "there/out.html");
   refusal.other = "there";
-  EXPECT_EQ(textOf(refusal), "--report there/out.html: there is no folder there; make it first");
+  EXPECT_EQ(textOf(refusal), "--report there/out.html: there is no folder there; create it first");
 }
 
 TEST(FileRefusalText, OfAFolderThatCantBeMade) {
   Refusal refusal = ofTarget(RefusalKind::folderNotMade, Field::matrices, "/proc/m");
   refusal.cause = "No such file or directory";
-  EXPECT_EQ(textOf(refusal), "--matrices /proc/m: the folder can't be made: No such file or directory");
+  EXPECT_EQ(textOf(refusal), "--matrices /proc/m: the folder can't be created: No such file or directory");
 }
 
 TEST(FileRefusalText, OfATargetThatIsAFolder) {
@@ -106,37 +106,37 @@ TEST(FileRefusalText, OfATargetThatIsAFolder) {
 
 TEST(FileRefusalText, OfATargetThatIsADevice) {
   EXPECT_EQ(textOf(ofTarget(RefusalKind::targetNotOrdinary, Field::report, "/dev/null")),
-            "--report: /dev/null: this is no ordinary file; choose another place");
+            "--report: /dev/null: not an ordinary file; choose another path");
 }
 
 TEST(FileRefusalText, OfATargetThatIsRead) {
   EXPECT_EQ(textOf(ofTarget(RefusalKind::targetIsRead, Field::transforms, "S1.txt")),
-            "--transforms: S1.txt: this command reads it; choose another place");
+            "--transforms: S1.txt: this command reads that file; choose another path");
 }
 
 TEST(FileRefusalText, OfATargetThatExists) {
-  EXPECT_EQ(textOf(ofTarget(RefusalKind::targetExists)), "--report: out.html exists; --force replaces it");
+  EXPECT_EQ(textOf(ofTarget(RefusalKind::targetExists)), "--report: out.html: the file exists; --force replaces it");
 }
 
 TEST(FileRefusalText, OfAFileInTheFolderThatWasGiven) {
   Refusal refusal = ofTarget(RefusalKind::targetExists, Field::matrices, "out");
   refusal.name = "out/S1.txt";
-  EXPECT_EQ(textOf(refusal), "--matrices out: out/S1.txt exists; --force replaces it");
+  EXPECT_EQ(textOf(refusal), "--matrices out: out/S1.txt: the file exists; --force replaces it");
 }
 
 TEST(FileRefusalText, OfTwoOptionsThatWriteOneFile) {
   Refusal refusal = ofTarget(RefusalKind::sameTarget);
   refusal.otherField = Field::transforms;
-  EXPECT_EQ(textOf(refusal), "--report and --transforms both write out.html; name two files");
+  EXPECT_EQ(textOf(refusal), "--report and --transforms: both would write out.html; give them different files");
 }
 
 TEST(FileRefusalText, OfNamesThatNoFileCanHave) {
   Refusal refusal = ofTarget(RefusalKind::nameNotPortable, Field::commonPoints, "CON");
   refusal.name = "CON.txt";
-  EXPECT_EQ(textOf(refusal), "--common-points CON: \"CON.txt\" isn't a file name that every system takes");
+  EXPECT_EQ(textOf(refusal), "--common-points CON: \"CON.txt\" isn't a valid file name on every system");
   refusal = ofTarget(RefusalKind::groupNotPortable, Field::matrices, "out");
   refusal.name = "S1?";
-  EXPECT_EQ(textOf(refusal), "--matrices out: no file can be named after the group S1?; rename it");
+  EXPECT_EQ(textOf(refusal), "--matrices out: no file can be named after the group S1?; rename the group");
 }
 
 TEST(FileRefusalText, OfCopiesOfOneName) {
@@ -153,11 +153,11 @@ TEST(FileRefusalText, OfAFileThatCouldntBeWritten) {
 TEST(FileRefusalText, OfWhatTheModuleHasntWrittenWhole) {
   EXPECT_EQ(textOf(ofTarget(RefusalKind::commonPointsNotOpened)), "out.html: the common points can't be written");
   EXPECT_EQ(textOf(ofTarget(RefusalKind::commonPointsCutShort)),
-            "out.html: the common points can't be written to their end; is the disk full?");
+            "out.html: the common points can't be written completely; is the disk full?");
   EXPECT_EQ(textOf(ofTarget(RefusalKind::matrixCutShort)),
-            "out.html: the module hasn't written this matrix, or not to its end; is the disk full?");
+            "out.html: the module didn't write this matrix, or not completely; is the disk full?");
   EXPECT_EQ(textOf(ofTarget(RefusalKind::reportCutShort)),
-            "out.html: the module hasn't written this report, or not to its end; is the disk full?");
+            "out.html: the module didn't write this report, or not completely; is the disk full?");
 }
 
 TEST(FileRefusalText, OfTheFolderForTemporaryFiles) {

@@ -73,46 +73,48 @@ TEST(FindingText, OfAClusterThatIsKept) {
 
 TEST(FindingText, OfAClusterThatNeedntBeKept) {
   EXPECT_EQ(findingText({FindingKind::clusterNotNeeded}),
-            "the groups hang together as they are; --keep-cluster changed nothing");
+            "the groups are connected as they are; --keep-cluster changed nothing");
 }
 
 TEST(FindingText, OfGroupsThatArentConnected) {
   Finding apart{FindingKind::notConnected};
   apart.components = {{"S1", "S2"}, {"S3"}};
   EXPECT_EQ(findingText(apart),
-            "the groups don't hang together: S1, S2 | S3; the iterative method goes on, but how these parts lie to one "
-            "another rests on fewer than 3 common names");
+            "the groups aren't connected: S1, S2 | S3; the iterative method goes on, but these sets share fewer than 3 "
+            "names with one another, so how they lie to one another means little");
 }
 
 TEST(FindingText, OfABaseThatTakesNoPart) {
   EXPECT_EQ(findingText(ofGroups(FindingKind::baseTakesNoPart, {"S1"})),
-            "S1 takes no part as a base; see the points that are out");
+            "S1 isn't used as a base; see the points not used");
 }
 
 TEST(FindingText, OfAGroupThatIsntRegistered) {
   EXPECT_EQ(findingText(ofGroups(FindingKind::groupNotRegistered, {"S8"})),
-            "S8 isn't registered; see the points that are out");
+            "S8 isn't registered; see the points not used");
 }
 
 TEST(FindingText, OfNamesThatAGroupHasTwice) {
   Finding twice = ofGroups(FindingKind::nameTwice, {"S1"});
   twice.points = {"T1", "T2", "T3", "T4", "T5", "T6", "T7"};
   EXPECT_EQ(findingText(twice),
-            "S1 has T1, T2, T3, T4, T5 and 2 more more than once; the last of a name is what is fitted: take the "
-            "others out of the file");
+            "S1 has T1, T2, T3, T4, T5 and 2 more more than once; only the last point of each name is used in the fit: "
+            "remove the others from the file");
 }
 
 TEST(FindingText, OfPointsOnOneLine) {
   EXPECT_EQ(findingText(ofGroups(FindingKind::pointsOnOneLine, {"S5"})),
-            "the points in use of S5 lie on one line: nothing holds its rotation about that line");
+            "the points of S5 in use lie on one line, so its rotation about that line is undetermined");
 }
 
 TEST(FindingText, OfWeightsOutsideTheirRange) {
   Finding odd = ofGroups(FindingKind::oddWeights, {"S5"});
   odd.count = 1;
-  EXPECT_EQ(findingText(odd), "1 point in use of S5 has a weight outside 0 to 1; one below 0 takes part in no fit");
+  EXPECT_EQ(findingText(odd),
+            "S5: 1 point in use has a weight outside 0 to 1; a point with a weight below 0 takes part in no fit");
   odd.count = 3;
-  EXPECT_EQ(findingText(odd), "3 points in use of S5 have a weight outside 0 to 1; one below 0 takes part in no fit");
+  EXPECT_EQ(findingText(odd),
+            "S5: 3 points in use have a weight outside 0 to 1; a point with a weight below 0 takes part in no fit");
 }
 
 TEST(FindingText, OfAnotherUnit) {
@@ -120,35 +122,35 @@ TEST(FindingText, OfAnotherUnit) {
   unit.count = 1;
   unit.value = 3.28084;
   EXPECT_EQ(findingText(unit),
-            "the targets that S1 and S2 share lie 3.28 times as far apart in S2; are both files in the same unit?");
+            "the targets that S1 and S2 share are 3.28 times as far apart in S2; are both files in the same unit?");
   unit.count = 0;
   unit.value = 1000.4;
   EXPECT_EQ(findingText(unit),
-            "the targets that S1 and S2 share lie 1000 times as far apart in S1; are both files in the same unit?");
+            "the targets that S1 and S2 share are 1000 times as far apart in S1; are both files in the same unit?");
 }
 
 TEST(FindingText, OfMirrorImages) {
   EXPECT_EQ(findingText(ofGroups(FindingKind::mirrorImages, {"S1", "S2"})),
-            "S1 and S2 fit only as mirror images; are two columns of one of the files exchanged?");
+            "S1 and S2 fit only as mirror images; are two columns swapped in one of the files?");
 }
 
 // --- The iterative method.
 
 TEST(FindingText, OfIterationsWhoseEndIsntKnown) {
   EXPECT_EQ(findingText({FindingKind::courseUnknown}),
-            "the report doesn't tell how the iterations ended; whether they converged isn't known");
+            "the report doesn't say how the iterations ended, so it isn't known whether they converged");
 }
 
 TEST(FindingText, OfIterationsThatHaventConverged) {
   Finding ended{FindingKind::notConverged};
   ended.count = 100;
   EXPECT_EQ(findingText(ended),
-            "not converged: the limit of 100 iterations ended the run; see the summary, raise --max-iterations, or "
-            "take the pairwise method");
+            "not converged: stopped by the limit of 100 iterations; see the summary, raise --max-iterations, or use "
+            "the pairwise method");
 }
 
 TEST(FindingText, OfAFindingWithoutAGroupStillReads) {
-  EXPECT_EQ(findingText({FindingKind::groupNotRegistered}), " isn't registered; see the points that are out");
+  EXPECT_EQ(findingText({FindingKind::groupNotRegistered}), " isn't registered; see the points not used");
 }
 
 }  // namespace

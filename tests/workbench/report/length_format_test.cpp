@@ -26,6 +26,24 @@ TEST(LengthFormat, MillimetresStay) {
   EXPECT_EQ(lengths.position(1.5), "1.500");
 }
 
+TEST(LengthFormat, TellsHowManyUnitsOfResidualsALengthHas) {
+  EXPECT_EQ(LengthFormat(Unit::metre).residualsPerLength(), 1000.0);
+  EXPECT_EQ(LengthFormat(Unit::millimetre).residualsPerLength(), 1.0);
+  EXPECT_EQ(LengthFormat(Unit::unknown).residualsPerLength(), 1.0);
+}
+
+TEST(LengthFormat, MillimetresAreNamed) {
+  EXPECT_STREQ(LengthFormat(Unit::millimetre).positionUnit(), "mm");
+  EXPECT_STREQ(LengthFormat(Unit::millimetre).residualUnit(), "mm");
+  EXPECT_STREQ(LengthFormat(Unit::unknown).positionUnit(), "drawing units");
+}
+
+TEST(LengthFormat, ResidualsKeepTheirSign) {
+  EXPECT_EQ(LengthFormat(Unit::metre).residual(-0.0016), "-1.600");
+  EXPECT_EQ(LengthFormat(Unit::metre).residual(-1e-9), "0.000");
+  EXPECT_EQ(LengthFormat(Unit::unknown).residual(-0.0000015), "-0.000002");
+}
+
 TEST(LengthFormat, AZeroHasNoSign) { EXPECT_EQ(LengthFormat(Unit::unknown).position(-1e-9), "0.000000"); }
 
 TEST(LengthFormat, WhatIsNoNumberIsPrintedAsSuch) {

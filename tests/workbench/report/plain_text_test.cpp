@@ -22,6 +22,33 @@ TEST(Joined, WhatIsLeftOutIsCounted) {
   EXPECT_EQ(joined({}), "");
 }
 
+TEST(Joined, TakesTwelveUnlessToldOtherwise) {
+  const std::vector<std::string> thirteen(13, "x");
+  EXPECT_EQ(joined(thirteen), "x, x, x, x, x, x, x, x, x, x, x, x and 1 more");
+}
+
+TEST(JoinedWithin, TakesAsManyAsFit) {
+  EXPECT_EQ(joinedWithin({"T01", "T02", "T03"}, 13), "T01, T02, T03");
+  EXPECT_EQ(joinedWithin({"T01", "T02", "T03", "T04"}, 15), "T01 and 3 more");
+  EXPECT_EQ(joinedWithin({"T01", "T02", "T03", "T04", "T05"}, 19), "T01, T02 and 3 more");
+}
+
+TEST(JoinedWithin, TakesTwelveAtMost) {
+  EXPECT_EQ(joinedWithin(std::vector<std::string>(13, "x"), 1000), "x, x, x, x, x, x, x, x, x, x, x, x and 1 more");
+}
+
+TEST(JoinedWithin, TakesOneHoweverNarrowItIs) {
+  EXPECT_EQ(joinedWithin({"a long name", "another"}, 0), "a long name and 1 more");
+}
+
+TEST(JoinedWithin, CountsCharactersNotBytes) { EXPECT_EQ(joinedWithin({"Цех1", "Цех2"}, 10), "Цех1, Цех2"); }
+
+TEST(Plural, HasAnSUnlessThereIsOne) {
+  EXPECT_EQ(plural(0, "point"), "0 points");
+  EXPECT_EQ(plural(1, "point"), "1 point");
+  EXPECT_EQ(plural(2, "point"), "2 points");
+}
+
 TEST(Wrapped, BreaksAtBlanksAndIndentsAllButTheFirstLine) {
   EXPECT_EQ(wrapped("one two three", 80, 2), "one two three");
   EXPECT_EQ(wrapped("one two three", 8, 2), "one two\n  three");

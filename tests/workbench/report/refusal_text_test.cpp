@@ -15,7 +15,7 @@ Refusal refusal(RefusalKind kind, Field field = Field::none, std::string given =
 // --- The request as a whole.
 
 TEST(RefusalText, OfAnEmptyPath) {
-  EXPECT_EQ(refusalText(refusal(RefusalKind::emptyPath)), "a file's name is empty; is a variable of the shell unset?");
+  EXPECT_EQ(refusalText(refusal(RefusalKind::emptyPath)), "a file name is empty; is a shell variable unset?");
 }
 
 TEST(RefusalText, OfNothingToRegister) {
@@ -25,12 +25,12 @@ TEST(RefusalText, OfNothingToRegister) {
 
 TEST(RefusalText, OfAnEmptyDrawing) {
   EXPECT_EQ(refusalText(refusal(RefusalKind::drawingEmpty)),
-            "the drawing holds no reference points; name files to take in");
+            "the drawing holds no reference points; name files to import");
 }
 
 TEST(RefusalText, OfAClusterOfTheIterativeMethod) {
   EXPECT_EQ(refusalText(refusal(RefusalKind::keepClusterNeedsPairwise)),
-            "--keep-cluster goes with --method pairwise; the iterative method takes all groups: leave some out with "
+            "--keep-cluster needs --method pairwise; the iterative method registers all groups: leave some out with "
             "--exclude GROUP");
 }
 
@@ -39,12 +39,13 @@ TEST(RefusalText, OfLimitsOfTheProfile) {
   limits.count = 0;
   limits.value = 0.001;
   EXPECT_EQ(refusalText(limits),
-            "the profile's limits are 0 iterations and a criterion of 0.001; both must be above 0 (--max-iterations "
-            "and --convergence go over them)");
+            "the profile limits the run to 0 iterations and a criterion of 0.001; both must be above 0 "
+            "(--max-iterations and --convergence override them)");
 }
 
 TEST(RefusalText, OfMovedCloudsThatArentMoved) {
-  EXPECT_EQ(refusalText(refusal(RefusalKind::movedNeedsApply)), "--moved writes moved clouds, so it needs --apply");
+  EXPECT_EQ(refusalText(refusal(RefusalKind::movedNeedsApply)),
+            "--moved needs --apply: it writes the clouds that were moved");
 }
 
 // --- What there isn't.
@@ -84,28 +85,28 @@ TEST(RefusalText, OfAFieldThatGoesWithAnother) {
     made.otherField = other;
     return refusalText(made);
   };
-  EXPECT_EQ(goesWith(Field::sideTolerance, Field::naming), "--side-tolerance goes with --match triangles or auto");
-  EXPECT_EQ(goesWith(Field::minSideDifference, Field::naming),
-            "--min-side-difference goes with --match triangles or auto");
-  EXPECT_EQ(goesWith(Field::closeness, Field::naming), "--tolerance goes with --match distance or auto");
-  EXPECT_EQ(goesWith(Field::namingLimit, Field::naming), "--match-limit goes with --match auto");
-  EXPECT_EQ(goesWith(Field::matrixFormat, Field::matrices), "--matrix-format goes with --matrices FOLDER");
-  EXPECT_EQ(goesWith(Field::reportKind, Field::report), "--report-kind goes with --report FILE");
-  EXPECT_EQ(goesWith(Field::maxIterations, Field::method), "--max-iterations goes with --method iterative");
+  EXPECT_EQ(goesWith(Field::sideTolerance, Field::naming), "--side-tolerance needs --match triangles or auto");
+  EXPECT_EQ(goesWith(Field::minSideDifference, Field::naming), "--min-side-difference needs --match triangles or auto");
+  EXPECT_EQ(goesWith(Field::closeness, Field::naming), "--tolerance needs --match distance or auto");
+  EXPECT_EQ(goesWith(Field::namingLimit, Field::naming), "--match-limit needs --match auto");
+  EXPECT_EQ(goesWith(Field::matrixFormat, Field::matrices), "--matrix-format needs --matrices FOLDER");
+  EXPECT_EQ(goesWith(Field::reportKind, Field::report), "--report-kind needs --report FILE");
+  EXPECT_EQ(goesWith(Field::maxIterations, Field::method), "--max-iterations needs --method iterative");
 }
 
 TEST(RefusalText, OfALength) {
   Refusal length = refusal(RefusalKind::notALength, Field::sideTolerance);
   length.value = -0.5;
-  EXPECT_EQ(refusalText(length), "--side-tolerance -0.5: a length of at least 0, in drawing units");
+  EXPECT_EQ(refusalText(length), "--side-tolerance -0.5: must be a length of at least 0, in drawing units");
   length.kind = RefusalKind::notAboveZero;
   length.field = Field::convergence;
   length.value = 0.0;
-  EXPECT_EQ(refusalText(length), "--convergence 0: a length above 0, in drawing units");
+  EXPECT_EQ(refusalText(length), "--convergence 0: must be a length above 0, in drawing units");
 }
 
 TEST(RefusalText, OfNoIterations) {
-  EXPECT_EQ(refusalText(refusal(RefusalKind::notAboveZero, Field::maxIterations)), "--max-iterations 0: at least 1");
+  EXPECT_EQ(refusalText(refusal(RefusalKind::notAboveZero, Field::maxIterations)),
+            "--max-iterations 0: must be at least 1");
 }
 
 TEST(RefusalText, OfAClusterThatThereIsnt) {
@@ -113,19 +114,19 @@ TEST(RefusalText, OfAClusterThatThereIsnt) {
   cluster.count = 2;
   EXPECT_EQ(refusalText(cluster), "--keep-cluster 7: the clusters are 0 to 2");
   cluster.kind = RefusalKind::noClusters;
-  EXPECT_EQ(refusalText(cluster), "--keep-cluster 7: no groups hang together");
+  EXPECT_EQ(refusalText(cluster), "--keep-cluster 7: no two groups are connected");
 }
 
 TEST(RefusalText, OfTwoFilesOfOneGroup) {
   Refusal twice = refusal(RefusalKind::groupTwice, Field::files, "a/S1.txt");
   twice.other = "b/S1.txt";
   twice.name = "S1";
-  EXPECT_EQ(refusalText(twice), "a/S1.txt and b/S1.txt both give the group \"S1\"; rename one of them");
+  EXPECT_EQ(refusalText(twice), "a/S1.txt and b/S1.txt: both become the group \"S1\"; rename one of them");
 }
 
 TEST(RefusalText, OfACloudThatIsNamedTwice) {
   EXPECT_EQ(refusalText(refusal(RefusalKind::cloudTwice, Field::cloud, "S1=a.xyz")),
-            "--cloud S1=a.xyz: the cloud is named twice");
+            "--cloud S1=a.xyz: this cloud is given twice");
 }
 
 // --- What the data don't allow.
@@ -135,33 +136,34 @@ TEST(RefusalText, OfACoordinateThatIsntFinite) {
   infinite.name = "S4";
   infinite.point = "T1";
   EXPECT_EQ(refusalText(infinite),
-            "point T1 of S4 has a coordinate that isn't a finite number; correct it, or leave it out: --exclude S4:T1");
+            "point T1 of S4 has a coordinate that isn't a finite number; correct it, or leave the point out with "
+            "--exclude S4:T1");
 }
 
 TEST(RefusalText, OfATransformationThatIsntRigid) {
   Refusal bent = refusal(RefusalKind::notRigid);
   bent.name = "S4";
-  EXPECT_EQ(refusalText(bent), "the transformation of S4 is no rigid motion; are its coordinates far too large?");
+  EXPECT_EQ(refusalText(bent), "the transformation of S4 isn't a rigid motion; are its coordinates far too large?");
 }
 
 TEST(RefusalText, OfANameToStoreUnder) {
   EXPECT_EQ(refusalText(refusal(RefusalKind::storeNameTaken, Field::store, "all")),
-            "--store all: the drawing has a group of this name already; choose another");
+            "--store all: the drawing already has a group of this name; choose another");
   EXPECT_EQ(refusalText(refusal(RefusalKind::storeNameForbidden, Field::store, "a/b")),
-            "--store a/b: no group may be called so (none of <>/\\*|?:\". and no device's name)");
+            "--store a/b: a group can't have this name (none of <>/\\*|?:\". and no device name)");
 }
 
 TEST(RefusalText, OfACloudThatIsThereAlready) {
   Refusal taken = refusal(RefusalKind::cloudTaken);
   taken.name = "S1";
   taken.other = "old.xyz";
-  EXPECT_EQ(refusalText(taken), "the drawing has a cloud S1 already, from old.xyz");
+  EXPECT_EQ(refusalText(taken), "the drawing already has a cloud S1, from old.xyz");
 }
 
 TEST(RefusalText, OfACloudThatWasMovedBefore) {
   Refusal moved = refusal(RefusalKind::cloudMovedBefore);
   moved.name = "S1";
-  EXPECT_EQ(refusalText(moved), "cloud S1 was moved before; applying again would move it once more (--force does)");
+  EXPECT_EQ(refusalText(moved), "cloud S1 was moved before; --force moves it again");
 }
 
 TEST(RefusalText, OfWorkThatWasCancelled) { EXPECT_EQ(refusalText(refusal(RefusalKind::cancelled)), "cancelled"); }

@@ -25,30 +25,30 @@ TEST(RefusedText, ListsTheClustersAndWhatTheyShare) {
   registration.links.components = {{0, {0, 1}}, {1, {2}}, {std::nullopt, {3}}};
   registration.links.links = {{0, 1, {"T1", "T2"}}, {1, 2, {"T5"}}};
   EXPECT_EQ(refusedText(registration),
-            "Not registered: the groups don't hang together. Two link when they share 3 names, and linked ones count "
-            "as one.\n"
-            "  cluster 0  S0, S1\n"
-            "  cluster 1  S2\n"
-            "  in none    S3\n"
+            "Not registered: the groups aren't connected. Two groups are linked when they share 3 names;\n"
+            "linked groups count as one.\n"
+            "  cluster 0      S0, S1\n"
+            "  cluster 1      S2\n"
+            "  in no cluster  S3\n"
             "\n"
-            "What they share\n"
+            "Shared names\n"
             "  cluster 0 (S0, S1) and cluster 1 (S2)  2 common names (T1, T2)  1 more needed\n"
             "  cluster 1 (S2) and S3                  1 common name (T5)       2 more needed\n"
             "\n"
-            "To go on with one cluster alone: --keep-cluster NUMBER\n");
-  EXPECT_EQ(whyNotRegistered(registration), "the groups don't hang together; the summary tells what they lack");
+            "To go on with one cluster only: --keep-cluster NUMBER\n");
+  EXPECT_EQ(whyNotRegistered(registration), "the groups aren't connected; see the summary for what is missing");
 }
 
 TEST(RefusedText, SaysThatNothingIsShared) {
   Registration registration = apart(2);
   registration.links.components = {{std::nullopt, {0}}, {std::nullopt, {1}}};
   EXPECT_EQ(refusedText(registration),
-            "Not registered: the groups don't hang together. Two link when they share 3 names, and linked ones count "
-            "as one.\n"
-            "  in none  S0\n"
-            "  in none  S1\n"
+            "Not registered: the groups aren't connected. Two groups are linked when they share 3 names;\n"
+            "linked groups count as one.\n"
+            "  in no cluster  S0\n"
+            "  in no cluster  S1\n"
             "\n"
-            "What they share\n"
+            "Shared names\n"
             "  No two of them share a name.\n");
 }
 
@@ -61,30 +61,31 @@ TEST(RefusedText, LacksNoNamesWhereThreeAreShared) {
 
 TEST(RefusedText, SaysThatNoPointCouldTakePart) {
   Registration registration = apart(2);
-  EXPECT_EQ(refusedText(registration), "Not registered: no group has a point that could take part.\n");
-  EXPECT_EQ(whyNotRegistered(registration), "no group has a point that could take part; the summary tells why");
+  EXPECT_EQ(refusedText(registration), "Not registered: no group has a usable point.\n");
+  EXPECT_EQ(whyNotRegistered(registration), "no group has a usable point; see the summary");
 }
 
 TEST(RefusedText, SaysHowPointsWithoutNamesGetThem) {
   Registration registration = apart(2);
   for (PointOutcome& point : registration.points) point.named = false;
-  EXPECT_EQ(whyNotRegistered(registration), "no point has a name; --match auto finds names");
+  EXPECT_EQ(whyNotRegistered(registration), "no point has a name; --match auto searches for names");
   registration.naming.emplace();
-  EXPECT_EQ(whyNotRegistered(registration), "no point could be named; the summary tells why");
+  EXPECT_EQ(whyNotRegistered(registration), "no point could be named; see the summary");
 }
 
 TEST(RefusedText, SaysThatAGroupIsAlone) {
   Registration registration = apart(1);
   registration.links.components = {{std::nullopt, {0}}};
-  EXPECT_EQ(refusedText(registration), "Not registered: S0 is alone; there is no second group to join it with.\n");
-  EXPECT_EQ(whyNotRegistered(registration), "there is one group alone; add a second to join it with");
+  EXPECT_EQ(refusedText(registration), "Not registered: there is only one group, S0, and nothing to join it with.\n");
+  EXPECT_EQ(whyNotRegistered(registration), "there is only one group; add a second one");
 }
 
 TEST(RefusedText, SaysThatAllGroupsAreBases) {
   Registration registration = apart(2);
   registration.links.components = {{std::nullopt, {0, 1}}};
-  EXPECT_EQ(refusedText(registration), "Not registered: S0, S1 are bases; there is no group to join to them.\n");
-  EXPECT_EQ(whyNotRegistered(registration), "all groups are bases; leave one --base out, or add a group that is none");
+  EXPECT_EQ(refusedText(registration),
+            "Not registered: all groups (S0, S1) are bases; there is none left to join to them.\n");
+  EXPECT_EQ(whyNotRegistered(registration), "all groups are bases; leave out one --base, or add another group");
 }
 
 TEST(RefusedText, SaysThatTheBaseIsntShared) {
@@ -92,17 +93,17 @@ TEST(RefusedText, SaysThatTheBaseIsntShared) {
   registration.groups[0].inBase = true;
   registration.outcome = BaseNotShared();
   EXPECT_EQ(refusedText(registration),
-            "Not registered: of the base (S0) fewer than 3 points are shared with the other groups. Without it\n"
-            "they would lie in a system of their own; leave out --base to have that.\n");
+            "Not registered: the base (S0) shares fewer than 3 points with the other groups. To register them\n"
+            "without it, in a system of their own, leave out --base.\n");
   EXPECT_EQ(whyNotRegistered(registration),
-            "the base shares fewer than 3 points with the others; choose another base or none");
+            "the base shares fewer than 3 points with the other groups; choose another base or none");
 }
 
 TEST(RefusedText, SaysThatNamesArentCertain) {
   Registration registration = apart(2);
   registration.outcome = NotNamed();
-  EXPECT_EQ(refusedText(registration), "Not registered: the points can't be named so that it is certain.\n");
-  EXPECT_EQ(whyNotRegistered(registration), "the points can't be named so that it is certain; the summary tells why");
+  EXPECT_EQ(refusedText(registration), "Not registered: the points can't be named with certainty.\n");
+  EXPECT_EQ(whyNotRegistered(registration), "the points can't be named with certainty; see the summary");
 }
 
 TEST(RefusedText, KeepsNamesFromSteeringTheTerminal) {

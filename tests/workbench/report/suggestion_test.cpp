@@ -26,6 +26,33 @@ TEST(Suggestion, ASlipOfTheKeysIsAnsweredWithTheName) {
   EXPECT_EQ(suggestion("refrence", {"hall", "reference"}), "; did you mean \"reference\"?");
 }
 
+TEST(NearestName, IsTheFirstOfThoseThatAreAsNear) {
+  EXPECT_EQ(nearestName("S3", {"S1", "S2"}), "S1");
+  EXPECT_EQ(nearestName("S22", {"S1", "S2"}), "S2");
+}
+
+TEST(NearestName, OfAShortNameMayBeTwoBytesOff) {
+  EXPECT_EQ(nearestName("wset", {"west"}), "west");
+  EXPECT_FALSE(nearestName("wxyz", {"west"}));
+}
+
+TEST(NearestName, OfALongNameMayBeAThirdOff) {
+  EXPECT_EQ(nearestName("north tower 1", {"north town 24"}), "north town 24");
+  EXPECT_FALSE(nearestName("north tower", {"west hall 24"}));
+}
+
+TEST(NearestName, KeepsSomethingOfTheName) {
+  EXPECT_FALSE(nearestName("S1", {"T2"})) << "two bytes off is another name";
+  EXPECT_FALSE(nearestName("", {"S1"}));
+}
+
+TEST(NearestName, IsNoneOfNone) { EXPECT_FALSE(nearestName("S1", {})); }
+
+TEST(Suggestion, TenNamesAreListedInFull) {
+  EXPECT_EQ(suggestion("north", {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"}),
+            "; there are: 1, 2, 3, 4, 5, 6, 7, 8, 9, 10");
+}
+
 TEST(Suggestion, ADifferentWordIsAnsweredWithTheList) {
   EXPECT_EQ(suggestion("north", {"S1", "S2"}), "; there are: S1, S2");
 }

@@ -104,7 +104,7 @@ TEST(RegisteredContent, DrawsNoResidualThatIsRounding) {
   registration.points[1].discrepancy = 4e-7;
   const picture::Content content = contentOf(registration);
   EXPECT_TRUE(content.residuals.empty());
-  EXPECT_EQ(content.remarks.at(0), "No residual is large enough to be told.");
+  EXPECT_EQ(content.remarks.at(0), "All residuals are zero at this precision.");
 }
 
 TEST(RegisteredContent, TellsTheLargestResidual) {
@@ -122,7 +122,7 @@ TEST(RegisteredContent, TellsThePointThatStandsOutBesideItsArrowToo) {
 TEST(RegisteredContent, SaysNothingOfResidualsWhereThereAreNone) {
   Registration registration = twoStations();
   registration.outcome = Registered();
-  EXPECT_EQ(contentOf(registration).remarks, (Remarks{"No triangle for Base, A: the origins lie far off."}));
+  EXPECT_EQ(contentOf(registration).remarks, (Remarks{"No triangle for Base, A: the origin is far from the points."}));
 }
 
 TEST(RegisteredContent, NamesTheGroupsThatArentRegistered) {
@@ -141,7 +141,7 @@ TEST(RegisteredContent, HasATriangleAtTheOriginOfAStationThatStandsAmongItsPoint
   EXPECT_EQ(content.stations[0].color, 3);
   EXPECT_EQ(content.stations[0].position, OdGePoint3d(10, -2.5, 0.125));
   EXPECT_EQ(content.remarks.at(1), "Triangles: stations, each at its system's origin.");
-  EXPECT_EQ(content.remarks.at(2), "No triangle for Base: the origins lie far off.");
+  EXPECT_EQ(content.remarks.at(2), "No triangle for Base: the origin is far from the points.");
 }
 
 TEST(RegisteredContent, HasATriangleOfTheBaseAtTheOrigin) {
@@ -156,7 +156,7 @@ TEST(StoredContent, SaysThatNothingIsRegistered) {
   const picture::Content content =
       storedContent(builder.state, {{0, {5, 2}}, {1, {3, 1}}}, "/surveys/hall.tiepoint", metres);
   EXPECT_EQ(content.title, "hall.tiepoint");
-  EXPECT_EQ(content.subtitle, "3 points in 3 groups, not registered: each group in a system of its own");
+  EXPECT_EQ(content.subtitle, "3 points in 3 groups, not registered: each group in its own system");
   EXPECT_EQ(content.lengthUnit, "m");
   ASSERT_EQ(content.groups.size(), 2u);
   EXPECT_EQ(content.groups[0].name, "S1");
