@@ -183,7 +183,7 @@ TEST_F(MovedCloudFile, AFolderIsNoCloud) {
 TEST_F(MovedCloudFile, AFolderIsNeverReplaced) {
   writeBytes(source, "1 2 3\n");
   std::filesystem::create_directory(target);
-  EXPECT_EQ(complaint(source, target, true), target + ": this is no ordinary file; choose another place");
+  EXPECT_EQ(complaint(source, target, true), target + ": not an ordinary file; choose another folder");
   EXPECT_THAT(folder.names(), ElementsAre("S1.xyz", "moved.xyz"));
 }
 
@@ -212,7 +212,7 @@ TEST_F(MovedCloudFile, AnEmptyFileHoldsNoPoint) {
 TEST_F(MovedCloudFile, AFileThatFailsHalfwayLeavesTheFormerCopy) {
   writeBytes(target, "mine");
   writeBytes(source, std::string("1 2 3\n4 5 6\n\0", 13));
-  EXPECT_THAT(complaint(source, target, true), testing::HasSubstr("not a cloud in text form"));
+  EXPECT_THAT(complaint(source, target, true), testing::HasSubstr("not a text cloud"));
   EXPECT_EQ(readBytes(target), "mine");
 }
 

@@ -126,7 +126,9 @@ TEST(Certainty, FarFromTheOriginAnIrregularLayoutIsCertainToo) {
 TEST(Certainty, NamesThatContradictTheLayoutAreRivalled) {
   const StationShape there = shapeOf(irregular);
   const Placement wrong{{0, 1}, {1, 0}, {2, 3}, {3, 2}};
-  EXPECT_EQ(certaintyOf(fieldOf(there), shapeOf(turned(irregular)), wrong, reach, 1.0), Certainty::rivalled);
+  EXPECT_EQ(
+      certaintyOf(fieldOf(there), shapeOf(turned(irregular)), wrong, reach, 1.0, [](const Placement&) { return true; }),
+      Certainty::rivalled);
 }
 
 TEST(PointsOfSeveralWays, NeedTheSameNumberInEach) {

@@ -244,8 +244,8 @@ TEST(Picture, TellsFromWhereItIsSeen) {
   const std::vector<std::pair<Direction, std::string>> remarks{{Direction::top, "Seen from above."},
                                                                {Direction::front, "Seen from the front."},
                                                                {Direction::side, "Seen from the right."},
-                                                               {Direction::iso, "Seen from above at the"},
-                                                               {Direction::fit, "Seen where the points"}};
+                                                               {Direction::iso, "Seen from above, front right;"},
+                                                               {Direction::fit, "Seen facing the widest spread of"}};
   for (const auto& [direction, remark] : remarks) {
     EXPECT_THAT(textsOf(pictureOf(threePoints(), contentOf(2), {Format::png, {640, 480}, direction})),
                 Contains(::testing::StartsWith(remark)));

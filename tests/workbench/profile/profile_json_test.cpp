@@ -51,10 +51,10 @@ TEST(ProfileJson, OfAKeyThatStandsTwiceTheLastCounts) {
 }
 
 TEST(ProfileJson, NamesTheLineThatIsWrong) {
-  EXPECT_EQ(complaintOf("{\n\"s\": {\n\"k\": 1,,\n}}"), "The file 'p.json' isn't a profile: its line 3 isn't JSON");
-  EXPECT_EQ(complaintOf(""), "The file 'p.json' isn't a profile: its line 1 isn't JSON");
-  EXPECT_EQ(complaintOf("{} {}"), "The file 'p.json' isn't a profile: its line 1 isn't JSON");
-  EXPECT_EQ(complaintOf("{\"s\": {\"k\": \"\xFF\"}}"), "The file 'p.json' isn't a profile: its line 1 isn't JSON");
+  EXPECT_EQ(complaintOf("{\n\"s\": {\n\"k\": 1,,\n}}"), "p.json: not a profile: line 3 isn't JSON");
+  EXPECT_EQ(complaintOf(""), "p.json: not a profile: line 1 isn't JSON");
+  EXPECT_EQ(complaintOf("{} {}"), "p.json: not a profile: line 1 isn't JSON");
+  EXPECT_EQ(complaintOf("{\"s\": {\"k\": \"\xFF\"}}"), "p.json: not a profile: line 1 isn't JSON");
 }
 
 TEST(ProfileJson, RefusesWhatHasNoForm) {

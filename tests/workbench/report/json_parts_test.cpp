@@ -53,8 +53,9 @@ TEST(JsonImport, TellsOfEachFile) {
   file.lines = 8;
   file.points = 7;
   import.messages = {"Imported"};
-  EXPECT_EQ(jsonImport(import).dump(), R"({"files":[{"path":"a/S1.txt","layout":"XYZW","group":"S1","lines":8,)"
-                                       R"("points":7,"stored":true,"stoppedAt":null}],"messages":["Imported"]})");
+  EXPECT_EQ(jsonImport(import).dump(),
+            R"({"files":[{"path":"a/S1.txt","layout":"XYZW","group":"S1","lines":8,)"
+            R"("points":7,"stored":true,"stoppedAt":null,"reading":null}],"messages":["Imported"]})");
 }
 
 TEST(JsonImport, TellsWhereTheReadingStopped) {

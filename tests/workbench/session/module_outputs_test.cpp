@@ -133,16 +133,16 @@ TEST_F(ModuleOutputs, TheFileOfMergedTargetsMayHaveACyrillicName) {
 // --- Matrices.
 
 TEST_F(ModuleOutputs, MatricesAreThoseOfTheGroupsThatHaveOne) {
-  const auto matrices = matrixContents(*session.mirrored, MatrixFormat::fourByFour, {"A.txt", "B.txt", "none.txt"});
+  const auto matrices = matrixContents(*session.mirrored, MatrixFormat::fourByFour, {"A", "B", "none"});
   ASSERT_EQ(matrices.size(), 3u);
-  EXPECT_EQ(matrices.at("A.txt"), "") << "the base";
-  EXPECT_EQ(matrices.at("none.txt"), "");
-  EXPECT_TRUE(isWholeMatrix(matrices.at("B.txt"))) << matrices.at("B.txt");
+  EXPECT_EQ(matrices.at("A"), "") << "the base";
+  EXPECT_EQ(matrices.at("none"), "");
+  EXPECT_TRUE(isWholeMatrix(matrices.at("B"))) << matrices.at("B");
 }
 
 TEST_F(ModuleOutputs, MatricesAreAskedForInTheirFormat) {
   clumsy.bytes = "half a matr";
-  EXPECT_THAT(matrixContents(clumsy, MatrixFormat::trf, {"A.txt"}), ElementsAre(Pair("A.txt", "half a matr")));
+  EXPECT_THAT(matrixContents(clumsy, MatrixFormat::trf, {"A"}), ElementsAre(Pair("A", "half a matr")));
   EXPECT_EQ(clumsy.usedFormat, 0u);
   matrixContents(clumsy, MatrixFormat::fourByFour, {});
   EXPECT_EQ(clumsy.usedFormat, 1u);
@@ -151,8 +151,8 @@ TEST_F(ModuleOutputs, MatricesAreAskedForInTheirFormat) {
 
 TEST_F(ModuleOutputs, MatricesOfBothFormatsAreWhole) {
   for (const MatrixFormat format : {MatrixFormat::trf, MatrixFormat::fourByFour}) {
-    const auto matrices = matrixContents(*session.mirrored, format, {"B.txt"});
-    EXPECT_TRUE(isWholeMatrix(matrices.at("B.txt"))) << matrices.at("B.txt");
+    const auto matrices = matrixContents(*session.mirrored, format, {"B"});
+    EXPECT_TRUE(isWholeMatrix(matrices.at("B"))) << matrices.at("B");
   }
 }
 

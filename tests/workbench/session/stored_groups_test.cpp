@@ -90,11 +90,16 @@ TEST_F(StoredGroups, RefuseANameThatIsTakenAndStayAsTheyAre) {
   EXPECT_EQ(storedGroups(*database)[0].points().size(), 1u);
 }
 
-TEST_F(StoredGroups, TakeNoNameBeyondWindows1251) {
+TEST_F(StoredGroups, HoldNamesBeyondWindows1251UnderStandIns) {
+  store({u8"\u6E2C\u91CF 1", {{u8"\u6E2C 1", {}}}});
+  EXPECT_THAT(names(), ElementsAre(L"_x6E2C__x91CF_ 1"));
+  EXPECT_EQ(storedGroups(*database)[0].points()[0].name, OdString(L"_x6E2C__x0020_1"));
+}
+
+TEST_F(StoredGroups, TakeNoNameThatIsntUtf8) {
   database->startTransaction();
-  EXPECT_THROW(storeGroup(*database, {u8"\u6E2C\u91CF", {}}), EncodingError);
-  EXPECT_THROW(storeGroup(*database, {"S1", {{"T1", {}}, {u8"\u6E2C", {}}}}), EncodingError);
   EXPECT_THROW(storeGroup(*database, {"\xFF", {}}), EncodingError);
+  EXPECT_THROW(storeGroup(*database, {"S1", {{"T1", {}}, {"\xFF", {}}}}), EncodingError);
   database->endTransaction();
   EXPECT_THAT(names(), IsEmpty()) << "not even the points before it";
 }

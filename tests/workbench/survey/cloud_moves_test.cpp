@@ -111,7 +111,7 @@ TEST_F(CloudMoves, AMoveIsPlannedByTheGroupOfTheCloudsName) {
 TEST_F(CloudMoves, ACloudsNameMeansWhatASessionShowsOfIt) {
   add({{"S\u00C5", hall}});
   std::vector<GroupOutcome> groups(1);
-  groups[0].name = "S?";
+  groups[0].name = "S\u00C5";
   groups[0].toCommon = shift(1);
   EXPECT_EQ(plannedMoves(*database(), groups)[0].move, CloudMove::moved);
 }

@@ -73,9 +73,22 @@ TEST_F(SurveyOfStations, DoesNotLookAtTheRequestsFilesAndDocument) {
   EXPECT_TRUE(folder.names().empty());
 }
 
-TEST_F(SurveyOfStations, WithANameThatNoSessionCarriesIsRefusedAndLeavesNothing) {
+TEST_F(SurveyOfStations, KeepsNamesOfEveryScript) {
   std::vector<StationPoints> stations = twoStations;
-  stations[1].points[0].name = "測";
+  for (StationPoints& station : stations) {
+    station.name = "站 " + station.name;
+    station.points[0].name = "測 1";
+  }
+  const Registration registration = host.registerStations(stations, request);
+  ASSERT_TRUE(registration.registered());
+  EXPECT_EQ(registration.groups[1].name, stations[1].name);
+  EXPECT_EQ(registration.points[0].name, "測 1");
+  EXPECT_EQ(registration.registered()->targets[0].name, "測 1");
+}
+
+TEST_F(SurveyOfStations, WithANameThatIsntUtf8IsRefusedAndLeavesNothing) {
+  std::vector<StationPoints> stations = twoStations;
+  stations[1].points[0].name = "\xFF";
   EXPECT_THROW(host.registerStations(stations, request), EncodingError);
   EXPECT_EQ(refusalOf({}), RefusalKind::drawingEmpty) << "the first station isn't left in a drawing";
   EXPECT_TRUE(host.registerStations(twoStations, request).registered());
