@@ -96,9 +96,10 @@ CLI::Option* addHostOptions(CLI::App& app, HostOptions& host, const char* docume
 }
 
 void addFileOptions(CLI::App& app, FileOptions& files) {
-  app.add_option("files", files.files, "files of reference points, read as --layout says")->type_name("FILE");
+  app.add_option("files", files.files, "files of reference points, of any text form (see docs/import-format.md)")
+      ->type_name("FILE");
   addText(app, "--layout", files.layout, "LAYOUT",
-          "columns of FILES: NXYZ (default), XYZ, XYZW or NXYZW; N: name, W: weight");
+          "columns of FILES: NXYZ, XYZ, XYZW or NXYZW; default: NXYZ, or else detected");
   const auto add = [&](const char* name, std::vector<std::string>& paths, const char* help) {
     app.add_option(name, paths, help)->type_name("FILE");
   };
@@ -110,7 +111,7 @@ void addFileOptions(CLI::App& app, FileOptions& files) {
           "of FILES: name,x,y,z[,w], n,e,h, - to skip; or name=1,x=3,... by number or header");
   addText(app, "--decimal", files.decimal, "MARK", "decimal mark, point or comma; default: detected");
   addText(app, "--encoding", files.encoding, "NAME",
-          "utf-8, utf-16le, utf-16be, windows-1251 or windows-1252; none: detected");
+          "utf-8, utf-16le, utf-16be, windows-1251 or windows-1252; default: detected");
   addText(app, "--input-unit", files.inputUnit, "UNIT", "m, mm, ft or usft (US survey feet): converted to metres");
 }
 

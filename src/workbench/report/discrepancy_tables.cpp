@@ -14,9 +14,6 @@ namespace {
 using Side = TextTable::Side;
 using Row = std::vector<std::string>;
 
-/// Columns of a terminal, and of a page.
-constexpr std::size_t textWidth = 100;
-
 // --- Points.
 
 /// What the axes leave of a line has no room for the median.

@@ -22,7 +22,9 @@ std::string readingLines(const ImportReport& import, const std::vector<std::size
   std::string text;
   for (const std::size_t i : rows) {
     const ImportedFile& file = import.files[i];
-    if (file.reading) text += fmt::format("  {}: {}\n", printable(file.path), readingLine(*file.reading));
+    if (!file.reading) continue;
+    const std::string line = fmt::format("{}: {}", printable(file.path), readingLine(*file.reading));
+    text += "  " + wrapped(line, textWidth - 2, 4) + "\n";
   }
   return text;
 }

@@ -96,7 +96,7 @@ std::string matchText(const Registration& registration, const NamingReport& repo
   }
   text += "\n" + stepTable(registration, report);
   for (const Finding& reason : report.reasons) {
-    text += "  " + wrapped("- " + printable(findingText(reason)), 98, 4) + "\n";
+    text += "  " + wrapped("- " + printable(findingText(reason)), textWidth - 2, 4) + "\n";
   }
   return text;
 }

@@ -1,10 +1,14 @@
 // Text for a terminal: no control characters, columns that line up.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace tiepoint::workbench {
+
+/// Columns of a terminal, and of a page: no line of a summary is longer, but for long names.
+inline constexpr std::size_t textWidth = 100;
 
 /// The text with "?" for every control character and every byte that isn't UTF-8, so that a name
 /// can't steer a terminal.

@@ -22,8 +22,6 @@ namespace {
 
 constexpr auto left = TextTable::Side::left;
 constexpr auto right = TextTable::Side::right;
-/// Columns of a terminal, and of a page.
-constexpr std::size_t textWidth = 100;
 
 /// How the loop of the iterative method ended.
 std::string courseText(const Registration& registration, const LengthFormat& lengths) {

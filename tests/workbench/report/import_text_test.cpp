@@ -51,6 +51,25 @@ TEST(ImportTable, SaysWhichFileWasntTakenIn) {
             "  S1.txt  NXYZ        8       8  S1     not taken in: the drawing has this group already\n");
 }
 
+TEST(ImportTable, SaysHowAFileWasReadThatTheModuleDoesntRead) {
+  ImportReport import;
+  import.files = {file("S1.txt", "S1", Layout::nxyz, 8, 8), file("S2.csv", "S2", Layout::nxyz, 9, 8)};
+  FileReading reading;
+  reading.encoding = TextEncoding::windows1252;
+  reading.lines.separator = Separator::semicolon;
+  reading.lines.decimal = DecimalMark::comma;
+  reading.lines.columns.roles = {ColumnRole::name, ColumnRole::x, ColumnRole::y, ColumnRole::z};
+  reading.header = {"Punkt", "Rechtswert", "Hochwert", "H\u00F6he"};
+  import.files[1].reading = reading;
+  EXPECT_EQ(importTable(import),
+            "Reference points\n"
+            "  file    layout     lines  points  group\n"
+            "  S1.txt  NXYZ           8       8  S1\n"
+            "  S2.csv  converted      9       8  S2\n"
+            "  S2.csv: windows-1252, semicolons, decimal comma; columns name,x,y,z; header \"Punkt\", \"Rechtswert\",\n"
+            "    \"Hochwert\", \"H\u00F6he\"\n");
+}
+
 TEST(ImportTable, KeepsNamesFromSteeringTheTerminal) {
   ImportReport import;
   import.files = {file("S\x1b[1m.txt", "S\t1", Layout::nxyz, 1, 1)};
