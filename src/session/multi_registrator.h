@@ -134,6 +134,8 @@ class MultiRegistrator : public iMultiRegistrator {
 
   // Members in the order of their construction.
   RefPointsTransient transient;
+  /// The formats of matrices refer to it.
+  SolveResults results;
   MatrixFormats matrixFormats;
   std::vector<std::uint8_t> groupColors;
   RegistrationSettings settings;
@@ -150,7 +152,6 @@ class MultiRegistrator : public iMultiRegistrator {
   double matchDistanceTolerance = 0.1;
   double triangleSideTolerance = 0.001;
   double triangleMinSideDifference = 0.1;
-  SolveResults results;
   PointDiscrepancies pointDiscrepancies;
   std::wstring reportText;
   GroupIdSet visibleGroups;
