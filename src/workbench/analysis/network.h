@@ -56,6 +56,9 @@ struct Network {
   std::vector<Observation> observations;
 };
 
+/// Where the coordinates of the common system come from.
+enum class DatumKind { base, control, baseAndControl, free };
+
 /// Throws std::invalid_argument on an index out of range, on a number that isn't finite, on a sigma or
 /// weight that isn't positive, and on a covariance that isn't symmetric and positive definite.
 void requireSound(const Network& network);

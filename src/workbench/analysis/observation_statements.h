@@ -1,7 +1,7 @@
 // What is told of every measurement, and of control with a covariance.
 #pragma once
 
-#include "workbench/analysis/adjustment.h"
+#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/reliability.h"
 

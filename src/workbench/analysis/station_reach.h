@@ -1,7 +1,7 @@
 // How far a measurement moves stations: by an error that nobody would notice, and by being left out.
 #pragma once
 
-#include "workbench/analysis/adjustment.h"
+#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/reliability.h"
 

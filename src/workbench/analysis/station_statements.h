@@ -1,7 +1,7 @@
 // What is told of every station, every target and every carried point.
 #pragma once
 
-#include "workbench/analysis/adjustment.h"
+#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/cofactors.h"
 
 namespace tiepoint::workbench::analysis {

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "workbench/analysis/adjustment.h"
+#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/solution.h"
 
 namespace tiepoint::workbench::analysis {

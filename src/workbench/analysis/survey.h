@@ -10,9 +10,6 @@
 
 namespace tiepoint::workbench::analysis {
 
-/// Where the coordinates of the common system come from.
-enum class DatumKind { base, control, baseAndControl, free };
-
 struct Sighting {
   /// In the network.
   std::size_t observation = 0;
