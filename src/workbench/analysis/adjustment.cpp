@@ -3,11 +3,10 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "workbench/analysis/best_minimum.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/levels.h"
-#include "workbench/analysis/minimise.h"
 #include "workbench/analysis/observation_statements.h"
-#include "workbench/analysis/own_start.h"
 #include "workbench/analysis/station_statements.h"
 #include "workbench/analysis/stiffness.h"
 
@@ -100,12 +99,15 @@ Adjustment adjust(const Network& network, const AdjustmentOptions& options) {
   NormalEquations equations(survey);
   if (equations.matrix().size() == 0) return adjustment;
   SparseFactor factor(equations.matrix());
-  const Minimum minimum = minimise(survey, startOf(network, survey), equations, factor);
+  const BestMinimum best = bestMinimum(network, survey, options, equations, factor);
+  const Minimum& minimum = best.minimum;
   equations.build(minimum.placements, minimum.elimination);
   factor.factorize(equations.matrix());
   const Solution solution{survey, minimum.placements, minimum.elimination, equations, factor};
   describeNumbers(survey, minimum, adjustment);
   describePlaces(solution, adjustment);
+  adjustment.certificate = best.certificate;
+  adjustment.otherStartWon = best.otherStartWon;
   const Softness softness = softnessOf(solution);
   adjustment.network = softness.network;
   adjustment.open = softness.open;
