@@ -81,6 +81,7 @@ void describeStatistics(const Solution& solution, const AdjustmentOptions& optio
   adjustment.levels = setting.levels;
   describeObservations(solution, cofactors, setting, adjustment);
   describeStations(solution, cofactors, varianceOf(adjustment), options.carry, adjustment);
+  describeNaming(solution, adjustment);
   for (const std::size_t observation : options.trace) {
     adjustment.traces.push_back(traceOf(solution, cofactors, setting, observation));
   }

@@ -27,9 +27,7 @@ class Complement {
       : basis(Eigen::HouseholderQR<Eigen::MatrixXd>(columns).householderQ() *
               Eigen::MatrixXd::Identity(columns.rows(), columns.cols())) {}
 
-  Eigen::VectorXd project(const Eigen::VectorXd& vector) const {
-    return vector - basis * (basis.transpose() * vector);
-  }
+  Eigen::VectorXd project(const Eigen::VectorXd& vector) const { return vector - basis * (basis.transpose() * vector); }
 
  private:
   Eigen::MatrixXd basis;

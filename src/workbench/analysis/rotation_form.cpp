@@ -79,7 +79,8 @@ RotationForm::Row RotationForm::sightingRow(std::size_t sighting) const {
   const Sighting& seen = survey->sightings[sighting];
   const SurveyStation& station = survey->stations[seen.station];
   // The held body's points count from the survey's origin, a station's from its middle.
-  const Eigen::Vector3d middle = station.held ? Eigen::Vector3d(station.middle - survey->origin) : Eigen::Vector3d::Zero();
+  const Eigen::Vector3d middle =
+      station.held ? Eigen::Vector3d(station.middle - survey->origin) : Eigen::Vector3d::Zero();
   return rowOf(bodies.ofStation[seen.station], seen.local + middle);
 }
 
@@ -180,8 +181,7 @@ void RotationForm::subtractMultiplier(const Placements& placements, const Elimin
     const int node = static_cast<int>(b), own = body.ownColumns(), width = from.width(node);
     const Eigen::Matrix3d multiplier = slope[b] * rotationOf(placements, b);
     Block block = Block::Zero(width, width);
-    block.topLeftCorner(own, own) =
-        -0.5 * (multiplier + multiplier.transpose()).topLeftCorner(own, own);
+    block.topLeftCorner(own, own) = -0.5 * (multiplier + multiplier.transpose()).topLeftCorner(own, own);
     from.add(node, node, block);
     if (!body.sharesVertical) continue;
     Block besideVertical = Block::Zero(width, 1);

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "workbench/analysis/naming_margin.h"
+
 namespace tiepoint::workbench::analysis {
 
 namespace {
@@ -83,6 +85,19 @@ CarriedPosition carry(const Solution& solution, const CarriedPoint& point, const
   return carried;
 }
 
+NamingMargin marginOf(const Solution& solution, const SurveyStation& station, const NextNaming& next) {
+  NamingMargin margin;
+  margin.margin = next.margin;
+  margin.complete = next.complete;
+  const auto targetOf = [&](std::size_t pair) {
+    return solution.survey.targets[solution.survey.sightings[station.sightings[pair]].target].index;
+  };
+  for (std::size_t p = 0; p < next.takenFor.size(); ++p) {
+    if (next.takenFor[p] != p) margin.exchanged.emplace_back(targetOf(p), targetOf(next.takenFor[p]));
+  }
+  return margin;
+}
+
 }  // namespace
 
 void describePlaces(const Solution& solution, Adjustment& adjustment) {
@@ -95,6 +110,19 @@ void describePlaces(const Solution& solution, Adjustment& adjustment) {
     told.position = solution.elimination.targets[t].place + survey.origin;
     told.sightings = survey.targets[t].sightings.size();
     adjustment.targets[survey.targets[t].index] = told;
+  }
+}
+
+void describeNaming(const Solution& solution, Adjustment& adjustment) {
+  for (const SurveyStation& station : solution.survey.stations) {
+    if (station.held) continue;
+    std::vector<FitPair> pairs;
+    for (const std::size_t o : station.sightings) {
+      const Sighting& seen = solution.survey.sightings[o];
+      pairs.push_back({seen.local, solution.elimination.targets[seen.target].place, seen.information});
+    }
+    const auto next = nextNaming(pairs, station.levelled);
+    if (next) adjustment.stations[station.index]->naming = marginOf(solution, station, *next);
   }
 }
 

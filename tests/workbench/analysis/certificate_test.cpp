@@ -1,5 +1,5 @@
-#include <Eigen/Geometry>
 #include <gtest/gtest.h>
+#include <Eigen/Geometry>
 
 #include <cmath>
 
@@ -35,8 +35,8 @@ void expectAgreement(const Network& network, const Adjustment& adjustment) {
 class CertificateOfAllKinds : public ::testing::TestWithParam<int> {};
 
 TEST_P(CertificateOfAllKinds, IsThatOfTheDenseMatrix) {
-  const auto fixings = {Fixing::base, Fixing::twoBases, Fixing::heldControl, Fixing::roundControl,
-                        Fixing::baseAndControl, Fixing::free};
+  const auto fixings = {Fixing::base,         Fixing::twoBases,       Fixing::heldControl,
+                        Fixing::roundControl, Fixing::baseAndControl, Fixing::free};
   for (const Fixing fixing : fixings) {
     for (const Levels levels : {Levels::none, Levels::some, Levels::all}) {
       Kind kind;

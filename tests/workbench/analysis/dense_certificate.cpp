@@ -15,7 +15,8 @@ class Plain {
  public:
   Plain(const Network& network_, const Adjustment& adjustment_) : network(network_), adjustment(adjustment_) {
     countColumns();
-    for (const auto& target : adjustment.targets) middle += target->position / static_cast<double>(network.targets.size());
+    for (const auto& target : adjustment.targets)
+      middle += target->position / static_cast<double>(network.targets.size());
   }
 
   DenseCertificate run() {
@@ -27,7 +28,8 @@ class Plain {
     const MatrixXd l = multiplier(m, rotations);
     result.stationarity = (l * rotations - m * rotations).norm() / m.norm();
     const MatrixXd s = m - l;
-    const MatrixXd whole = Eigen::HouseholderQR<MatrixXd>(rotations).householderQ() * MatrixXd::Identity(columns, columns);
+    const MatrixXd whole =
+        Eigen::HouseholderQR<MatrixXd>(rotations).householderQ() * MatrixXd::Identity(columns, columns);
     const MatrixXd complement = whole.rightCols(columns - 3);
     const double raw =
         Eigen::SelfAdjointEigenSolver<MatrixXd>(complement.transpose() * s * complement).eigenvalues()(0);
@@ -39,9 +41,7 @@ class Plain {
 
  private:
   /// Body 0 is all that is held, whether or not there is such.
-  int bodyOf(std::size_t station) const {
-    return network.stations[station].held ? 0 : static_cast<int>(station) + 1;
-  }
+  int bodyOf(std::size_t station) const { return network.stations[station].held ? 0 : static_cast<int>(station) + 1; }
   bool isLevel(int body) const { return body == 0 || network.stations[static_cast<std::size_t>(body) - 1].levelled; }
 
   void countColumns() {
@@ -58,7 +58,8 @@ class Plain {
       const bool exists = body == 0 ? anyHeld : !network.stations[static_cast<std::size_t>(body) - 1].held;
       if (!exists) continue;
       auto& own = place[static_cast<std::size_t>(body)];
-      for (int c = 0; c < 3; ++c) own[static_cast<std::size_t>(c)] = c == 2 && anyLevel && isLevel(body) ? vertical : columns++;
+      for (int c = 0; c < 3; ++c)
+        own[static_cast<std::size_t>(c)] = c == 2 && anyLevel && isLevel(body) ? vertical : columns++;
     }
   }
 
@@ -70,7 +71,8 @@ class Plain {
     MatrixXd rows = MatrixXd::Zero(columns, 3);
     for (std::size_t b = 0; b < place.size(); ++b) {
       if (place[b][0] < 0) continue;
-      for (int c = 0; c < 3; ++c) rows.row(place[b][static_cast<std::size_t>(c)]) = rotationOf(static_cast<int>(b)).col(c);
+      for (int c = 0; c < 3; ++c)
+        rows.row(place[b][static_cast<std::size_t>(c)]) = rotationOf(static_cast<int>(b)).col(c);
     }
     return rows;
   }
@@ -78,7 +80,8 @@ class Plain {
   /// A point of a body: its coordinates in the columns of rotations, one in the body's shift.
   Eigen::VectorXd row(int body, const Vector3d& point) const {
     Eigen::VectorXd coefficients = Eigen::VectorXd::Zero(size());
-    for (int c = 0; c < 3; ++c) coefficients(place[static_cast<std::size_t>(body)][static_cast<std::size_t>(c)]) = point(c);
+    for (int c = 0; c < 3; ++c)
+      coefficients(place[static_cast<std::size_t>(body)][static_cast<std::size_t>(c)]) = point(c);
     coefficients(columns + body) = 1.0;
     return coefficients;
   }
@@ -90,8 +93,9 @@ class Plain {
     for (std::size_t t = 0; t < network.targets.size(); ++t) {
       const auto& control = network.targets[t].control;
       const Index column = columns + static_cast<Index>(place.size() + t);
-      const Eigen::VectorXd target = control && !control->covariance ? row(0, control->place - middle)
-                                                                     : Eigen::VectorXd(Eigen::VectorXd::Unit(size(), column));
+      const Eigen::VectorXd target = control && !control->covariance
+                                         ? row(0, control->place - middle)
+                                         : Eigen::VectorXd(Eigen::VectorXd::Unit(size(), column));
       for (const Observation& seen : network.observations) {
         if (seen.target != t) continue;
         // The shifts are free, so that every body may count from anywhere, but all points of it from there.
