@@ -14,6 +14,8 @@ namespace tiepoint::workbench::analysis {
 constexpr std::size_t targetsSeen = 20;
 /// Drawing units: 1 mm in metres.
 constexpr double measuringNoise = 0.001;
+/// Along the survey; farther targets are never among the nearest.
+constexpr double reach = 100.0;
 
 /// Each station sees the targets that are nearest to it; three targets for a station.
 inline Network networkOver(std::size_t stations, double length, double width) {
@@ -32,9 +34,9 @@ inline Network networkOver(std::size_t stations, double length, double width) {
                                 width * share(random), 1.5);
     const Eigen::Matrix3d turn = Eigen::AngleAxisd(6.0 * share(random), Eigen::Vector3d::UnitZ()).toRotationMatrix();
     std::vector<std::pair<double, std::size_t>> near;
-    const auto first = std::lower_bound(targets.begin(), targets.end(), stand.x() - 40.0,
+    const auto first = std::lower_bound(targets.begin(), targets.end(), stand.x() - reach,
                                         [](const Eigen::Vector3d& t, double x) { return t.x() < x; });
-    for (auto t = first; t != targets.end() && t->x() < stand.x() + 40.0; ++t) {
+    for (auto t = first; t != targets.end() && t->x() < stand.x() + reach; ++t) {
       near.emplace_back((*t - stand).norm(), static_cast<std::size_t>(t - targets.begin()));
     }
     std::nth_element(near.begin(), near.begin() + targetsSeen, near.end());

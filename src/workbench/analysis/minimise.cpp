@@ -19,8 +19,9 @@ constexpr double shrinkThatKeepsFactor = 0.1;
 constexpr double firstDamping = 1e-8, dampingGrowth = 10.0, maxDamping = 1e12;
 /// Below it a pivot is rounding, and the step along it would be anything.
 constexpr double leastPivot = 1e-14;
-/// As many steps in a row that neither shorten nor lower the sum end a search that rounding has stopped.
-constexpr int maxIdleSteps = 8;
+/// So many undamped steps in a row that lower no sum, and none of which is shorter than all before it, are
+/// rounding: in a long chain that is more than the negligible step.
+constexpr int idleSteps = 4;
 
 class Search {
  public:
@@ -33,16 +34,17 @@ class Search {
 
   Minimum run() {
     bool keepsFactor = false;
-    double lastLength = 0.0;
+    double lastLength = 0.0, shortest = HUGE_VAL;
     int idle = 0;
-    while (minimum.iterations < maxIterations && !minimum.converged && idle < maxIdleSteps) {
+    while (minimum.iterations < maxIterations && !minimum.converged) {
       ++minimum.iterations;
       equations.build(minimum.placements, minimum.elimination);
       const double sumBefore = minimum.elimination.sumOfSquares;
       const double length = step(keepsFactor);
       const bool falls = minimum.elimination.sumOfSquares < sumBefore - roundingOf(sumBefore);
-      minimum.converged = length <= negligibleStep && !falls;
-      idle = falls || length < 0.5 * lastLength ? 0 : idle + 1;
+      idle = falls || damping > 0.0 || length < shortest ? 0 : idle + 1;
+      shortest = std::min(shortest, length);
+      minimum.converged = !falls && (length <= negligibleStep || idle >= idleSteps);
       keepsFactor = damping == 0.0 && lastLength > 0.0 && length <= shrinkThatKeepsFactor * lastLength;
       lastLength = length;
     }

@@ -11,7 +11,8 @@ struct Minimum {
   Placements placements;
   Elimination elimination;
   int iterations = 0;
-  /// No step above 1e-12 of the survey's extent, and the sum no longer falls.
+  /// No step above 1e-12 of the survey's extent, or above what rounding makes of one in a soft network; and
+  /// the sum no longer falls.
   bool converged = false;
 };
 
