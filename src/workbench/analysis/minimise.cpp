@@ -13,8 +13,10 @@ constexpr int maxIterations = 500;
 constexpr double negligibleStep = 1e-12;
 /// What rounding adds to a residual, as a share of the extent.
 constexpr double residualRounding = 1e-15;
-/// A factor serves for further steps as long as each is that much shorter than the one before it.
+/// A factor serves for further steps as long as each is that much shorter than the one before it, and as long
+/// as the stations have moved by no more than so much of the extent since it was made.
 constexpr double shrinkThatKeepsFactor = 0.1;
+constexpr double motionThatKeepsFactor = 1e-6;
 /// Of the diagonal; and the factor from one trial to the next.
 constexpr double firstDamping = 1e-8, dampingGrowth = 10.0, maxDamping = 1e12;
 /// Below it a pivot is rounding, and the step along it would be anything.
@@ -45,7 +47,8 @@ class Search {
       idle = falls || damping > 0.0 || length < shortest ? 0 : idle + 1;
       shortest = std::min(shortest, length);
       minimum.converged = !falls && (length <= negligibleStep || idle >= idleSteps);
-      keepsFactor = damping == 0.0 && lastLength > 0.0 && length <= shrinkThatKeepsFactor * lastLength;
+      const bool shrinks = lastLength > 0.0 && length <= shrinkThatKeepsFactor * lastLength;
+      keepsFactor = factorDamping == 0.0 && damping == 0.0 && (shrinks || movedSinceFactor <= motionThatKeepsFactor);
       lastLength = length;
     }
     return std::move(minimum);
@@ -59,7 +62,9 @@ class Search {
       const Eigen::VectorXd motion = -factor.solve(equations.gradient());
       if (tryMotion(motion)) {
         damping = damping <= firstDamping ? 0.0 : damping / dampingGrowth;
-        return lengthOf(motion);
+        const double length = lengthOf(motion);
+        movedSinceFactor += length;
+        return length;
       }
       if (!std::exchange(keepsFactor, false) || !factorize()) raiseDamping();
     }
@@ -68,6 +73,8 @@ class Search {
 
   bool factorize() {
     BlockMatrix damped = equations.matrix();
+    movedSinceFactor = 0.0;
+    factorDamping = damping;
     if (damping > 0.0) damped.addDiagonal(damping * damped.diagonal());
     return factor.factorize(damped) && factor.leastPivotShare() > leastPivot;
   }
@@ -114,7 +121,7 @@ class Search {
   SparseFactor& factor;
   Minimum minimum;
   double information = 0.0;
-  double damping = 0.0;
+  double damping = 0.0, factorDamping = 0.0, movedSinceFactor = 0.0;
 };
 
 }  // namespace

@@ -10,106 +10,75 @@ namespace {
 
 std::size_t index(int place) { return static_cast<std::size_t>(place); }
 
-/// The unit lower triangle of a node's own rows, and the rows below it.
-struct FactorColumns {
-  Eigen::MatrixXd own, below;
-};
-
-FactorColumns factorColumns(const Eigen::SparseMatrix<double>& lower, int first, int width) {
-  FactorColumns columns;
-  const int rows = lower.outerIndexPtr()[first + 1] - lower.outerIndexPtr()[first] - (width - 1);
-  columns.own = Eigen::MatrixXd::Identity(width, width);
-  columns.below.resize(rows, width);
-  for (int column = 0; column < width; ++column) {
-    const double* const values = lower.valuePtr() + lower.outerIndexPtr()[first + column];
-    const int ownRows = width - column - 1;
-    for (int row = 0; row < ownRows; ++row) columns.own(column + 1 + row, column) = values[row];
-    for (int row = 0; row < rows; ++row) columns.below(row, column) = values[ownRows + row];
-  }
-  return columns;
-}
-
-}  // namespace
-
-SparseInverse::SparseInverse(const BlockMatrix& layout, const SparseFactor& factor) {
-  if (layout.size() == 0) return;
-  findColumns(layout, factor);
-  const Eigen::VectorXd pivots = factor.pivots();
-  for (std::size_t at = all.size(); at-- > 0;) invert(at, factor, pivots);
-}
-
-void SparseInverse::findColumns(const BlockMatrix& layout, const SparseFactor& factor) {
-  placeOfNode.assign(index(layout.nodes()), 0);
-  std::vector<int> nodeOfRow(index(layout.size()));
-  for (const int node : layout.order()) {
-    placeOfNode[index(node)] = static_cast<int>(all.size());
-    for (int row = 0; row < layout.width(node); ++row) nodeOfRow[index(layout.offset(node) + row)] = node;
-    Columns columns;
-    columns.first = layout.offset(node);
-    columns.width = layout.width(node);
-    all.push_back(std::move(columns));
-  }
-  for (Columns& columns : all) {
-    const Eigen::SparseMatrix<double>& lower = factor.lower();
-    const int lastColumn = columns.first + columns.width - 1;
-    const int* const rows = lower.innerIndexPtr();
-    int rowsSoFar = 0;
-    for (int at = lower.outerIndexPtr()[lastColumn]; at < lower.outerIndexPtr()[lastColumn + 1];) {
-      const int node = nodeOfRow[index(rows[at])];
-      columns.nodesBelow.push_back(placeOfNode[index(node)]);
-      columns.rowsBelow.push_back(rowsSoFar);
-      rowsSoFar += layout.width(node);
-      at += layout.width(node);
-    }
-    columns.rowsBelow.push_back(rowsSoFar);
-  }
-}
-
-/// The inverse at the rows below, against themselves: all of them are in the columns of later nodes.
-Eigen::MatrixXd SparseInverse::gather(const Columns& columns) const {
-  Eigen::MatrixXd square(columns.rowsBelow.back(), columns.rowsBelow.back());
-  for (std::size_t c = 0; c < columns.nodesBelow.size(); ++c) {
-    const Columns& later = all[index(columns.nodesBelow[c])];
-    const int at = columns.rowsBelow[c];
-    square.block(at, at, later.width, later.width) = later.own;
-    auto from = later.nodesBelow.begin();
-    for (std::size_t r = c + 1; r < columns.nodesBelow.size(); ++r) {
-      from = std::lower_bound(from, later.nodesBelow.end(), columns.nodesBelow[r]);
-      const int row = later.rowsBelow[static_cast<std::size_t>(from - later.nodesBelow.begin())];
-      const int height = columns.rowsBelow[r + 1] - columns.rowsBelow[r];
-      square.block(columns.rowsBelow[r], at, height, later.width) = later.below.middleRows(row, height);
+/// The square of the parent's inverse at the child's rows below.
+Eigen::MatrixXd gathered(const Eigen::MatrixXd& parent, const std::vector<int>& rows,
+                         const std::vector<int>& placeOfRow) {
+  const auto size = static_cast<Eigen::Index>(rows.size());
+  Eigen::MatrixXd square(size, size);
+  for (std::size_t c = 0; c < rows.size(); ++c) {
+    const int column = placeOfRow[index(rows[c])];
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+      square(static_cast<Eigen::Index>(r), static_cast<Eigen::Index>(c)) = parent(placeOfRow[index(rows[r])], column);
     }
   }
   return square;
 }
 
-void SparseInverse::invert(std::size_t at, const SparseFactor& factor, const Eigen::VectorXd& pivots) {
-  Columns& columns = all[at];
-  const FactorColumns known = factorColumns(factor.lower(), columns.first, columns.width);
-  const auto triangle = known.own.triangularView<Eigen::UnitLower>();
-  const Eigen::MatrixXd ownInverse = triangle.solve(Eigen::MatrixXd::Identity(columns.width, columns.width));
-  const Eigen::MatrixXd reach = known.below * ownInverse;
-  columns.below.noalias() = gather(columns).selfadjointView<Eigen::Lower>() * (-reach);
-  columns.own =
-      ownInverse.transpose() * pivots.segment(columns.first, columns.width).cwiseInverse().asDiagonal() * ownInverse;
-  columns.own.noalias() -= reach.transpose() * columns.below;
-  columns.own = (0.5 * (columns.own + columns.own.transpose())).eval();
+}  // namespace
+
+SparseInverse::SparseInverse(const BlockMatrix& layout_, const SparseFactor& factor_)
+    : layout(layout_), factor(factor_), supernodeOfRow(index(layout.size())), columns(factor.supernodes().size()) {
+  const std::vector<Supernode>& nodes = factor.supernodes();
+  std::vector<int> placeOfRow(index(layout.size()), 0);
+  // What a parent knows is kept until its children have taken their part of it.
+  std::vector<Eigen::MatrixXd> waiting(nodes.size());
+  for (std::size_t s = nodes.size(); s-- > 0;) {
+    for (int row = 0; row < nodes[s].width; ++row) supernodeOfRow[index(nodes[s].first + row)] = static_cast<int>(s);
+    const Eigen::MatrixXd known = whole(s, waiting[s]);
+    waiting[s].resize(0, 0);
+    markRows(nodes[s], placeOfRow);
+    for (const int child : nodes[s].children) {
+      waiting[index(child)] = gathered(known, nodes[index(child)].below, placeOfRow);
+    }
+  }
+}
+
+/// The inverse at all rows of the supernode, from that at the rows below.
+Eigen::MatrixXd SparseInverse::whole(std::size_t s, const Eigen::MatrixXd& below) {
+  const Supernode& node = factor.supernodes()[s];
+  const auto rowsBelow = static_cast<Eigen::Index>(node.below.size());
+  const Eigen::MatrixXd& known = factor.columns(s);
+  const auto triangle = known.topRows(node.width).triangularView<Eigen::UnitLower>();
+  const Eigen::MatrixXd ownInverse = triangle.solve(Eigen::MatrixXd::Identity(node.width, node.width));
+  const Eigen::MatrixXd reach = known.bottomRows(rowsBelow) * ownInverse;
+  Eigen::MatrixXd inverse(node.height(), node.height());
+  inverse.bottomRightCorner(rowsBelow, rowsBelow) = below;
+  inverse.bottomLeftCorner(rowsBelow, node.width).noalias() = -below * reach;
+  inverse.topRightCorner(node.width, rowsBelow) = inverse.bottomLeftCorner(rowsBelow, node.width).transpose();
+  Eigen::MatrixXd own =
+      ownInverse.transpose() * factor.pivots().segment(node.first, node.width).cwiseInverse().asDiagonal() * ownInverse;
+  own.noalias() -= reach.transpose() * inverse.bottomLeftCorner(rowsBelow, node.width);
+  inverse.topLeftCorner(node.width, node.width) = 0.5 * (own + own.transpose());
+  columns[s] = inverse.leftCols(node.width);
+  return inverse;
+}
+
+int SparseInverse::rowIn(const Supernode& node, int row) const {
+  if (row < node.first + node.width) return row - node.first;
+  const auto found = std::lower_bound(node.below.begin(), node.below.end(), row);
+  if (found == node.below.end() || *found != row) {
+    throw std::logic_error("the inverse is asked for outside the pattern of the factor");
+  }
+  return node.width + static_cast<int>(found - node.below.begin());
 }
 
 Block SparseInverse::block(int rowNode, int columnNode) const {
-  const int rowPlace = placeOfNode[index(rowNode)], columnPlace = placeOfNode[index(columnNode)];
-  if (rowPlace == columnPlace) return all[index(rowPlace)].own;
-  const Columns& columns = all[index(std::min(rowPlace, columnPlace))];
-  const auto& nodes = columns.nodesBelow;
-  const auto found = std::lower_bound(nodes.begin(), nodes.end(), std::max(rowPlace, columnPlace));
-  if (found == nodes.end() || *found != std::max(rowPlace, columnPlace)) {
-    throw std::logic_error("the inverse is asked for outside the pattern of the factor");
-  }
-  const auto at = static_cast<std::size_t>(found - nodes.begin());
-  const Block below =
-      columns.below.middleRows(columns.rowsBelow[at], columns.rowsBelow[at + 1] - columns.rowsBelow[at]);
-  if (rowPlace > columnPlace) return below;
-  return below.transpose();
+  if (layout.offset(rowNode) < layout.offset(columnNode)) return block(columnNode, rowNode).transpose();
+  const int column = layout.offset(columnNode);
+  const std::size_t s = index(supernodeOfRow[index(column)]);
+  const Supernode& node = factor.supernodes()[s];
+  const int row = rowIn(node, layout.offset(rowNode));
+  return columns[s].block(row, column - node.first, layout.width(rowNode), layout.width(columnNode));
 }
 
 }  // namespace tiepoint::workbench::analysis

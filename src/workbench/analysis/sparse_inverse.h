@@ -7,11 +7,11 @@
 
 namespace tiepoint::workbench::analysis {
 
-/// By the recursion of Takahashi, Fagan and Chen (1973; Erisman and Tinney 1975), a node's columns at a
-/// time: the inverse's columns of a node follow from those of later nodes at the places of the factor alone.
+/// By the recursion of Takahashi, Fagan and Chen (1973; Erisman and Tinney 1975), a supernode's columns at a
+/// time: they follow from the inverse at the rows below them, all of which the parent has.
 class SparseInverse {
  public:
-  /// The factor is that of a positive definite matrix of this layout, by nodes of this layout.
+  /// The factor is that of a matrix of this layout.
   SparseInverse(const BlockMatrix& layout, const SparseFactor& factor);
 
   /// Rows of one node, columns of another; both must be neighbours in the factor. For two that are not, it
@@ -19,20 +19,14 @@ class SparseInverse {
   Block block(int rowNode, int columnNode) const;
 
  private:
-  /// A node's columns: its own rows first, then those below that the factor fills.
-  struct Columns {
-    int first = 0, width = 0;
-    std::vector<int> nodesBelow, rowsBelow;
-    Eigen::MatrixXd own, below;
-  };
+  Eigen::MatrixXd whole(std::size_t supernode, const Eigen::MatrixXd& below);
+  int rowIn(const Supernode& supernode, int row) const;
 
-  void findColumns(const BlockMatrix& layout, const SparseFactor& factor);
-  void invert(std::size_t at, const SparseFactor& factor, const Eigen::VectorXd& pivots);
-  Eigen::MatrixXd gather(const Columns& columns) const;
-
-  /// In the order of elimination; for each node its place there.
-  std::vector<Columns> all;
-  std::vector<int> placeOfNode;
+  const BlockMatrix& layout;
+  const SparseFactor& factor;
+  std::vector<int> supernodeOfRow;
+  /// For each supernode its columns of the inverse, at all its rows.
+  std::vector<Eigen::MatrixXd> columns;
 };
 
 }  // namespace tiepoint::workbench::analysis
