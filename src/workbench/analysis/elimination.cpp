@@ -6,25 +6,41 @@ namespace tiepoint::workbench::analysis {
 
 namespace {
 
-Eigen::Vector3d measuredPlace(const Survey& survey, const Placements& placements, std::size_t sighting) {
-  const Sighting& seen = survey.sightings[sighting];
-  return placements[seen.station].carry(seen.local);
+/// Where a target's places count from: a station that sees it, or its control. Differences to it keep the
+/// digits that places far from the origin would lose.
+struct Anchor {
+  Eigen::Vector3d centre, remainder;
+};
+
+Anchor anchorOf(const Survey& survey, const Placements& placements, const SurveyTarget& target) {
+  if (target.kind != TargetKind::adjusted) return {target.place, Eigen::Vector3d::Zero()};
+  const Placement& first = placements[survey.sightings[target.sightings.front()].station];
+  return {first.centre, first.remainder};
 }
 
-EliminatedTarget eliminate(const Survey& survey, const Placements& placements, const SurveyTarget& target) {
-  if (target.kind == TargetKind::held) return {target.place, Eigen::Matrix3d::Zero()};
-  // Differences to one of the places keep the digits that the mean of large numbers would lose.
+Eigen::Vector3d measuredPlace(const Survey& survey, const Placements& placements, std::size_t sighting,
+                              const Anchor& anchor) {
+  const Sighting& seen = survey.sightings[sighting];
+  const Placement& placement = placements[seen.station];
+  return placement.rotation * seen.local +
+         ((placement.centre - anchor.centre) + (placement.remainder - anchor.remainder));
+}
+
+/// The best place, from the anchor.
+EliminatedTarget eliminate(const Survey& survey, const Placements& placements, const SurveyTarget& target,
+                           const Anchor& anchor) {
+  EliminatedTarget eliminated;
+  if (target.kind == TargetKind::held) return eliminated;
   const bool isControlled = target.kind == TargetKind::controlled;
-  const Eigen::Vector3d first =
-      isControlled ? target.place : measuredPlace(survey, placements, target.sightings.front());
+  const Eigen::Vector3d first = isControlled ? Eigen::Vector3d(Eigen::Vector3d::Zero())
+                                             : measuredPlace(survey, placements, target.sightings.front(), anchor);
   Eigen::Matrix3d information = target.information;
   Eigen::Vector3d pull = Eigen::Vector3d::Zero();
   for (const std::size_t s : target.sightings) {
     const double weight = survey.sightings[s].information;
     information.diagonal().array() += weight;
-    pull += weight * (measuredPlace(survey, placements, s) - first);
+    pull += weight * (measuredPlace(survey, placements, s, anchor) - first);
   }
-  EliminatedTarget eliminated;
   if (isControlled) {
     eliminated.cofactor = information.inverse();
   } else {
@@ -43,16 +59,18 @@ Elimination eliminateTargets(const Survey& survey, const Placements& placements)
   elimination.targets.reserve(survey.targets.size());
   for (std::size_t t = 0; t < survey.targets.size(); ++t) {
     const SurveyTarget& target = survey.targets[t];
-    elimination.targets.push_back(eliminate(survey, placements, target));
-    const Eigen::Vector3d& place = elimination.targets.back().place;
+    const Anchor anchor = anchorOf(survey, placements, target);
+    EliminatedTarget eliminated = eliminate(survey, placements, target, anchor);
+    const Eigen::Vector3d place = eliminated.place;
+    eliminated.place = anchor.centre + (place + anchor.remainder);
+    elimination.targets.push_back(eliminated);
     for (const std::size_t s : target.sightings) {
-      elimination.residuals[s] = measuredPlace(survey, placements, s) - place;
+      elimination.residuals[s] = measuredPlace(survey, placements, s, anchor) - place;
       elimination.sumOfSquares += survey.sightings[s].information * elimination.residuals[s].squaredNorm();
     }
     if (target.kind != TargetKind::controlled) continue;
-    const Eigen::Vector3d residual = target.place - place;
-    elimination.controlResiduals[t] = residual;
-    elimination.sumOfSquares += residual.dot(target.information * residual);
+    elimination.controlResiduals[t] = -place;
+    elimination.sumOfSquares += place.dot(target.information * place);
   }
   return elimination;
 }

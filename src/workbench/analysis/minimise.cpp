@@ -11,7 +11,7 @@ namespace {
 constexpr int maxIterations = 500;
 /// Of the survey's extent: rounding, not a chosen accuracy.
 constexpr double negligibleStep = 1e-12;
-/// What rounding adds to a residual, as a share of the extent.
+/// What rounding adds to a residual, as a share of the largest distance from a station to its targets.
 constexpr double residualRounding = 1e-15;
 /// A factor serves for further steps as long as each is that much shorter than the one before it, and as long
 /// as the stations have moved by no more than so much of the extent since it was made.
@@ -31,7 +31,10 @@ class Search {
       : survey(survey_), equations(equations_), factor(factor_) {
     minimum.placements = std::move(start);
     minimum.elimination = eliminateTargets(survey, minimum.placements);
-    for (const Sighting& seen : survey.sightings) information += seen.information;
+    for (const Sighting& seen : survey.sightings) {
+      information += seen.information;
+      reach = std::max(reach, seen.local.norm());
+    }
   }
 
   Minimum run() {
@@ -111,7 +114,7 @@ class Search {
 
   /// How far the sum is known: all residuals off by their rounding, in the worst direction.
   double roundingOf(double sum) const {
-    const double error = residualRounding * extentOf(minimum.elimination);
+    const double error = residualRounding * reach;
     const double least = information * error * error;
     return 2.0 * std::sqrt(sum * least) + least;
   }
@@ -120,7 +123,7 @@ class Search {
   NormalEquations& equations;
   SparseFactor& factor;
   Minimum minimum;
-  double information = 0.0;
+  double information = 0.0, reach = 0.0;
   double damping = 0.0, factorDamping = 0.0, movedSinceFactor = 0.0;
 };
 

@@ -5,6 +5,20 @@
 
 namespace tiepoint::workbench::analysis {
 
+namespace {
+
+/// The sum of centre and shift with the error of its rounding (Knuth's two-sum).
+void addExactly(const Placement& placement, const Eigen::Vector3d& shift, Placement& next) {
+  const Eigen::Vector3d sum = placement.centre + shift;
+  const Eigen::Vector3d part = sum - placement.centre;
+  const Eigen::Vector3d error = (placement.centre - (sum - part)) + (shift - part);
+  const Eigen::Vector3d remainder = placement.remainder + error;
+  next.centre = sum + remainder;
+  next.remainder = remainder - (next.centre - sum);
+}
+
+}  // namespace
+
 Eigen::Matrix3d crossMatrix(const Eigen::Vector3d& v) {
   Eigen::Matrix3d cross;
   cross << 0.0, -v.z(), v.y(), v.z(), 0.0, -v.x(), -v.y(), v.x(), 0.0;
@@ -55,7 +69,7 @@ Placement moved(const Placement& placement, const StationVector& motion) {
   const Eigen::Matrix3d turned = rotationBy(turnOf(motion)) * placement.rotation;
   // Products of rotations drift; the nearest rotation to one that is a rotation to rounding doesn't.
   next.rotation = motion.size() == 4 ? nearestLevelRotation(turned) : nearestRotation(turned);
-  next.centre = placement.centre + shiftOf(motion);
+  addExactly(placement, shiftOf(motion), next);
   return next;
 }
 

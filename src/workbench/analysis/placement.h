@@ -17,6 +17,8 @@ struct Placement {
   Eigen::Matrix3d rotation = Eigen::Matrix3d::Identity();
   /// Of the mean of the station's points, less the survey's origin.
   Eigen::Vector3d centre = Eigen::Vector3d::Zero();
+  /// What a double of the centre can't hold: in long chains the rounding of far places would bend the whole.
+  Eigen::Vector3d remainder = Eigen::Vector3d::Zero();
 
   /// `local` counts from the mean of the station's points.
   Eigen::Vector3d carry(const Eigen::Vector3d& local) const { return rotation * local + centre; }
