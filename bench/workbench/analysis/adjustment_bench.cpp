@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include "workbench/analysis/best_minimum.h"
+#include "workbench/analysis/ceres_problem.h"
 #include "workbench/analysis/certificate.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/large_networks.h"
@@ -113,5 +114,37 @@ void everything(benchmark::State& state, Make make) {
 
 SURVEY(area);
 SURVEY(corridor);
+
+// The same 200 stations by Ceres, from the same start.
+BENCHMARK_CAPTURE(minimum, area, area)->Arg(200)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(statistics, area, area)->Arg(200)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(certificate, area, area)->Arg(200)->Unit(benchmark::kMillisecond);
+
+#ifdef TIEPOINT_HAS_CERES
+
+void ceresMinimum(benchmark::State& state) {
+  const Network network = area(static_cast<std::size_t>(state.range(0)));
+  const Survey survey = surveyOf(network, participationOf(network));
+  const Placements start = startOf(network, survey);
+  for (auto _ : state) {
+    CeresProblem problem(network, survey, start);
+    benchmark::DoNotOptimize(problem.solve());
+  }
+}
+BENCHMARK(ceresMinimum)->Arg(200)->Unit(benchmark::kMillisecond);
+
+/// Of all stations, and of nothing else.
+void ceresCovariance(benchmark::State& state) {
+  const Network network = area(static_cast<std::size_t>(state.range(0)));
+  const Survey survey = surveyOf(network, participationOf(network));
+  CeresProblem problem(network, survey, startOf(network, survey));
+  problem.solve();
+  for (auto _ : state) {
+    if (!problem.stationCovariances()) state.SkipWithError("no covariances");
+  }
+}
+BENCHMARK(ceresCovariance)->Arg(200)->Unit(benchmark::kMillisecond);
+
+#endif
 
 }  // namespace

@@ -42,6 +42,15 @@ TEST(Moved, KeepsARotationThroughManySteps) {
   EXPECT_LT((placement.rotation.transpose() * placement.rotation - Eigen::Matrix3d::Identity()).norm(), 1e-14);
 }
 
+TEST(Moved, KeepsWhatADoubleOfAFarCentreCantHold) {
+  Placement placement;
+  placement.centre.x() = 1e9;
+  StationVector motion = StationVector::Zero(6);
+  motion(3) = 1e-9;
+  for (int k = 0; k < 1000; ++k) placement = moved(placement, motion);
+  EXPECT_NEAR((placement.centre.x() - 1e9) + placement.remainder.x(), 1e-6, 1e-15);
+}
+
 TEST(NearestRotation, OfAReflectionIsStillARotation) {
   Eigen::Matrix3d reflection = Eigen::Vector3d(1.0, 0.9, -0.8).asDiagonal();
   EXPECT_NEAR(nearestRotation(reflection).determinant(), 1.0, 1e-12);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <Eigen/Dense>
+#include <Eigen/SparseCholesky>
 
 #include <stdexcept>
 
@@ -75,6 +76,53 @@ TEST(SparseInverse, RefusesPlacesThatTheFactorLeavesEmpty) {
   ASSERT_TRUE(factor.factorize(matrix));
   const SparseInverse inverse(matrix, factor);
   EXPECT_THROW(inverse.block(0, 2), std::logic_error);
+}
+
+TEST(SparseFactor, IsThatOfOneColumnAfterAnother) {
+  for (std::uint64_t seed = 0; seed < 30; ++seed) {
+    RandomMatrix random(seed);
+    BlockMatrix matrix = random.make();
+    // Every third one is indefinite.
+    if (seed % 3 == 0) matrix.addDiagonal(Eigen::VectorXd::Constant(matrix.size(), -38.0));
+    SparseFactor factor(matrix);
+    ASSERT_TRUE(factor.factorize(matrix));
+    const Eigen::SimplicialLDLT<Eigen::SparseMatrix<double>, Eigen::Lower, Eigen::NaturalOrdering<int>> plain(
+        matrix.lower());
+    const Eigen::VectorXd pivots = plain.vectorD();
+    EXPECT_LT((factor.pivots() - pivots).cwiseQuotient(pivots).cwiseAbs().maxCoeff(), 1e-7);
+    EXPECT_EQ(factor.negativePivots(), (pivots.array() < 0.0).count());
+    const Eigen::MatrixXd side = Eigen::MatrixXd::Identity(matrix.size(), 3);
+    const Eigen::MatrixXd wanted = plain.solve(side);
+    EXPECT_LT((factor.solve(side) - wanted).norm(), 1e-7 * wanted.norm());
+    EXPECT_GE(factor.filled(), static_cast<std::size_t>(plain.matrixL().nestedExpression().nonZeros()));
+  }
+}
+
+TEST(SparseFactor, OfAWideFrontIsThatOfOneColumnAfterAnother) {
+  // All nodes are neighbours: one supernode of several panels.
+  const int nodes = 40;
+  std::vector<std::pair<int, int>> all;
+  for (int a = 0; a < nodes; ++a) {
+    for (int b = 0; b < a; ++b) all.emplace_back(a, b);
+  }
+  BlockMatrix matrix(std::vector<int>(nodes, 6), all);
+  RandomMatrix random(3);
+  for (const auto& [one, other] : all) matrix.add(one, other, random.block(6, 6));
+  matrix.addDiagonal(Eigen::VectorXd::Constant(matrix.size(), 300.0));
+  SparseFactor factor(matrix);
+  ASSERT_TRUE(factor.factorize(matrix));
+  EXPECT_EQ(factor.supernodes().size(), 1u);
+  const Eigen::MatrixXd lower = matrix.lower();
+  const Eigen::MatrixXd whole = lower.selfadjointView<Eigen::Lower>();
+  const Eigen::VectorXd side = Eigen::VectorXd::LinSpaced(matrix.size(), -1.0, 1.0);
+  EXPECT_LT((whole * factor.solve(side) - side).norm(), 1e-12);
+}
+
+TEST(SparseFactor, OfASingularMatrixSaysSo) {
+  BlockMatrix matrix({2, 2}, {{0, 1}});
+  matrix.add(0, 0, Block::Identity(2, 2));
+  SparseFactor factor(matrix);
+  EXPECT_FALSE(factor.factorize(matrix));
 }
 
 TEST(SparseFactor, CountsNegativePivots) {
