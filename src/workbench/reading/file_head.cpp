@@ -1,6 +1,5 @@
 #include "workbench/reading/file_head.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -25,16 +24,12 @@ std::optional<Separator> saidSeparator(const std::string& line) {
   return std::nullopt;
 }
 
-std::string withoutMark(const std::string& comment) {
-  const auto isMark = [](char c) { return isWhite(c) || c == '#' || c == '/' || c == '%' || c == '!'; };
-  return std::string(std::find_if_not(comment.begin(), comment.end(), isMark), comment.end());
-}
-
 }  // namespace
 
 LookedAt lookAtHead(TextLines& lines) {
   LookedAt seen;
   std::size_t bytes = 0;
+  bool isAboveData = true;
   std::string line;
   while (seen.head.lines.size() < mostHeadLines && bytes < mostHeadBytes && lines.next(line)) {
     if (lines.number() == 1) {
@@ -47,9 +42,10 @@ LookedAt lookAtHead(TextLines& lines) {
       ++seen.blankCount;
     } else if (kind == LineKind::comment) {
       ++seen.commentCount;
-      if (seen.head.lines.empty()) seen.head.commentBefore = withoutMark(line);
+      if (isAboveData) seen.head.comment = NumberedLine{lines.number(), line};
     } else {
       bytes += line.size();
+      isAboveData = isAboveData && kindOfLine(line, Separator::blank) == LineKind::comment;
       seen.head.lines.push_back({lines.number(), std::move(line)});
     }
   }

@@ -20,7 +20,7 @@ struct LookedAt {
 };
 
 /// Reads lines until enough of them may be data. Comments on the way aren't kept, but for the last
-/// before the data.
+/// before the first line that is data whatever divides its fields.
 LookedAt lookAtHead(TextLines& lines);
 
 }  // namespace tiepoint::workbench

@@ -7,6 +7,7 @@
 
 #include "workbench/reading/header_columns.h"
 #include "workbench/reading/header_line.h"
+#include "workbench/reading/numbers.h"
 #include "workbench/reading/point_line.h"
 
 namespace tiepoint::workbench {
@@ -33,6 +34,24 @@ std::vector<Separators> tiers(const FileHead& head, const ReadingRequest& reques
 std::vector<DecimalMark> decimals(const ReadingRequest& request) {
   if (request.decimal) return {*request.decimal};
   return {DecimalMark::point, DecimalMark::comma};
+}
+
+/// A comment needn't be divided as the points below it are.
+constexpr std::array<Separator, 5> headingDividers{Separator::semicolon, Separator::tab, Separator::comma,
+                                                   Separator::blank, Separator::mixed};
+
+std::string withoutMark(const std::string& comment) {
+  const auto isMark = [](char c) { return isWhite(c) || c == '#' || c == '/' || c == '%' || c == '!' || c == ';'; };
+  return std::string(std::find_if_not(comment.begin(), comment.end(), isMark), comment.end());
+}
+
+/// A number sign that begins a line is the word above the names where a mark of its own divides it
+/// from the next, or where the field below it can be nothing but a name.
+bool mayStandAbove(const std::string& word, Separator divider, const FieldList& fields) {
+  if (word != "#") return false;
+  if (divider != Separator::blank && divider != Separator::mixed) return true;
+  const std::string& below = fields[0].text;
+  return !readNumber(below, DecimalMark::point).isNumber && !readNumber(below, DecimalMark::comma).isNumber;
 }
 
 /// One way of reading, and what came of it.
@@ -105,21 +124,32 @@ class Finder {
     heading.line = headerLine(head.lines[heading.firstData].text, separator, request.encoding);
     if (heading.line) {
       ++heading.firstData;
-    } else if (head.commentBefore && heading.firstData == 0) {
-      heading.line = commentHeading(separator);
+    } else if (const NumberedLine* comment = commentAbove(heading.firstData)) {
+      heading.line = commentHeading(comment->text, head.lines[heading.firstData].text, separator);
       heading.isComment = heading.line.has_value();
     }
     return heading;
   }
 
+  /// The comment directly above the data: all of the head's lines before those are comments, too.
+  const NumberedLine* commentAbove(std::size_t firstData) const {
+    const NumberedLine* above = firstData > 0 ? &head.lines[firstData - 1] : nullptr;
+    if (!head.comment || head.comment->number > head.lines[firstData].number) return above;
+    return above && above->number > head.comment->number ? above : &*head.comment;
+  }
+
   /// A comment is a header only when it names all that is needed, one word for each field below it.
-  std::optional<HeaderLine> commentHeading(Separator separator) const {
+  std::optional<HeaderLine> commentHeading(const std::string& comment, const std::string& data,
+                                           Separator separator) const {
     FieldList fields;
-    if (splitFields(head.lines.front().text, separator, fields) != QuoteTrouble::none) return std::nullopt;
-    for (const Separator divider : {separator, Separator::blank}) {
-      const auto line = headerLine(*head.commentBefore, divider, request.encoding);
-      if (!line || line->words.size() != fields.size()) continue;
-      if (std::holds_alternative<Columns>(columnsOfHeader(line->words))) return line;
+    if (splitFields(data, separator, fields) != QuoteTrouble::none) return std::nullopt;
+    for (const std::string& text : {withoutMark(comment), comment}) {
+      for (const Separator divider : headingDividers) {
+        const auto line = headerLine(text, divider, request.encoding);
+        if (!line || line->words.size() != fields.size()) continue;
+        if (!std::holds_alternative<Columns>(columnsOfHeader(line->words))) continue;
+        if (text != comment || mayStandAbove(line->words.front(), divider, fields)) return line;
+      }
     }
     return std::nullopt;
   }

@@ -20,8 +20,9 @@ struct NumberedLine {
 struct FileHead {
   /// Neither blank nor sure to be comments.
   std::vector<NumberedLine> lines;
-  /// The comment directly before the first of them, without its mark.
-  std::optional<std::string> commentBefore;
+  /// The last of the sure comments above the points, with its mark. Lines that begin with a semicolon
+  /// may stand before it in `lines`.
+  std::optional<NumberedLine> comment;
   /// By a first line such as `sep=;`.
   std::optional<Separator> saidSeparator;
 };

@@ -233,4 +233,26 @@ TEST(HostileFiles, WithEveryKindOfComment) {
   });
 }
 
+// Taken for a mere comment, each of these would swap north and east without a word.
+TEST(HostileFiles, WithAHeaderInEveryKindOfComment) {
+  expectAll({
+      {"behind a semicolon", "; Name N E H\nA 2 1 3\n", "ASCII blank name,y,x,z | A 1 2 3"},
+      {"behind a semicolon and a comment", "# hall\n; Name,N,E,H\nA,2,1,3\n", "ASCII comma name,y,x,z | A 1 2 3"},
+      {"below a semicolon's comment", "; hall\n# Name N E H\nA 2 1 3\n", "ASCII blank name,y,x,z | A 1 2 3"},
+      {"above a semicolon's comment", "# Name N E H\n; hall\nA 2 1 3\n", "ASCII blank name,x,y,z | A 2 1 3"},
+      {"above another comment", "# Name N E H\n# hall\nA 2 1 3\n", "ASCII blank name,x,y,z | A 2 1 3"},
+      {"among the points", "A 2 1 3\n# Name N E H\nB 2 1 3\n", "ASCII blank name,x,y,z | A 2 1 3 | B 2 1 3"},
+      {"behind a semicolon that divides", "; Name;N;E;H\nA;2;1;3\n", "faulty 1: 2 count '4' not 5"},
+      {"the number sign above the names", "#;N;E;H\nA;2;1;3\n", "ASCII semicolon name,y,x,z | A 1 2 3"},
+      {"the number sign above numbers", "#,N,E,H\n7,2,1,3\n", "ASCII comma name,y,x,z | 7 1 2 3"},
+      {"the number sign and blanks above a name", "# N E H\nA 2 1 3\n", "ASCII blank name,y,x,z | A 1 2 3"},
+      {"the number sign and blanks above numbers", "# X Y Z\n1 2 3 4\n",
+       "ambiguous: blank name,x,y,z blank x,y,z,w blank x,y,z,-"},
+      {"another mark above a name", "% N E H\nA 2 1 3\n", "ASCII blank name,x,y,z | A 2 1 3"},
+      {"commas and blanks above blanks", "# Name, N, E, H\nA 2 1 3\n", "ASCII blank name,y,x,z | A 1 2 3"},
+      {"semicolons above blanks", "# Point ID;Northing;Easting;Height\nA 2 1 3\n", "ASCII blank name,y,x,z | A 1 2 3"},
+      {"tabs above commas", "# Point ID\tNorthing\tEasting\tHeight\nA,2,1,3\n", "ASCII comma name,y,x,z | A 1 2 3"},
+  });
+}
+
 }  // namespace
