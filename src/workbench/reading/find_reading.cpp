@@ -97,6 +97,8 @@ class Finder {
         for (Trial& trial : trialsOf(separator)) (trial.readsAll() ? full : partial).push_back(std::move(trial));
       }
       if (!full.empty()) return different(std::move(full));
+      // Another separator would tear the words of such a header apart, and read something else.
+      if (contradictoryHeader) return *contradictoryHeader;
     }
     return bestPartial();
   }
@@ -173,6 +175,12 @@ class Finder {
   }
 
   void noteColumnsFault(const ColumnsFault& fault, const Heading& heading) {
+    if (fault.trouble == ColumnsTrouble::doubled && heading.line && !heading.isComment && !contradictoryHeader) {
+      contradictoryHeader.emplace();
+      contradictoryHeader->none.kind = NoReading::Kind::columns;
+      contradictoryHeader->none.columns = fault;
+      contradictoryHeader->none.line = head.lines[heading.firstData - 1].number;
+    }
     if (columnsFault && columnsFault->columns.trouble != ColumnsTrouble::wordNotInHeader) return;
     columnsFault = NoReading();
     columnsFault->kind = NoReading::Kind::columns;
@@ -315,6 +323,8 @@ class Finder {
   const ReadingRequest& request;
   std::vector<Trial> partial;
   std::optional<NoReading> columnsFault;
+  /// Two of its words claim to be the same column.
+  std::optional<FoundReadings> contradictoryHeader;
   std::optional<NoReading> loneHeader;
   NoReading firstCount;
 };

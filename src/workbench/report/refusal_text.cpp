@@ -98,6 +98,10 @@ std::string requestText(const Refusal& r, FieldNames nameOf) {
           r.count, r.value.value_or(0.0), nameOf(Field::maxIterations), nameOf(Field::convergence));
     case RefusalKind::inputUnitGivesMetres:
       return fmt::format("{} {}: the points come out in metres; leave --unit mm out", nameOf(r.field), r.given);
+    case RefusalKind::inputUnitLeavesClouds:
+      return fmt::format(
+          "{} {}: clouds aren't converted, and would move by metres; give the points in the clouds' unit",
+          nameOf(r.field), r.given);
     case RefusalKind::movedNeedsApply:
       return fmt::format("{} needs {}: it writes the clouds that were moved", nameOf(Field::moved),
                          nameOf(Field::apply));

@@ -56,6 +56,7 @@ class Surveyor {
     }
     if (byte >= 0x80 || pendingBytes > 0) takeUtf8(byte);
     found.mayHoldStandIns = found.mayHoldStandIns || (previous == '_' && byte == 'x');
+    takeSeparators(byte);
     previous = byte;
     lineLength = byte == '\n' || byte == '\r' ? 0 : lineLength + 1;
     tooLong = tooLong || lineLength > longestByteLine;
@@ -67,11 +68,33 @@ class Surveyor {
   FileSurvey result() const {
     FileSurvey survey = found;
     survey.isBeyondAscii = beyondAscii;
+    survey.mayHoldDecimalCommas = commaBetweenDigits && otherSeparator;
     survey.isUtf8BeyondAscii = beyondAscii && utf8 && pendingBytes == 0;
     return survey;
   }
 
  private:
+  static bool isDigit(unsigned char byte) { return byte >= '0' && byte <= '9'; }
+
+  void takeSeparators(unsigned char byte) {
+    const bool isBlank = byte == ' ' || byte == '\t';
+    const bool isMark = byte == ',' || byte == ';';
+    found.hasQuotes = found.hasQuotes || byte == '"';
+    found.hasComments = found.hasComments || (byte == '#' && lastInLine == 0);
+    found.mayHoldEmptyFields = found.mayHoldEmptyFields || (isMark && (lastInLine == ',' || lastInLine == ';'));
+    commaBetweenDigits = commaBetweenDigits || (isDigit(byte) && previous == ',' && isDigit(beforePrevious));
+    // Blanks separate when something follows them that isn't a mark.
+    const bool afterBlanks = !isBlank && !isMark && (previous == ' ' || previous == '\t') && lastInLine != 0 &&
+                             lastInLine != ',' && lastInLine != ';' && byte != '\n' && byte != '\r';
+    otherSeparator = otherSeparator || byte == ';' || afterBlanks;
+    beforePrevious = previous;
+    if (byte == '\n' || byte == '\r') {
+      lastInLine = 0;
+    } else if (!isBlank) {
+      lastInLine = byte;
+    }
+  }
+
   void takeUtf8(unsigned char byte) {
     beyondAscii = true;
     if (pendingBytes > 0) {
@@ -94,6 +117,11 @@ class Surveyor {
   bool utf8 = true;
   int pendingBytes = 0;
   unsigned char previous = 0;
+  unsigned char beforePrevious = 0;
+  /// Of its line, blanks left out; 0 before the first.
+  unsigned char lastInLine = 0;
+  bool commaBetweenDigits = false;
+  bool otherSeparator = false;
   std::size_t lineLength = 0;
   bool tooLong = false;
 };

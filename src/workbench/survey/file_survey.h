@@ -25,6 +25,13 @@ struct FileSurvey {
   bool isBeyondAscii = false;
   /// The file holds "_x", with which the stand-in of a character may begin.
   bool mayHoldStandIns = false;
+  /// A line begins with "#".
+  bool hasComments = false;
+  bool hasQuotes = false;
+  /// A comma stands between two digits, and other separators stand in the file too.
+  bool mayHoldDecimalCommas = false;
+  /// Two commas or semicolons follow one another.
+  bool mayHoldEmptyFields = false;
 };
 
 /// Throws Refused as surveyFile does for what isn't the path of a plain file, without reading it.

@@ -54,8 +54,13 @@ void checkNaming(const NamingRequest& naming) {
 }
 
 void checkUnit(const RegistrationRequest& request) {
-  if (!request.reading.unit || request.unit != Unit::millimetre) return;
-  throw Refused({RefusalKind::inputUnitGivesMetres, Field::inputUnit, lengthUnitName(*request.reading.unit)});
+  if (!request.reading.unit) return;
+  const std::string unit = lengthUnitName(*request.reading.unit);
+  if (request.unit == Unit::millimetre) throw Refused({RefusalKind::inputUnitGivesMetres, Field::inputUnit, unit});
+  // A cloud keeps its unit, and would move by a shift in metres.
+  const bool movesClouds = request.changes.apply || !request.changes.clouds.empty();
+  if (*request.reading.unit == LengthUnit::metre || !movesClouds) return;
+  throw Refused({RefusalKind::inputUnitLeavesClouds, Field::inputUnit, unit});
 }
 
 void checkWeights(const RegistrationRequest& request) {

@@ -48,17 +48,22 @@ ColumnRequest columnsOf(Layout layout) {
 
 bool groupNeedsStandIn(const SurveyFile& file) { return standInGroupName(file.group) != file.group; }
 
+/// Without a named layout, what users mean by "#" and by quotation marks is what they get.
+bool hasCommentsOrQuotes(const SurveyFile& file) {
+  return !file.layoutIsNamed && (file.survey.hasComments || file.survey.hasQuotes);
+}
+
 /// A look at the bytes; whether names are at stake only their reading tells.
 bool mayLoseLetters(const SurveyFile& file) {
   return file.survey.isBeyondAscii || file.survey.mark != ByteOrderMark::none || file.survey.mayHoldStandIns ||
-         groupNeedsStandIn(file);
+         groupNeedsStandIn(file) || hasCommentsOrQuotes(file);
 }
 
 /// The module would take other names than the file has.
 bool losesLetters(const SurveyFile& file, const ReadSurvey& survey) {
   if (survey.status != ReadStatus::read) return false;
   const TextEncoding encoding = survey.reading.encoding;
-  if (groupNeedsStandIn(file) || survey.reading.hasMark) return true;
+  if (groupNeedsStandIn(file) || survey.reading.hasMark || hasCommentsOrQuotes(file)) return true;
   if (encoding != TextEncoding::ascii && encoding != TextEncoding::windows1251) return true;
   return std::any_of(survey.points.begin(), survey.points.end(),
                      [](const SurveyPoint& point) { return standInName(point.name) != point.name; });
@@ -69,10 +74,35 @@ ReadSurvey readAs(const SurveyFile& file, ReadingRequest request) {
   return readSurvey(bytesOfFile(file.path), request);
 }
 
+bool hasSamePoints(const ReadSurvey& one, const ReadSurvey& other) {
+  return std::equal(one.points.begin(), one.points.end(), other.points.begin(), other.points.end(),
+                    [](const SurveyPoint& a, const SurveyPoint& b) {
+                      return a.name == b.name && a.x == b.x && a.y == b.y && a.z == b.z && a.w == b.w;
+                    });
+}
+
+/// The module divides fields at any run of separators, so that it may read a decimal comma as two numbers
+/// and step over an empty field without a word. Gives why the file is refused, if it is to be.
+std::optional<ReadSurvey> objection(const SurveyFile& file, const ReadingRequest& request) {
+  if (file.layoutIsNamed || !(file.survey.mayHoldDecimalCommas || file.survey.mayHoldEmptyFields)) return std::nullopt;
+  ReadSurvey found = readSurvey(bytesOfFile(file.path), request);
+  if (found.status != ReadStatus::read) return found;
+  const ReadSurvey ofModule = readAs(file, request);
+  if (ofModule.status != ReadStatus::read || hasSamePoints(found, ofModule)) return std::nullopt;
+  found.status = ReadStatus::ambiguousColumns;
+  for (const ReadSurvey* way : {&ofModule, &found}) {
+    CandidateReading candidate;
+    candidate.lines = way->reading.lines;
+    found.candidates.push_back(std::move(candidate));
+  }
+  return found;
+}
+
 /// Nothing when the file goes to the module as it is.
 std::optional<ReadSurvey> readingNeeded(const SurveyFile& file, const ReadingRequest& request) {
   if (asksForReading(request)) return readAs(file, request);
   if (file.moduleReadsAll) {
+    if (auto against = objection(file, request)) return against;
     if (!mayLoseLetters(file)) return std::nullopt;
     ReadSurvey survey = readAs(file, request);
     if (losesLetters(file, survey)) return survey;

@@ -34,6 +34,7 @@ constexpr std::array kinds{
     KindInfo{Kind::noClusters, "no-clusters", usage},
     KindInfo{Kind::movedNeedsApply, "moved-needs-apply", usage},
     KindInfo{Kind::inputUnitGivesMetres, "input-unit-gives-metres", usage},
+    KindInfo{Kind::inputUnitLeavesClouds, "input-unit-leaves-clouds", usage},
     KindInfo{Kind::groupTwice, "group-twice", usage},
     KindInfo{Kind::cloudTwice, "cloud-twice", usage},
     KindInfo{Kind::pathNotUtf8, "path-not-utf8", file},

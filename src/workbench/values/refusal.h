@@ -76,6 +76,7 @@ enum class RefusalKind {
   noClusters,
   movedNeedsApply,
   inputUnitGivesMetres,
+  inputUnitLeavesClouds,
   groupTwice,
   cloudTwice,
   // --- Files that are read.
