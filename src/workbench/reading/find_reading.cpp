@@ -63,6 +63,8 @@ struct Trial {
   std::size_t lines = 0;
   /// Lines with the right number of fields, whatever they hold.
   std::size_t rightCounts = 0;
+  /// A line is divided, and lacks fields that the columns need.
+  bool lacksFields = false;
   std::optional<ReadingFault> firstFault;
 
   bool readsAll() const { return lines > 0 && points.size() == lines; }
@@ -97,11 +99,19 @@ class Finder {
         for (Trial& trial : trialsOf(separator)) (trial.readsAll() ? full : partial).push_back(std::move(trial));
       }
       if (!full.empty()) return different(std::move(full));
+      if (std::any_of(partial.begin(), partial.end(), settlesSeparator)) break;
     }
     return bestPartial();
   }
 
  private:
+  /// Where a single separator divides the lines under columns that are known, runs of blanks would hide
+  /// a coordinate that isn't there: `P 1;10;20;` isn't the point P at 1, 10, 20.
+  static bool settlesSeparator(const Trial& trial) {
+    const Separator separator = trial.candidate.lines.separator;
+    return trial.isKnown && trial.lacksFields && separator != Separator::blank && separator != Separator::mixed;
+  }
+
   std::optional<FoundReadings> binaryLine() const {
     for (const NumberedLine& line : head.lines) {
       if (line.text.find('\0') == std::string::npos) continue;
@@ -248,6 +258,7 @@ class Finder {
       ++trial.lines;
       SurveyPoint point;
       auto fault = reader.read(head.lines[i].text, point);
+      trial.lacksFields = trial.lacksFields || (fault && lacksFields(trial, reader, *fault));
       trial.rightCounts += !fault || fault->kind != ReadingFaultKind::fieldCount;
       if (!fault) {
         trial.points.push_back(std::move(point));
@@ -256,6 +267,13 @@ class Finder {
         trial.firstFault = std::move(fault);
       }
     }
+  }
+
+  /// Too few of them, where a header of as many words is divided alike; or an empty one.
+  static bool lacksFields(const Trial& trial, const PointLine& reader, const ReadingFault& fault) {
+    if (fault.kind == ReadingFaultKind::notANumber) return fault.found.empty();
+    if (fault.kind != ReadingFaultKind::fieldCount || trial.candidate.header.empty()) return false;
+    return reader.fieldCount() > 1 && reader.fieldCount() < trial.candidate.lines.columns.roles.size();
   }
 
   static FoundReadings different(std::vector<Trial> trials) {
