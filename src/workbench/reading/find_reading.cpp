@@ -65,6 +65,8 @@ struct Trial {
   std::size_t rightCounts = 0;
   /// A line is divided, and lacks fields that the columns need.
   bool lacksFields = false;
+  /// Points have empty fields behind them.
+  bool hasEmptyEnd = false;
   std::optional<ReadingFault> firstFault;
 
   bool readsAll() const { return lines > 0 && points.size() == lines; }
@@ -259,6 +261,8 @@ class Finder {
       SurveyPoint point;
       auto fault = reader.read(head.lines[i].text, point);
       trial.lacksFields = trial.lacksFields || (fault && lacksFields(trial, reader, *fault));
+      trial.hasEmptyEnd =
+          trial.hasEmptyEnd || (!fault && reader.fieldCount() > trial.candidate.lines.columns.roles.size());
       trial.rightCounts += !fault || fault->kind != ReadingFaultKind::fieldCount;
       if (!fault) {
         trial.points.push_back(std::move(point));
@@ -286,6 +290,9 @@ class Finder {
       if (!trial.isKnown && hasColumn(trial.candidate.lines.columns, ColumnRole::weight)) {
         found.candidates.push_back(withoutWeight(trial.candidate));
       }
+      if (!trial.isKnown && trial.hasEmptyEnd && trial.candidate.lines.columns.roles.size() == fewestColumns) {
+        found.candidates.push_back(withName(trial.candidate));
+      }
     }
     return found;
   }
@@ -294,6 +301,13 @@ class Finder {
   static CandidateReading withoutWeight(CandidateReading candidate) {
     std::vector<ColumnRole>& roles = candidate.lines.columns.roles;
     std::replace(roles.begin(), roles.end(), ColumnRole::weight, ColumnRole::skipped);
+    return candidate;
+  }
+
+  /// Three numbers and an empty field may as well be numbers of points without a height.
+  static CandidateReading withName(CandidateReading candidate) {
+    std::vector<ColumnRole>& roles = candidate.lines.columns.roles;
+    roles.insert(roles.begin(), ColumnRole::name);
     return candidate;
   }
 

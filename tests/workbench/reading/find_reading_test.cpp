@@ -73,6 +73,21 @@ TEST(FoundReadings, AreTheColumnsThatTheNumberOfFieldsTells) {
   expectAll(rows);
 }
 
+// They could be numbers of points, northings and eastings without a height.
+TEST(FoundReadings, AreSeveralForThreeNumbersAndAnEmptyField) {
+  const Row rows[] = {
+      {"7;10;20;\n8;11;21;\n", "semicolon x,y,z or semicolon name,x,y,z"},
+      {"7,10,20,,\n", "comma x,y,z or comma name,x,y,z"},
+      {"7\t10\t20\t\n", "tab x,y,z or tab name,x,y,z"},
+      {"7;10;20\n8;11;21;\n", "semicolon x,y,z or semicolon name,x,y,z"},
+      {"7 10 20 \n", "blank x,y,z"},
+      {"A;7;10;20;\n", "semicolon name,x,y,z"},
+      {"X;Y;Z\n7;10;20;\n", "semicolon x,y,z"},
+  };
+  expectAll(rows);
+  EXPECT_EQ(foundText("7;10;20;\n", asking("x,y,z")), "semicolon x,y,z");
+}
+
 // With the blank in the name as a separator, each of these would be the point P at 1, 10, 20.
 TEST(FoundReadings, HideNoMissingCoordinateBehindABlankInAName) {
   const Row rows[] = {
