@@ -63,6 +63,10 @@ struct Trial {
   std::size_t lines = 0;
   /// Lines with the right number of fields, whatever they hold.
   std::size_t rightCounts = 0;
+  /// A line is divided, and lacks fields that the columns need.
+  bool lacksFields = false;
+  /// Points have empty fields behind them.
+  bool hasEmptyEnd = false;
   std::optional<ReadingFault> firstFault;
 
   bool readsAll() const { return lines > 0 && points.size() == lines; }
@@ -99,11 +103,19 @@ class Finder {
       if (!full.empty()) return different(std::move(full));
       // Another separator would tear the words of such a header apart, and read something else.
       if (contradictoryHeader) return *contradictoryHeader;
+      if (std::any_of(partial.begin(), partial.end(), settlesSeparator)) break;
     }
     return bestPartial();
   }
 
  private:
+  /// Where a single separator divides the lines under columns that are known, runs of blanks would hide
+  /// a coordinate that isn't there: `P 1;10;20;` isn't the point P at 1, 10, 20.
+  static bool settlesSeparator(const Trial& trial) {
+    const Separator separator = trial.candidate.lines.separator;
+    return trial.isKnown && trial.lacksFields && separator != Separator::blank && separator != Separator::mixed;
+  }
+
   std::optional<FoundReadings> binaryLine() const {
     for (const NumberedLine& line : head.lines) {
       if (line.text.find('\0') == std::string::npos) continue;
@@ -256,6 +268,9 @@ class Finder {
       ++trial.lines;
       SurveyPoint point;
       auto fault = reader.read(head.lines[i].text, point);
+      trial.lacksFields = trial.lacksFields || (fault && lacksFields(trial, reader, *fault));
+      trial.hasEmptyEnd =
+          trial.hasEmptyEnd || (!fault && reader.fieldCount() > trial.candidate.lines.columns.roles.size());
       trial.rightCounts += !fault || fault->kind != ReadingFaultKind::fieldCount;
       if (!fault) {
         trial.points.push_back(std::move(point));
@@ -264,6 +279,13 @@ class Finder {
         trial.firstFault = std::move(fault);
       }
     }
+  }
+
+  /// Too few of them, where a header of as many words is divided alike; or an empty one.
+  static bool lacksFields(const Trial& trial, const PointLine& reader, const ReadingFault& fault) {
+    if (fault.kind == ReadingFaultKind::notANumber) return fault.found.empty();
+    if (fault.kind != ReadingFaultKind::fieldCount || trial.candidate.header.empty()) return false;
+    return reader.fieldCount() > 1 && reader.fieldCount() < trial.candidate.lines.columns.roles.size();
   }
 
   static FoundReadings different(std::vector<Trial> trials) {
@@ -276,6 +298,9 @@ class Finder {
       if (!trial.isKnown && hasColumn(trial.candidate.lines.columns, ColumnRole::weight)) {
         found.candidates.push_back(withoutWeight(trial.candidate));
       }
+      if (!trial.isKnown && trial.hasEmptyEnd && trial.candidate.lines.columns.roles.size() == fewestColumns) {
+        found.candidates.push_back(withName(trial.candidate));
+      }
     }
     return found;
   }
@@ -284,6 +309,13 @@ class Finder {
   static CandidateReading withoutWeight(CandidateReading candidate) {
     std::vector<ColumnRole>& roles = candidate.lines.columns.roles;
     std::replace(roles.begin(), roles.end(), ColumnRole::weight, ColumnRole::skipped);
+    return candidate;
+  }
+
+  /// Three numbers and an empty field may as well be numbers of points without a height.
+  static CandidateReading withName(CandidateReading candidate) {
+    std::vector<ColumnRole>& roles = candidate.lines.columns.roles;
+    roles.insert(roles.begin(), ColumnRole::name);
     return candidate;
   }
 

@@ -1,6 +1,7 @@
 #include "workbench/reading/point_line.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "workbench/reading/numbers.h"
@@ -12,6 +13,20 @@ namespace {
 constexpr std::size_t longestExcerpt = 60;
 
 bool isBlankText(const std::string& text) { return std::all_of(text.begin(), text.end(), isWhite); }
+
+/// Commas that stand between two digits beside other separators, as in `A;100;200,5`: where a mixture
+/// divides, each could as well be a decimal comma.
+std::size_t countLikelyDecimals(const std::string& line) {
+  constexpr const char* otherSeparators = "; \t\v\f";
+  std::size_t count = 0;
+  for (std::size_t start = line.find_first_not_of(otherSeparators); start != std::string::npos;) {
+    const std::size_t end = std::min(line.find_first_of(otherSeparators, start), line.size());
+    const ReadNumber number = readNumber(std::string_view(line).substr(start, end - start), DecimalMark::comma);
+    count += number.isNumber && number.hasComma;
+    start = line.find_first_not_of(otherSeparators, end);
+  }
+  return count;
+}
 
 bool isUtf8Continuation(char c) { return (static_cast<unsigned char>(c) & 0xC0u) == 0x80u; }
 
@@ -94,6 +109,21 @@ std::optional<ReadingFault> PointLine::readFields(SurveyPoint& point) {
   return std::nullopt;
 }
 
+/// A mixture leaves no field empty: what ends in a separator may lack its last coordinate.
+std::optional<ReadingFault> PointLine::faultOfCount(const std::string& line) const {
+  const bool isMixed = lineReading.separator == Separator::mixed;
+  const std::size_t wanted = lineReading.columns.roles.size();
+  const std::size_t most = isMixed ? fields.size() : fields.sizeWithoutEmptyEnd();
+  const std::size_t decimals = isMixed ? countLikelyDecimals(line) : 0;
+  const bool isTooLong = !lineReading.columns.openEnded && most > wanted;
+  if (fields.size() >= wanted && !isTooLong && decimals == 0) return std::nullopt;
+  ReadingFault fault;
+  fault.kind = ReadingFaultKind::fieldCount;
+  fault.found = std::to_string(fields.size() - decimals);
+  fault.expected = std::to_string(wanted);
+  return fault;
+}
+
 std::optional<ReadingFault> PointLine::read(const std::string& line, SurveyPoint& point) {
   if (line.find('\0') != std::string::npos)
     return ReadingFault{ReadingFaultKind::zeroByte, 0, 0, {}, {}, ColumnRole::skipped};
@@ -102,15 +132,7 @@ std::optional<ReadingFault> PointLine::read(const std::string& line, SurveyPoint
     return faultAt(trouble == QuoteTrouble::openQuote ? ReadingFaultKind::openQuote : ReadingFaultKind::textAfterQuote,
                    fields.size() - 1);
   }
-  const std::size_t wanted = lineReading.columns.roles.size();
-  const bool isTooLong = !lineReading.columns.openEnded && fields.sizeWithoutEmptyEnd() > wanted;
-  if (fields.size() < wanted || isTooLong) {
-    ReadingFault fault;
-    fault.kind = ReadingFaultKind::fieldCount;
-    fault.found = std::to_string(fields.size());
-    fault.expected = std::to_string(wanted);
-    return fault;
-  }
+  if (auto fault = faultOfCount(line)) return fault;
   point.name = "?";
   point.w = 1.0;
   return readFields(point);

@@ -44,11 +44,14 @@ class PointLine {
   /// from the left. Texts of the fault are bytes of the file.
   std::optional<ReadingFault> read(const std::string& line, SurveyPoint& point);
   const CommaEvidence& commas() const { return commaEvidence; }
+  /// Of the line that was read last, empty ones included.
+  std::size_t fieldCount() const { return fields.size(); }
 
  private:
   std::optional<ReadingFault> readName(std::size_t column, SurveyPoint& point) const;
   std::optional<ReadingFault> readNumberOf(std::size_t column, double& value);
   std::optional<ReadingFault> readFields(SurveyPoint& point);
+  std::optional<ReadingFault> faultOfCount(const std::string& line) const;
   ReadingFault faultAt(ReadingFaultKind kind, std::size_t column) const;
 
   LineReading lineReading;
