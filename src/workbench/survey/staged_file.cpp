@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/filesystem/fstream.hpp>
+#include <initializer_list>
 
 #include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
@@ -90,7 +91,7 @@ std::optional<ReadSurvey> objection(const SurveyFile& file, const ReadingRequest
   const ReadSurvey ofModule = readAs(file, request);
   if (ofModule.status != ReadStatus::read || hasSamePoints(found, ofModule)) return std::nullopt;
   found.status = ReadStatus::ambiguousColumns;
-  for (const ReadSurvey* way : {&ofModule, &found}) {
+  for (const ReadSurvey* way : std::initializer_list<const ReadSurvey*>{&ofModule, &found}) {
     CandidateReading candidate;
     candidate.lines = way->reading.lines;
     found.candidates.push_back(std::move(candidate));
