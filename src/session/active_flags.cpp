@@ -1,10 +1,10 @@
 #include "session/active_flags.h"
 
 #include <algorithm>
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
 #include <cstddef>
 #include <numeric>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace ZOR::reg {
@@ -16,7 +16,7 @@ constexpr std::size_t minGroupPoints = 3;
 /// A base of fewer names fixes no coordinate system.
 constexpr std::size_t minBaseNames = 3;
 
-using IdSet = std::unordered_set<std::uint64_t>;
+using IdSet = boost::unordered_flat_set<std::uint64_t>;
 
 /// A weight that compares neither below nor above zero, such as not-a-number, counts as zero.
 bool isZeroWeight(double weight) { return !(weight < 0.0) && !(weight > 0.0); }
@@ -31,7 +31,7 @@ class Shelves {
   template <class IdOf>
   Shelves(const std::vector<RefPoint*>& points, IdOf idOf) {
     shelfOfPoint.reserve(points.size());
-    std::unordered_map<std::uint64_t, std::size_t> shelfOfId;
+    boost::unordered_flat_map<std::uint64_t, std::size_t> shelfOfId;
     for (const RefPoint* point : points) {
       shelfOfPoint.push_back(shelfOfId.try_emplace(idOf(*point), shelfOfId.size()).first->second);
     }

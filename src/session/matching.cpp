@@ -1,4 +1,6 @@
 // Automatic naming, and how far named points stay apart.
+#include <boost/unordered/unordered_flat_set.hpp>
+
 #include "host_access/host_objects.h"
 #include "matching/match_by_distance.h"
 #include "matching/match_by_triangles.h"
@@ -12,8 +14,10 @@ namespace ZOR::reg {
 
 namespace {
 
-std::set<CommonPointId> autoNamesOf(const RefPointList& points) {
-  std::set<CommonPointId> names;
+using Names = boost::unordered_flat_set<CommonPointId>;
+
+Names autoNamesOf(const RefPointList& points) {
+  Names names;
   for (const RefPoint& point : points) {
     if (point.autoNamed) names.insert(point.commonId);
   }
@@ -22,8 +26,8 @@ std::set<CommonPointId> autoNamesOf(const RefPointList& points) {
 
 /// An existing name keeps its kind: who joins a name of the user's is the user's, who joins an
 /// automatic one stays automatic.
-void joinExistingNames(const std::map<RefPointId, CommonPointId>& assignments,
-                       const std::set<CommonPointId>& autoCommonIds, RefPointList& points) {
+void joinExistingNames(const std::map<RefPointId, CommonPointId>& assignments, const Names& autoCommonIds,
+                       RefPointList& points) {
   for (RefPoint& point : points) {
     const auto assignment = assignments.find(point.id);
     if (assignment == assignments.end()) continue;
@@ -36,7 +40,8 @@ void joinExistingNames(const std::map<RefPointId, CommonPointId>& assignments,
 /// New names fill the gaps in the numbering, the lowest first.
 std::map<std::uint64_t, CommonPointId> idsForLabels(const std::map<RefPointId, std::uint64_t>& assignments,
                                                     const NamedIdList& commonNames) {
-  std::set<CommonPointId> usedCommonIds;
+  Names usedCommonIds;
+  usedCommonIds.reserve(commonNames.size());
   for (const NamedId& entry : commonNames) usedCommonIds.insert(entry.id);
   std::set<std::uint64_t> labels;
   for (const auto& entry : assignments) labels.insert(entry.second);
@@ -114,7 +119,7 @@ void MultiRegistrator::applyMatch(const NamingChanges& changes, std::map<RefPoin
     collectInactive(sessionPoints, inactiveGroups, inactivePoints);
     return;
   }
-  const std::set<CommonPointId> autoCommonIds = autoNamesOf(sessionPoints);
+  const Names autoCommonIds = autoNamesOf(sessionPoints);
   joinExistingNames(changes.existingAssignments, autoCommonIds, sessionPoints);
   const NamesById nameOf(commonNames);
   for (const auto& [point, name] : changes.existingAssignments) assignedNames[point] = nameOf[name];

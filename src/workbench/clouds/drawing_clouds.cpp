@@ -34,9 +34,10 @@ bool addCloud(OdDbDatabase& database, const std::wstring& name, const std::wstri
   const OdDbDictionaryPtr dictionary = openDictionary(id, OdDb::kForWrite);
   if (dictionary->getAt(name).isValid()) return false;
   const CloudPtr cloud = Cloud::desc()->create();
-  dictionary->setAt(name, cloud.get());
+  // Before the drawing has it, it keeps nothing to undo.
   cloud->setName(name);
   cloud->setSource(source);
+  dictionary->setAt(name, cloud.get());
   return true;
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
+#include <utility>
 
 namespace tiepoint::workbench {
 
@@ -20,11 +20,13 @@ std::map<CommonPointId, RefPointId> namesOf(const SessionState& state, GroupId g
 }
 
 bool hasNameTwice(const SessionState& state) {
-  std::set<std::pair<GroupId, CommonPointId>> seen;
+  std::vector<std::pair<GroupId, CommonPointId>> used;
+  used.reserve(state.points.size());
   for (const SessionPoint& point : state.points) {
-    if (point.record.active && !seen.emplace(point.record.groupId, point.record.commonId).second) return true;
+    if (point.record.active) used.emplace_back(point.record.groupId, point.record.commonId);
   }
-  return false;
+  std::sort(used.begin(), used.end());
+  return std::adjacent_find(used.begin(), used.end()) != used.end();
 }
 
 }  // namespace

@@ -78,9 +78,8 @@ void describe(Workbench& workbench, DrivenSession& session, Registration& regist
   Results results = describeResults(session.state(), solved);
   if (registration.iterations && !registration.iterations->converged()) dropPassingFigures(results);
   moveRows(std::move(results.rows), registration);
-  for (GroupOutcome& group : registration.groups) {
-    group.originIsAmongPoints = originIsAmongItsPoints(session.state(), group.id);
-  }
+  const GroupIdSet aroundOrigin = groupsAroundTheirOrigin(session.state());
+  for (GroupOutcome& group : registration.groups) group.originIsAmongPoints = aroundOrigin.count(group.id) != 0;
   registration.outcome = static_cast<Registered&&>(results);
 }
 
