@@ -92,7 +92,7 @@ void statistics(benchmark::State& state, Make make) {
 void certificate(benchmark::State& state, Make make) {
   const Prepared prepared(make(static_cast<std::size_t>(state.range(0))));
   for (auto _ : state) {
-    const auto form = RotationForm::of(prepared.survey, extentOf(prepared.minimum.elimination));
+    const auto form = RotationForm::of(prepared.survey);
     const Certificate found = certify(*form, prepared.minimum.placements, prepared.minimum.elimination);
     if (!found.certified) state.SkipWithError("not certified");
   }

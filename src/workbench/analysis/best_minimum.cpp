@@ -28,7 +28,7 @@ class StartTrials {
 
   void first(const Placements& start) {
     best.minimum = minimise(survey, start, equations, factor);
-    form = RotationForm::of(survey, extentOf(best.minimum.elimination));
+    form = RotationForm::of(survey);
     judge();
   }
 

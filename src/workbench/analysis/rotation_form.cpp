@@ -16,6 +16,13 @@ bool hasDirection(const Eigen::Matrix3d& covariance) {
   return (covariance - variance * Eigen::Matrix3d::Identity()).cwiseAbs().maxCoeff() > roundWithin * variance;
 }
 
+double meanLever(const Survey& survey) {
+  double squares = 0.0;
+  for (const SurveyStation& station : survey.stations) squares += station.lever * station.lever;
+  const double mean = std::sqrt(squares / static_cast<double>(survey.stations.size()));
+  return mean > 0.0 ? mean : 1.0;
+}
+
 std::vector<int> widthsOf(const Bodies& bodies) {
   std::vector<int> widths;
   for (const Body& body : bodies.rows) widths.push_back(body.ownColumns() + (body.hasShift ? 1 : 0));
@@ -44,17 +51,17 @@ std::vector<std::pair<int, int>> neighboursOf(const Survey& survey, const Bodies
 
 }  // namespace
 
-std::optional<RotationForm> RotationForm::of(const Survey& survey, double extent) {
+std::optional<RotationForm> RotationForm::of(const Survey& survey) {
   for (const SurveyTarget& target : survey.targets) {
     if (target.kind == TargetKind::controlled && hasDirection(target.covariance)) return std::nullopt;
   }
-  return RotationForm(survey, extent);
+  return RotationForm(survey);
 }
 
-RotationForm::RotationForm(const Survey& survey_, double extent)
+RotationForm::RotationForm(const Survey& survey_)
     : survey(&survey_),
       bodies(survey_),
-      lengthUnit(extent > 0.0 ? extent : 1.0),
+      lengthUnit(meanLever(survey_)),
       form(widthsOf(bodies), neighboursOf(survey_, bodies)) {
   for (std::size_t t = 0; t < survey->targets.size(); ++t) addTarget(t);
   for (std::size_t b = 0; b < bodies.rows.size(); ++b) {

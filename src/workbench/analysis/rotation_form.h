@@ -16,11 +16,12 @@ namespace tiepoint::workbench::analysis {
 ///
 /// K is sparse. Its Schur complement without the shifts is the matrix M of the rotations alone, which is
 /// dense: Omega = tr(Z M Z') (Chaudhury, Khoo and Singer 2015; Rosen, Carlone, Bandeira and Leonard 2019).
-/// One shift is fixed, which takes away the common shift and nothing else. Lengths count in `unit`.
+/// One shift is fixed, which takes away the common shift and nothing else. Lengths count in `unit`, the
+/// stations' mean lever: rotations and shifts are then of one size, however far the survey reaches.
 class RotationForm {
  public:
   /// None when a control target has a covariance with a direction: the form is then none of columns.
-  static std::optional<RotationForm> of(const Survey& survey, double extent);
+  static std::optional<RotationForm> of(const Survey& survey);
 
   const BlockMatrix& matrix() const { return form; }
   double unit() const { return lengthUnit; }
@@ -52,7 +53,7 @@ class RotationForm {
   };
   using Row = std::vector<Part>;
 
-  RotationForm(const Survey& survey, double extent);
+  explicit RotationForm(const Survey& survey);
 
   int verticalNode() const { return static_cast<int>(bodies.rows.size()); }
   /// Of a body's point; its coefficients are the point's coordinates, and one for the shift.

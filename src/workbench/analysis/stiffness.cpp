@@ -3,6 +3,7 @@
 #include <Eigen/Geometry>
 
 #include <algorithm>
+#include <cmath>
 
 #include "workbench/analysis/lanczos.h"
 
@@ -10,8 +11,10 @@ namespace tiepoint::workbench::analysis {
 
 namespace {
 
-/// At most this stiff is open.
-constexpr double openStiffness = 1e-12;
+/// At most this stiff is open. A chain of more stations than these is as soft by its length alone: its
+/// stiffness falls with the fourth power of it, and is known as long as it is above rounding.
+constexpr double openStiffness = 1e-12, roundingStiffness = 1e-15;
+constexpr double longChain = 1000.0;
 /// Makes a singular matrix definite without changing what is above the limit.
 constexpr double regularisation = 1e-13;
 /// With smaller pivots the solution's factor isn't to be trusted.
@@ -21,6 +24,11 @@ constexpr double leastShare = 0.05;
 constexpr double farthestAxis = 1e3;
 /// Of the lever: what a stiffness of 1e-12 makes of a distance.
 constexpr double onAxis = 1e-6;
+
+double openLimit(std::size_t stations) {
+  const double share = std::min(1.0, longChain / static_cast<double>(stations));
+  return std::max(roundingStiffness, openStiffness * std::pow(share, 4));
+}
 
 Eigenpair softestMode(const Solution& solution, const Eigen::VectorXd& scale) {
   const Eigen::VectorXd unscale = scale.cwiseInverse();
@@ -96,7 +104,8 @@ Softness softnessOf(const Solution& solution) {
   softness.network.stiffness = mode.value;
   softness.network.mode = sharesOf(solution, mode.vector);
   // Written so that not-a-number is open too.
-  if (!(mode.value > openStiffness)) softness.open = openMotionOf(solution, scale.cwiseProduct(mode.vector));
+  if (!(mode.value > openLimit(solution.equations.stationOfNode().size())))
+    softness.open = openMotionOf(solution, scale.cwiseProduct(mode.vector));
   return softness;
 }
 

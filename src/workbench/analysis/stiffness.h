@@ -10,7 +10,7 @@ namespace tiepoint::workbench::analysis {
 
 struct Softness {
   Stiffness network;
-  /// Where the stiffness is no more than rounding.
+  /// Where the stiffness is no more than rounding; not where it is small by the length of a chain alone.
   std::optional<OpenMotion> open;
 };
 

@@ -87,6 +87,22 @@ TEST(HostileNetwork, InTwoPartsWithoutATieIsUndetermined) {
   EXPECT_GE(adjustment.open->station, 2u);
 }
 
+TEST(HostileNetwork, ThatIsSoftByItsLengthAloneIsDetermined) {
+  Kind kind;
+  kind.shape = Shape::chain;
+  kind.stations = 1500;
+  kind.targets = 4500;
+  kind.seen = 12;
+  const Network network = randomNetwork(kind, 91).network;
+  const Adjustment adjustment = adjust(network);
+  EXPECT_LT(adjustment.network.stiffness, 1e-12);
+  EXPECT_GT(adjustment.network.stiffness, 2e-13);
+  EXPECT_EQ(adjustment.outcome, AdjustmentOutcome::adjusted);
+  EXPECT_TRUE(adjustment.converged);
+  EXPECT_TRUE(adjustment.certificate->certified);
+  EXPECT_TRUE(adjustment.globalTest && adjustment.globalTest->passed);
+}
+
 TEST(HostileNetwork, WithAllTargetsOnOneSpotIsUndetermined) {
   Builder b({{1, 1, 1}, {1, 1, 1}, {1, 1, 1}});
   b.station({}, {0, 1, 2}).station(turned(0.5, {1, 2, 0}), {0, 1, 2});
@@ -114,15 +130,27 @@ TEST(HostileNetwork, TiedByThreeTargetsHasMeasurementsThatNothingControls) {
 }
 
 TEST(HostileNetwork, WithoutRedundancyIsAdjustedAndTestsNothing) {
-  Builder b(corners);
-  b.station({}, {0, 1});
-  b.network.targets[0].control = Control{corners[0], std::nullopt};
-  b.network.targets[1].control = Control{corners[1], std::nullopt};
-  b.network.stations[0].levelled = true;
-  // Two targets, one of them of unknown height for the redundancy to vanish, can't be had: two equations remain.
-  const Adjustment adjustment = adjust(b.network);
-  EXPECT_EQ(adjustment.redundancy, 2u);
-  EXPECT_EQ(adjustment.outcome, AdjustmentOutcome::adjusted);
+  // Every other face of an octahedron: each two stations share one target, and nothing can move.
+  Builder b({{3, 0, 0}, {-3, 0, 0}, {0, 4, 0}, {0, -4, 0}, {0, 0, 5}, {0, 0, -5}});
+  const std::vector<Pose> poses{{}, turned(0.3, {1, 2, 3}), turned(-0.4, {2, 1, 0}), turned(0.2, {0, 1, 1})};
+  const std::vector<std::vector<std::size_t>> faces{{0, 2, 4}, {1, 3, 4}, {0, 3, 5}, {1, 2, 5}};
+  for (std::size_t s = 0; s < faces.size(); ++s) {
+    b.station(poses[s], faces[s], 0.001);
+    b.network.stations[s].start = poses[s];
+  }
+  b.network.stations[0].held = true;
+  for (const VarianceScale scale : {VarianceScale::aPriori, VarianceScale::aPosteriori}) {
+    AdjustmentOptions options;
+    options.scale = scale;
+    const Adjustment adjustment = adjust(b.network, options);
+    ASSERT_EQ(adjustment.outcome, AdjustmentOutcome::adjusted);
+    EXPECT_EQ(adjustment.redundancy, 0u);
+    EXPECT_LT(adjustment.sumOfSquares, 1e-12);
+    EXPECT_FALSE(adjustment.varianceFactor || adjustment.globalTest || adjustment.suspect);
+    EXPECT_EQ(adjustment.levels.tests, 0u);
+    EXPECT_GT(adjustment.stations[1]->positionSigma, 0.0005);
+    for (const auto& observation : adjustment.observations) EXPECT_FALSE(observation->w || observation->statistic);
+  }
 }
 
 TEST(HostileNetwork, InOnePlaneIsAdjusted) {
@@ -195,7 +223,8 @@ TEST(HostileNetwork, WhoseControlContradictsByMetresNamesTheControl) {
 TEST(HostileNetwork, WithALevelledStationTiltedByADegreeFailsItsTests) {
   Builder b(corners);
   Pose tilted = turned(0.5, {1, 2, 3});
-  tilted.rotation = (Eigen::AngleAxisd(M_PI / 180.0, Vector3d::UnitX()).toRotationMatrix() * tilted.rotation).eval();
+  tilted.rotation =
+      (Eigen::AngleAxisd(0.0174532925199433, Vector3d::UnitX()).toRotationMatrix() * tilted.rotation).eval();
   b.station({}, {0, 1, 2, 3, 4, 5}, 0.001).station(tilted, {0, 1, 2, 3, 4, 5}, 0.001);
   b.network.stations[0].held = true;
   EXPECT_TRUE(adjust(b.network).globalTest->passed);

@@ -3,7 +3,7 @@
 #include <Eigen/Geometry>
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+#include <utility>
 
 namespace tiepoint::workbench::analysis::testing {
 
@@ -53,11 +53,13 @@ class Maker {
     }
   }
 
+  double chainLength() const { return 20.0 * static_cast<double>(kind.stations); }
+
   void placeTargets() {
     for (std::size_t t = 0; t < kind.targets; ++t) {
       const double share = static_cast<double>(t) / static_cast<double>(kind.targets);
       Vector3d place(uniform(random, 0.0, 30.0), uniform(random, 0.0, 20.0), uniform(random, 0.0, 6.0));
-      if (kind.shape == Shape::chain) place.x() = 120.0 * share + uniform(random, -3.0, 3.0);
+      if (kind.shape == Shape::chain) place.x() = chainLength() * share + uniform(random, -3.0, 3.0);
       if (kind.shape == Shape::chain) place.y() = uniform(random, -5.0, 5.0);
       if (kind.shape == Shape::flat) place.z() = uniform(random, -0.05, 0.05);
       if (kind.shape == Shape::ring) {
@@ -71,7 +73,7 @@ class Maker {
   Vector3d standpoint(std::size_t s) {
     const double share = (static_cast<double>(s) + 0.5) / static_cast<double>(kind.stations);
     Vector3d place(uniform(random, 5.0, 25.0), uniform(random, 4.0, 16.0), uniform(random, 1.0, 2.0));
-    if (kind.shape == Shape::chain) place = {120.0 * share, 0.0, 1.5};
+    if (kind.shape == Shape::chain) place = {chainLength() * share, 0.0, 1.5};
     if (kind.shape == Shape::ring) place = {20.0 * std::cos(2.0 * pi * share), 20.0 * std::sin(2.0 * pi * share), 1.5};
     if (kind.shape == Shape::far) place += Vector3d(400.0, 0.0, 0.0);
     return place;
@@ -190,11 +192,14 @@ class Maker {
   }
 
   std::vector<std::size_t> nearest(std::size_t s) const {
-    std::vector<std::size_t> order(kind.targets);
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    const auto distance = [&](std::size_t t) { return (result.targets[t] - result.truth[s].shift).norm(); };
-    std::stable_sort(order.begin(), order.end(), [&](auto a, auto b) { return distance(a) < distance(b); });
-    order.resize(std::min(kind.seen, kind.targets));
+    std::vector<std::pair<double, std::size_t>> distances;
+    for (std::size_t t = 0; t < kind.targets; ++t) {
+      distances.emplace_back((result.targets[t] - result.truth[s].shift).norm(), t);
+    }
+    const std::size_t count = std::min(kind.seen, kind.targets);
+    std::partial_sort(distances.begin(), distances.begin() + static_cast<std::ptrdiff_t>(count), distances.end());
+    std::vector<std::size_t> order;
+    for (std::size_t k = 0; k < count; ++k) order.push_back(distances[k].second);
     return order;
   }
 
