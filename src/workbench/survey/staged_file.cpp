@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <boost/filesystem/fstream.hpp>
-#include <initializer_list>
 
 #include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
@@ -89,13 +88,11 @@ std::optional<ReadSurvey> objection(const SurveyFile& file, const ReadingRequest
   ReadSurvey found = readSurvey(bytesOfFile(file.path), request);
   if (found.status != ReadStatus::read) return found;
   const ReadSurvey ofModule = readAs(file, request);
-  if (ofModule.status != ReadStatus::read || hasSamePoints(found, ofModule)) return std::nullopt;
+  if (ofModule.status == ReadStatus::read && hasSamePoints(found, ofModule)) return std::nullopt;
   found.status = ReadStatus::ambiguousColumns;
-  for (const ReadSurvey* way : std::initializer_list<const ReadSurvey*>{&ofModule, &found}) {
-    CandidateReading candidate;
-    candidate.lines = way->reading.lines;
-    found.candidates.push_back(std::move(candidate));
-  }
+  found.candidates.resize(2);
+  found.candidates[0].lines = {Separator::mixed, DecimalMark::point, columnsOf(file.layout).columns};
+  found.candidates[1].lines = found.reading.lines;
   return found;
 }
 

@@ -72,6 +72,22 @@ Refusal refused(const RegistrationRequest& request) {
   return refusalOf([&] { checkRequest(request); });
 }
 
+TEST(CheckRequest, ConvertsNoPointsBesideCloudsThatKeepTheirUnit) {
+  RegistrationRequest request;
+  request.reading.unit = LengthUnit::foot;
+  EXPECT_EQ(complaintOf(request), "nothing");
+  request.changes.apply = true;
+  EXPECT_EQ(refused(request).kind, RefusalKind::inputUnitLeavesClouds);
+  request.changes = {};
+  request.changes.clouds = {{"S1", "S1.xyz"}};
+  EXPECT_EQ(complaintOf(request),
+            "--input-unit ft: clouds aren't converted, and would move by metres; give the points in the clouds' unit");
+  request.reading.unit = LengthUnit::metre;
+  EXPECT_EQ(complaintOf(request), "nothing") << "nothing is converted";
+  request.unit = Unit::millimetre;
+  EXPECT_EQ(refused(request).kind, RefusalKind::inputUnitGivesMetres);
+}
+
 TEST(CheckRequest, TakesAnEmptyRequest) { EXPECT_EQ(complaintOf(RegistrationRequest()), "nothing"); }
 
 TEST(CheckRequest, TakesNoSideDifferenceButNoOtherLengthOfZero) {

@@ -88,6 +88,31 @@ TEST_F(StagedFiles, LeaveBytesThatMayBeWindows1251AsTheyAre) {
   EXPECT_EQ(staged(file("\xD2\x31 1 2 3\n", true)), "") << "windows-1251 or windows-1252";
 }
 
+TEST_F(StagedFiles, ArentMadeWhereTheModuleWouldReadADecimalCommaAsTwoNumbers) {
+  SurveyFile survey = file("10;20;30,25\n11;21;31,5\n", true);
+  try {
+    stage(survey);
+    ADD_FAILURE() << "not refused";
+  } catch (const Refused& refused) {
+    EXPECT_EQ(refused.refusal().kind, RefusalKind::fileAmbiguous);
+    EXPECT_EQ(refused.refusal().reading->candidates.size(), 2u) << "as NXYZ, and as x y z";
+  }
+  survey.layoutIsNamed = true;
+  EXPECT_EQ(staged(survey), "") << "the user has named the layout";
+  EXPECT_EQ(staged(file("P1, 1.5, 2, 3\nP2;4;5;6\n", true)), "") << "no comma stands between digits";
+}
+
+TEST_F(StagedFiles, ArentMadeWhereTheModuleWouldStepOverAnEmptyField) {
+  EXPECT_THROW(stage(file("T01,12.1,11.2,,101\n", true)), Refused);
+}
+
+TEST_F(StagedFiles, LeaveOutCommentsAndQuotesWithoutANamedLayout) {
+  EXPECT_EQ(staged(file("P1 1 2 3\n #P2 4 5 6\n", true)), "P1 1 2 3\n");
+  EXPECT_EQ(staged(file("\"P1\" 1 2 3\n", true)), "P1 1 2 3\n");
+  EXPECT_EQ(staged(file("#P1 1 2 3\n", true, true)), "") << "a name, in a named layout";
+  EXPECT_EQ(staged(file("P#1 1 2 3\n", true)), "") << "no comment";
+}
+
 TEST_F(StagedFiles, CarryTheGroupsNameUnderAStandInToo) {
   SurveyFile survey = file("P1 1 2 3\n", true);
   survey.group = "\xE6\xB8\xAC";
