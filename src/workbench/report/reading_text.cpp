@@ -124,7 +124,7 @@ std::string columnsFaultText(const ColumnsFault& fault) {
     case ColumnsTrouble::missingZ:
       return fmt::format("none of {} is z or a height", words);
     case ColumnsTrouble::doubled:
-      return fmt::format("{} can't all be the same column", words);
+      return words + (fault.words.size() == 1 ? " names two different columns" : " name the same column");
     case ColumnsTrouble::nameUnclear:
       return fmt::format("no column is known as the name, and {} might be it", words);
     case ColumnsTrouble::unknownWord:

@@ -46,7 +46,7 @@ TEST_F(SurveyReading, AFileWithAHeaderIsRegisteredLikeThePlainOne) {
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_THAT(result.err, IsEmpty());
   EXPECT_THAT(result.out, HasSubstr("  station.csv: UTF-8, semicolons, decimal comma; columns name,y,x,z,-; header "
-                                    "\"Punkt\", \"Hochwert\", \"Rechtswert\", \"Höhe\", \"Code\"\n"));
+                                    "\"Punkt\", \"Hochwert\",\n    \"Rechtswert\", \"Höhe\", \"Code\"\n"));
   const json rms = runJson({"register", "--base", "base", "base.txt", "station.csv"})["groups"];
   EXPECT_EQ(rms.size(), 2u);
 }

@@ -115,13 +115,15 @@ TEST(ColumnsFaultText, SaysWhichColumnIsMissingOrUnclear) {
       {ColumnsTrouble::missingX, "none of \"a\", \"b\" is x or easting"},
       {ColumnsTrouble::missingY, "none of \"a\", \"b\" is y or northing"},
       {ColumnsTrouble::missingZ, "none of \"a\", \"b\" is z or a height"},
-      {ColumnsTrouble::doubled, "\"a\", \"b\" can't all be the same column"},
+      {ColumnsTrouble::doubled, "\"a\", \"b\" name the same column"},
       {ColumnsTrouble::nameUnclear, "no column is known as the name, and \"a\", \"b\" might be it"},
       {ColumnsTrouble::unknownWord, "\"a\", \"b\" is no column; choose from name, x, y, z, e, n, h, w and - to skip"},
       {ColumnsTrouble::badNumber, "\"a\", \"b\" must name a column of its own, by its number from 1 on or its header"},
       {ColumnsTrouble::wordNotInHeader, "the file has no column \"a\", \"b\""},
   };
   for (const auto& row : rows) EXPECT_EQ(columnsFaultText({row.trouble, {"a", "b"}}), row.text);
+  EXPECT_EQ(columnsFaultText({ColumnsTrouble::doubled, {"X (Hochwert)"}}),
+            "\"X (Hochwert)\" names two different columns");
 }
 
 }  // namespace
