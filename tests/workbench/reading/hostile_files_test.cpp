@@ -183,7 +183,7 @@ TEST(HostileFiles, WithEveryKindOfName) {
       {"no name", "Name,X,Y,Z\n,1,2,3\n", "faulty 1: 2.1 empty-name"},
       {"a name of blanks", "Name,X,Y,Z\n\"  \",1,2,3\n", "faulty 1: 2.1 empty-name '  '"},
       {"a question mark", "Name,X,Y,Z\n?,1,2,3\n", "ASCII comma name,x,y,z | ? 1 2 3"},
-      {"a name that steers terminals", "A\x1B[2J;1;2;3\n", "ASCII semicolon name,x,y,z | A\x1B[2J 1 2 3"},
+      {"a name with a control character", "A\x1B[2J;1;2;3\n", "ASCII semicolon name,x,y,z | A\x1B[2J 1 2 3"},
       {"numbers for names", "101,1,2,3\n102,1,2,3\n", "ambiguous: comma name,x,y,z comma x,y,z,w comma x,y,z,-"},
       {"a name behind the coordinates", "1 2 3 A\n", "none: nothing fits in line 1: 1.4 no-number 'A'"},
       {"a comma that nothing divides at", "Name X Y Z\nA,B 1 2 3\n", "faulty 1: 2.1 separator-in-name 'A,B'"},

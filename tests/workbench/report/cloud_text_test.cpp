@@ -64,7 +64,7 @@ TEST(CloudMovesText, CountsWhatWasCopied) {
             "S2: 7 points written to moved/S2.xyz, 3 other lines copied unchanged\n");
 }
 
-TEST(CloudMovesText, KeepsNamesFromSteeringTheTerminal) {
+TEST(CloudMovesText, PrintsNoControlCharacterOfAName) {
   CloudReport report = cloud("S\x1b", CloudMove::moved);
   report.copy = CloudCopy{"a\nb", 1, 0};
   const std::string text = cloudMovesText({report});

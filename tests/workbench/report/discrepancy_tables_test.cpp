@@ -60,7 +60,7 @@ TEST(DiscrepanciesByPoint, HaveNoMarkWhereAllAreRounding) {
   EXPECT_EQ(discrepanciesByPoint(registration, metres, plain).find("<-"), std::string::npos);
 }
 
-TEST(DiscrepanciesByPoint, KeepNamesFromSteeringTheTerminal) {
+TEST(DiscrepanciesByPoint, PrintNoControlCharacterOfAName) {
   Registration registration = twoStations();
   registration.points[1].name = "T\x1b[2J";
   registration.groups[1].name = "A\n";

@@ -70,7 +70,7 @@ TEST(ImportTable, SaysHowAFileWasReadThatTheModuleDoesntRead) {
             "    \"Hochwert\", \"H\u00F6he\"\n");
 }
 
-TEST(ImportTable, KeepsNamesFromSteeringTheTerminal) {
+TEST(ImportTable, PrintsNoControlCharacterOfAName) {
   ImportReport import;
   import.files = {file("S\x1b[1m.txt", "S\t1", Layout::nxyz, 1, 1)};
   EXPECT_NE(importTable(import).find("  S?[1m.txt  NXYZ        1       1  S?1\n"), std::string::npos);

@@ -82,7 +82,7 @@ TEST(LineFaultText, NamesTheLayoutOfALineThatIsWrongInNoKnownWay) {
   EXPECT_EQ(lineFaultText(fault(LineFaultKind::other)), "can't be read as NXYZW (name x y z weight)");
 }
 
-TEST(LineFaultText, KeepsTheFileFromSteeringTheTerminal) {
+TEST(LineFaultText, PrintsNoControlCharacterOfTheFile) {
   EXPECT_EQ(lineFaultText(fault(LineFaultKind::notANumber, "\x1b[31m")), "holds \"?[31m\", which isn't a number");
 }
 

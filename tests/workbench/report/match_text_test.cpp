@@ -69,7 +69,7 @@ TEST(MatchText, BreaksLongReasonsAndHangsThem) {
             "    triangles with the other; keep only one of them\n");
 }
 
-TEST(MatchText, KeepsNamesOfGroupsFromSteeringTheTerminal) {
+TEST(MatchText, PrintsNoControlCharacterOfAGroupsName) {
   Registration registration = sixStations();
   registration.groups[0].name = "A\n";
   NamingReport report;

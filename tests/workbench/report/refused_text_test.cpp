@@ -106,7 +106,7 @@ TEST(RefusedText, SaysThatNamesArentCertain) {
   EXPECT_EQ(whyNotRegistered(registration), "the points can't be named with certainty; see the summary");
 }
 
-TEST(RefusedText, KeepsNamesFromSteeringTheTerminal) {
+TEST(RefusedText, PrintsNoControlCharacterOfAName) {
   Registration registration = apart(2);
   registration.groups[1].name = "S\x1b";
   registration.links.components = {{std::nullopt, {0}}, {std::nullopt, {1}}};
