@@ -11,23 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "support/ceres_residual.h"
 #include "workbench/analysis/own_start.h"
 
 namespace tiepoint::workbench::analysis {
-
-/// The station is an angle-axis and a shift.
-struct CeresResidual {
-  Eigen::Vector3d place;
-  double sigma;
-
-  template <typename T>
-  bool operator()(const T* station, const T* target, T* residual) const {
-    const T point[3] = {T(place.x()), T(place.y()), T(place.z())};
-    ceres::AngleAxisRotatePoint(station, point, residual);
-    for (int axis = 0; axis < 3; ++axis) residual[axis] = (residual[axis] + station[3 + axis] - target[axis]) / sigma;
-    return true;
-  }
-};
 
 class CeresProblem {
  public:
@@ -43,8 +30,8 @@ class CeresProblem {
       const Pose pose = poseOf(survey, seen.station, start[seen.station]);
       const Eigen::Vector3d place = pose.rotation * observation.place + pose.shift;
       for (std::size_t axis = 0; axis < 3; ++axis) targets[seen.target][axis] = place(static_cast<int>(axis));
-      auto* cost = new ceres::AutoDiffCostFunction<CeresResidual, 3, 6, 3>(
-          new CeresResidual{observation.place, observation.sigma / std::sqrt(observation.weight)});
+      auto* cost = new ceres::AutoDiffCostFunction<tiepoint::testing::CeresResidual, 3, 6, 3>(
+          new tiepoint::testing::CeresResidual{observation.place, observation.sigma / std::sqrt(observation.weight)});
       problem.AddResidualBlock(cost, nullptr, stations[seen.station].data(), targets[seen.target].data());
     }
     for (std::size_t s = 0; s < stations.size(); ++s) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 
+#include "support/ceres_residual.h"
 #include "workbench/analysis/adjustment.h"
 #include "workbench/analysis/random_networks.h"
 
@@ -16,20 +17,6 @@ namespace tiepoint::workbench::analysis::testing {
 namespace {
 
 using Eigen::Vector3d;
-
-/// The station is an angle-axis and a shift.
-struct Residual {
-  Vector3d place;
-  double sigma;
-
-  template <typename T>
-  bool operator()(const T* station, const T* target, T* residual) const {
-    const T point[3] = {T(place.x()), T(place.y()), T(place.z())};
-    ceres::AngleAxisRotatePoint(station, point, residual);
-    for (int axis = 0; axis < 3; ++axis) residual[axis] = (residual[axis] + station[3 + axis] - target[axis]) / sigma;
-    return true;
-  }
-};
 
 class CeresSolution {
  public:
@@ -42,8 +29,8 @@ class CeresSolution {
     }
     for (std::size_t t = 0; t < targets.size(); ++t) Eigen::Map<Vector3d>(targets[t].data()) = random.targets[t];
     for (const Observation& seen : random.network.observations) {
-      auto* cost = new ceres::AutoDiffCostFunction<Residual, 3, 6, 3>(
-          new Residual{seen.place, seen.sigma / std::sqrt(seen.weight)});
+      auto* cost = new ceres::AutoDiffCostFunction<tiepoint::testing::CeresResidual, 3, 6, 3>(
+          new tiepoint::testing::CeresResidual{seen.place, seen.sigma / std::sqrt(seen.weight)});
       problem.AddResidualBlock(cost, nullptr, stations[seen.station].data(), targets[seen.target].data());
     }
     for (std::size_t s = 0; s < stations.size(); ++s) {
