@@ -39,6 +39,37 @@ TEST_F(FileSurveyTest, LinesAreCountedAsGetlineDoes) {
   EXPECT_EQ(surveyFile(fileOf("\n")).lines, 1u);
 }
 
+TEST_F(FileSurveyTest, ACommentStandsFirstInItsLine) {
+  for (const char* bytes : {"#", "P1 1 2 3\n \t# away\n", "P1 1 2 3\r#P2 4 5 6\r"}) {
+    EXPECT_TRUE(surveyFile(fileOf(bytes)).hasComments) << bytes;
+  }
+  for (const char* bytes : {"P#1 1 2 3\n", "P1 1 2 3 # away\n"})
+    EXPECT_FALSE(surveyFile(fileOf(bytes)).hasComments) << bytes;
+}
+
+TEST_F(FileSurveyTest, ACommaBetweenDigitsMayBeADecimalOneBesideOtherSeparators) {
+  for (const char* bytes : {"1;2;3,5\n", "1,5 2 3\n", "1\t2,5\t3\n", "P1,1,2,3\nP2 1 2 3\n"}) {
+    EXPECT_TRUE(surveyFile(fileOf(bytes)).mayHoldDecimalCommas) << bytes;
+  }
+  for (const char* bytes : {"P1,1,2,3\n", " P1,1,2,3 \r\n", "1, 2, 3, 4\n", "1 ,2 ,3\n", "P1;1;2;3\n"}) {
+    EXPECT_FALSE(surveyFile(fileOf(bytes)).mayHoldDecimalCommas) << bytes;
+  }
+}
+
+TEST_F(FileSurveyTest, AnEmptyFieldStandsBetweenTwoMarks) {
+  for (const char* bytes : {"P1,1,,2\n", "P1; ;1;2\n", "P1,;1 2 3\n"}) {
+    EXPECT_TRUE(surveyFile(fileOf(bytes)).mayHoldEmptyFields) << bytes;
+  }
+  for (const char* bytes : {"P1,1,\n,2\n", "P1  1\t\t2 3\n"}) {
+    EXPECT_FALSE(surveyFile(fileOf(bytes)).mayHoldEmptyFields) << bytes;
+  }
+}
+
+TEST_F(FileSurveyTest, QuotesAreSeenAnywhere) {
+  EXPECT_TRUE(surveyFile(fileOf("P1 1 2 3\n\"P 2\" 1 2 3")).hasQuotes);
+  EXPECT_FALSE(surveyFile(fileOf("P'1 1 2 3\n")).hasQuotes);
+}
+
 TEST_F(FileSurveyTest, TheLastLineWithTextIsFoundBehindBlankOnes) {
   EXPECT_EQ(surveyFile(fileOf("a\n \t\r\nb\n\n  \n")).lastLineWithText, 3u);
   EXPECT_EQ(surveyFile(fileOf("\n \n")).lastLineWithText, 0u);
