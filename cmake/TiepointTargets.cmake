@@ -30,8 +30,8 @@ endfunction()
 # a room reach a program only through the program's own list.
 set(tiepointWorkbenchRooms
   tiepoint::workbench_io tiepoint::drawing tiepoint::profile tiepoint::view tiepoint::clouds tiepoint::workbench_host
-  tiepoint::workbench_values tiepoint::workbench_geometry tiepoint::workbench_session tiepoint::workbench_naming
-  tiepoint::workbench_survey tiepoint::picture tiepoint::report tiepoint::rpc)
+  tiepoint::workbench_values tiepoint::workbench_geometry tiepoint::workbench_analysis tiepoint::workbench_session
+  tiepoint::workbench_naming tiepoint::workbench_survey tiepoint::picture tiepoint::report tiepoint::rpc)
 
 # tiepoint_utf8_program(name)
 #

@@ -6,6 +6,7 @@
 #include "workbench/analysis/best_minimum.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/levels.h"
+#include "workbench/analysis/network.h"
 #include "workbench/analysis/observation_statements.h"
 #include "workbench/analysis/station_statements.h"
 #include "workbench/analysis/stiffness.h"

@@ -6,9 +6,9 @@
 // carries moves by omega x (x - centre) + tau, where the centre is the mean of its registered points in use.
 #pragma once
 
-#include "workbench/analysis/adjustment_options.h"
-#include "workbench/analysis/adjustment_result.h"
-#include "workbench/analysis/network.h"
+#include "workbench/values/adjustment_network.h"
+#include "workbench/values/adjustment_options.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -3,9 +3,9 @@
 
 #include <optional>
 
-#include "workbench/analysis/adjustment_options.h"
-#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/minimise.h"
+#include "workbench/values/adjustment_options.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/rotation_form.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

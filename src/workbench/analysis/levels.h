@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "workbench/analysis/adjustment_result.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/rigid_fit.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -1,9 +1,9 @@
 // What is told of every measurement, and of control with a covariance.
 #pragma once
 
-#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/reliability.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -2,8 +2,8 @@
 // one a place on the targets that they share with others.
 #pragma once
 
-#include "workbench/analysis/network.h"
 #include "workbench/analysis/placement.h"
+#include "workbench/values/adjustment_network.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -1,7 +1,7 @@
 // What one measurement's residual tells: its redundancy, its test, the error that could hide in it.
 #pragma once
 
-#include "workbench/analysis/adjustment_result.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "workbench/analysis/network.h"
+#include "workbench/values/adjustment_network.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -1,9 +1,9 @@
 // How far a measurement moves stations: by an error that nobody would notice, and by being left out.
 #pragma once
 
-#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/cofactors.h"
 #include "workbench/analysis/reliability.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

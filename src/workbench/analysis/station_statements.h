@@ -1,8 +1,8 @@
 // What is told of every station, every target and every carried point.
 #pragma once
 
-#include "workbench/analysis/adjustment_result.h"
 #include "workbench/analysis/cofactors.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "workbench/analysis/network.h"
 #include "workbench/analysis/participation.h"
+#include "workbench/values/adjustment_network.h"
 
 namespace tiepoint::workbench::analysis {
 

@@ -22,6 +22,10 @@ const char* reasonText(Reason reason) {
       return "the base has fewer than 3 shared points left";
     case Reason::nothingToJoin:
       return "no second group to join it with";
+    case Reason::nameAgain:
+      return "the group has this name again, further down";
+    case Reason::negativeWeight:
+      return "weight below 0";
   }
   return "";
 }

@@ -17,6 +17,7 @@ const char* outcomeKey(const Registration& registration) {
     const char* operator()(const NotConnected&) const { return "not-linked"; }
     const char* operator()(const BaseNotShared&) const { return "base-lost"; }
     const char* operator()(const NotNamed&) const { return "not-named"; }
+    const char* operator()(const Undetermined&) const { return "undetermined"; }
   };
   return std::visit(Key(), registration.outcome);
 }

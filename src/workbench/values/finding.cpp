@@ -29,6 +29,7 @@ constexpr std::array kinds{
     KindInfo{Kind::oddWeights, "odd-weights"},
     KindInfo{Kind::otherUnit, "other-unit"},
     KindInfo{Kind::mirrorImages, "mirror-images"},
+    KindInfo{Kind::controlNotSeen, "control-not-seen"},
     KindInfo{Kind::courseUnknown, "course-unknown"},
     KindInfo{Kind::notConverged, "not-converged"},
     KindInfo{Kind::fewPoints, "too-few-points"},

@@ -29,6 +29,8 @@ enum class FindingKind {
   oddWeights,
   otherUnit,
   mirrorImages,
+  /// Targets with given places that no station measured.
+  controlNotSeen,
   // --- Of the iterative method.
   courseUnknown,
   notConverged,

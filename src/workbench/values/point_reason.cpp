@@ -22,6 +22,10 @@ const char* reasonKey(Reason reason) {
       return "thin-base";
     case Reason::nothingToJoin:
       return "nothing-to-join";
+    case Reason::nameAgain:
+      return "name-again";
+    case Reason::negativeWeight:
+      return "negative-weight";
   }
   return "";
 }

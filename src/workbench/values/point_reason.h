@@ -18,7 +18,11 @@ enum class Reason {
   /// The base is left with fewer than three shared points.
   thinBase,
   /// There is one group only and no base.
-  nothingToJoin
+  nothingToJoin,
+  /// The group has another point of that name further down, which is used.
+  nameAgain,
+  /// An adjustment has no use for it.
+  negativeWeight
 };
 
 /// For programs, such as "lone-name".

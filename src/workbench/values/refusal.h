@@ -33,6 +33,16 @@ enum class Field {
   method,
   maxIterations,
   convergence,
+  sigma,
+  sigmasFile,
+  controlFile,
+  level,
+  startFile,
+  variance,
+  alpha,
+  power,
+  carryFile,
+  trace,
   keepCluster,
   cloud,
   apply,
@@ -70,6 +80,8 @@ enum class RefusalKind {
   goesWith,
   notALength,
   notAboveZero,
+  /// A level or a power that isn't between 0 and 1.
+  notAShare,
   keepClusterNeedsPairwise,
   profileLimits,
   noSuchCluster,
@@ -95,6 +107,15 @@ enum class RefusalKind {
   lineTooLong,
   pointsNotTaken,
   weightsLine,
+  sigmasLine,
+  controlLine,
+  /// The covariances of a line aren't those of a place.
+  controlNotDefinite,
+  /// A target of two lines that differ; `name` is its name.
+  controlTwice,
+  carryLine,
+  /// Poses to start from that can't be read; `cause` says why.
+  startNotRead,
   cloudFileMissing,
   cloudFile,
   // --- Files that are written.

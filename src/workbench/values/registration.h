@@ -10,6 +10,7 @@
 
 #include "platform/sdk/od_ge_matrix3d.h"
 #include "records/tables.h"
+#include "workbench/values/adjusted_survey.h"
 #include "workbench/values/cloud_report.h"
 #include "workbench/values/finding.h"
 #include "workbench/values/import_report.h"
@@ -120,6 +121,8 @@ struct NotConnected {};
 struct BaseNotShared {};
 /// Points without names can't be named so that it is certain.
 struct NotNamed {};
+/// A motion of some stations stays open; the adjustment tells which.
+struct Undetermined {};
 
 /// Paths that were written, UTF-8; empty for what wasn't asked for.
 struct WrittenFiles {
@@ -144,9 +147,11 @@ struct Registration {
   std::vector<GroupOutcome> groups;
   /// In the session's order, group by group.
   std::vector<PointOutcome> points;
-  std::variant<NotConnected, BaseNotShared, NotNamed, Registered> outcome;
+  std::variant<NotConnected, BaseNotShared, NotNamed, Undetermined, Registered> outcome;
   /// After the iterative method, unless its report doesn't tell.
   std::optional<IterationCourse> iterations;
+  /// Of the method `adjust`.
+  std::optional<AdjustedSurvey> adjustment;
   /// What is connected, where not all groups are: the iterative method takes them all the same.
   LinkReport links;
   std::vector<Finding> findings;

@@ -6,30 +6,18 @@
 #include <string>
 #include <vector>
 
+#include "workbench/values/adjustment_request.h"
 #include "workbench/values/import_report.h"
+#include "workbench/values/point_choice.h"
 #include "workbench/values/reading_request.h"
 
 namespace tiepoint::workbench {
 
-enum class RegistrationMethod { pairwise, iterative };
+enum class RegistrationMethod { pairwise, iterative, adjust };
 enum class Naming { none, automatic, triangles, closeness };
 enum class MatrixFormat { plain, fourByFour, trf };
 enum class ReportKind { results, points, groups };
 enum class Unit { unknown, metre, millimetre };
-
-/// The points of one name in a group, or the whole of it.
-struct PointRef {
-  std::string group;
-  std::optional<std::string> point = std::nullopt;
-};
-
-/// Points that are chosen. A text with colons can be read in several ways; the first that names points
-/// that there are is meant.
-struct PointChoice {
-  std::vector<PointRef> readings;
-  /// As it was given, for messages.
-  std::string given = {};
-};
 
 struct WeightChoice {
   PointChoice points;
@@ -94,6 +82,8 @@ struct RegistrationRequest {
   /// Of the iterative method; the profile's when not given.
   std::optional<std::uint64_t> maxIterations = std::nullopt;
   std::optional<double> convergence = std::nullopt;
+  /// Of the method `adjust`.
+  AdjustmentRequest adjustment = {};
   std::optional<std::uint64_t> keepCluster = std::nullopt;
   Unit unit = Unit::unknown;
   DrawingChanges changes = {};

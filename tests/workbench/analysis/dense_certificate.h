@@ -3,8 +3,8 @@
 
 #include <Eigen/Dense>
 
-#include "workbench/analysis/adjustment_result.h"
-#include "workbench/analysis/network.h"
+#include "workbench/values/adjustment_network.h"
+#include "workbench/values/adjustment_result.h"
 
 namespace tiepoint::workbench::analysis::testing {
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "workbench/analysis/network.h"
+#include "workbench/values/adjustment_network.h"
 
 namespace tiepoint::workbench::analysis::testing {
 

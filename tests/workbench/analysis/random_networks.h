@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench/analysis/network.h"
+#include "workbench/values/adjustment_network.h"
 
 namespace tiepoint::workbench::analysis::testing {
 

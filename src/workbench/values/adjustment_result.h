@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "workbench/analysis/adjustment_options.h"
+#include "workbench/values/adjustment_options.h"
 
 namespace tiepoint::workbench::analysis {
 
