@@ -1,6 +1,7 @@
 // One registration: what was found, what was left out and why.
 #pragma once
 
+#include <Eigen/Core>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -85,6 +86,9 @@ struct MergedTarget {
   double weight = 0.0;
   /// As the module has it.
   std::string moduleName = {};
+  /// Of an adjusted target: how many stations measured it, and the covariance of its position.
+  std::optional<std::size_t> sightings = std::nullopt;
+  std::optional<Eigen::Matrix3d> covariance = std::nullopt;
 };
 
 /// One point far beyond the others.
