@@ -28,8 +28,8 @@ std::vector<bool> earlierTwins(const analysis::Network& network) {
   return earlier;
 }
 
-void describePoint(const AdjustedSurvey& survey, std::size_t index, const SessionPoint& point,
-                   const BaseTargets& base, PointOutcome& row) {
+void describePoint(const AdjustedSurvey& survey, std::size_t index, const SessionPoint& point, const BaseTargets& base,
+                   PointOutcome& row) {
   const std::size_t station = row.group;
   const bool held = survey.network.stations[station].held;
   if (const auto& pose = survey.result.poses[station]; pose && !held) {
@@ -76,8 +76,8 @@ std::vector<MergedTarget> adjustedTargets(const AdjustedSurvey& survey) {
     const auto& adjusted = survey.result.targets[t];
     if (!adjusted) continue;
     const std::string& name = survey.targetNames[t];
-    targets.push_back({name, pointOf(adjusted->position), weights[t], standInName(name), adjusted->sightings,
-                       adjusted->covariance});
+    targets.push_back(
+        {name, pointOf(adjusted->position), weights[t], standInName(name), adjusted->sightings, adjusted->covariance});
   }
   return targets;
 }

@@ -137,7 +137,8 @@ analysis::AdjustmentOptions adjustmentOptions(const SessionState& state, const R
   using analysis::VarianceScale;
   const AdjustmentRequest& request = resolved.request.adjustment;
   analysis::AdjustmentOptions options;
-  options.scale = request.variance.value_or(givesSigmas(resolved) ? VarianceScale::aPriori : VarianceScale::aPosteriori);
+  options.scale =
+      request.variance.value_or(givesSigmas(resolved) ? VarianceScale::aPriori : VarianceScale::aPosteriori);
   options.alpha = request.alpha.value_or(options.alpha);
   options.power = request.power.value_or(options.power);
   for (const StationPlace& place : resolved.carry) {
