@@ -217,10 +217,24 @@ class Delivery {
 
 }  // namespace
 
+namespace {
+
+/// What shows an adjustment makes a drawing of its own, which a running transaction doesn't allow.
+std::vector<OutputFile> withPicturesDrawn(std::vector<OutputFile> outputs) {
+  for (OutputFile& file : outputs) {
+    if (file.target.field != Field::picture) continue;
+    file.content = [picture = file.content()] { return picture; };
+  }
+  return outputs;
+}
+
+}  // namespace
+
 void deliver(Workbench& workbench, OpenSurvey& survey, const ResolvedRequest& resolved,
-             const std::vector<OutputFile>& outputs, Progress& progress) {
+             const std::vector<OutputFile>& files, Progress& progress) {
   if (!survey.registration.registered()) return;
   const DrawingChanges& changes = resolved.request.changes;
+  const std::vector<OutputFile> outputs = survey.registration.adjustment ? withPicturesDrawn(files) : files;
   const auto action = [&] { Delivery(workbench, survey, resolved, progress).carryOut(outputs); };
   if (changes.clouds.empty() && !changes.apply && changes.store.empty()) {
     action();
