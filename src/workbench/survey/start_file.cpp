@@ -1,5 +1,6 @@
 #include "workbench/survey/start_file.h"
 
+#include <Eigen/LU>
 #include <Eigen/SVD>
 #include <algorithm>
 #include <cmath>
@@ -18,7 +19,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// What the elements of R' R may be off those of the identity: a file may have six digits.
+/// What the elements of R' R may be off those of the identity: a file may have been rounded to seven digits.
 constexpr double orthogonalTo = 1e-6;
 
 /// Where in the file something is wrong, and what.
@@ -124,8 +125,7 @@ std::vector<StationPose> readStartFile(const std::string& path) {
     ++place.count;
     std::optional<StationPose> pose = poseOf(group, place);
     if (!pose) continue;
-    place.group = pose->group;
-    if (!names.insert(pose->group).second) place.refuse("twice");
+    if (!names.insert(pose->group).second) Place{path, pose->group, place.count}.refuse("twice");
     poses.push_back(std::move(*pose));
   }
   return poses;
