@@ -1,0 +1,21 @@
+// Poses to start from, as an earlier registration wrote them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "workbench/values/adjustment_request.h"
+
+namespace tiepoint::workbench {
+
+/// The poses of the registered stations, in the order of the file, which is JSON as `--transforms` writes it;
+/// only `groups`, and of each group `name`, `registered`, `rotation` and `translation` are looked at. A
+/// rotation is made exactly one; it may be off by 1e-6.
+///
+/// `path` is UTF-8. Throws Refused: (startNotRead) with what is wrong as its cause, which is "json" (count:
+/// the line) or the key that is missing, of another type or twice: "groups", "name" (count: the group's place
+/// in the list, from 1), "twice", "registered", "rotation", "translation" (name: the group's); "improper" is
+/// a rotation that mirrors or isn't one. And what a file that can't be read throws.
+std::vector<StationPose> readStartFile(const std::string& path);
+
+}  // namespace tiepoint::workbench
