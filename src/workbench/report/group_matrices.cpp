@@ -102,7 +102,7 @@ std::string transformsJson(const Registration& registration, Unit unit) {
   const Registered& registered = *registration.registered();
   OrderedJson json;
   json["convention"] = jsonConvention(unit);
-  json["method"] = registration.method == RegistrationMethod::iterative ? "iterative" : "pairwise";
+  json["method"] = methodKey(registration.method);
   json["discrepancies"] = jsonRms(registered.discrepancies);
   json["atBase"] = jsonRms(registered.atBase);
   json["groups"] = std::move(groups);
