@@ -62,8 +62,7 @@ Json jsonOf(const std::string& path, const std::string& text) {
     const auto line = 1 + std::count(text.begin(), end, '\n');
     Place{path, {}, static_cast<std::uint64_t>(line)}.refuse("json");
   } catch (const Json::out_of_range&) {
-    // A number that no double holds.
-    Place{path}.refuse("json");
+    Place{path}.refuse("number");
   }
 }
 

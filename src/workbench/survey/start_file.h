@@ -12,10 +12,11 @@ namespace tiepoint::workbench {
 /// only `groups`, and of each group `name`, `registered`, `rotation` and `translation` are looked at. A
 /// rotation is made exactly one; it may be off by 1e-6.
 ///
-/// `path` is UTF-8. Throws Refused: (startNotRead) with what is wrong as its cause, which is "json" (count:
-/// the line) or the key that is missing, of another type or twice: "groups", "name" (count: the group's place
-/// in the list, from 1), "twice", "registered", "rotation", "translation" (name: the group's); "improper" is
-/// a rotation that mirrors or isn't one. And what a file that can't be read throws.
+/// `path` is UTF-8. Throws Refused: (startNotRead) with what is wrong as its cause, and what a file that can't
+/// be read throws. Causes: "json" (count: the line), "number" for one that no double holds, the key that is
+/// missing or of another type ("groups"; "name", with the group's place in the list, from 1, as count;
+/// "registered", "rotation", "translation", with the group's name), and with the group's name also "twice" and
+/// "improper", a rotation that mirrors or isn't one.
 std::vector<StationPose> readStartFile(const std::string& path);
 
 }  // namespace tiepoint::workbench
