@@ -33,8 +33,9 @@ std::optional<Value> chosen(const std::string& text, const Choices<Value, count>
   refuse(complaint);
 }
 
-constexpr Choices<RegistrationMethod, 2> methods{
-    {{"pairwise", RegistrationMethod::pairwise}, {"iterative", RegistrationMethod::iterative}}};
+constexpr Choices<RegistrationMethod, 3> methods{{{"adjust", RegistrationMethod::adjust},
+                                                  {"pairwise", RegistrationMethod::pairwise},
+                                                  {"iterative", RegistrationMethod::iterative}}};
 constexpr Choices<Naming, 3> namings{
     {{"auto", Naming::automatic}, {"triangles", Naming::triangles}, {"distance", Naming::closeness}}};
 constexpr Choices<MatrixFormat, 3> matrixFormats{

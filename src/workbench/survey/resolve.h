@@ -26,6 +26,14 @@ struct ResolvedRequest {
   RegistrationRequest request;
   /// The file's, then the request's.
   std::vector<WeightChoice> weights;
+  /// The file's, then the request's. What is said of a point goes before what is said of its station, and of
+  /// two of one kind the later holds.
+  std::vector<SigmaChoice> sigmas;
+  /// Each name once.
+  std::vector<ControlTarget> control;
+  /// The poses of the file, among them those of stations that the drawing hasn't.
+  std::vector<StationPose> start;
+  std::vector<StationPlace> carry;
   /// With absolute paths.
   std::vector<CloudRequest> clouds;
   std::optional<CommonPointsTarget> commonPoints;
