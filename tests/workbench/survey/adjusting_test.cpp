@@ -327,7 +327,8 @@ TEST_F(AskedFor, PointsAreCarriedAndMeasurementsTraced) {
 }
 
 TEST_F(AskedFor, ControlThatNoStationMeasuredIsSaid) {
-  resolved.control = {{"T1", {{0, 0, 0}, {}}}, {"T2", {{8, 0, 0}, {}}}, {"T3", {{0, 6, 0}, {}}}, {"K9", {{1, 2, 3}, {}}}};
+  resolved.control = {
+      {"T1", {{0, 0, 0}, {}}}, {"T2", {{8, 0, 0}, {}}}, {"T3", {{0, 6, 0}, {}}}, {"K9", {{1, 2, 3}, {}}}};
   const Registration& registration = adjustThem();
   ASSERT_TRUE(registration.registered());
   EXPECT_EQ(registration.adjustment->result.datum.kind, analysis::DatumKind::control);
