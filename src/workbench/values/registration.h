@@ -1,6 +1,7 @@
 // One registration: what was found, what was left out and why.
 #pragma once
 
+#include <Eigen/Core>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -85,14 +86,19 @@ struct MergedTarget {
   double weight = 0.0;
   /// As the module has it.
   std::string moduleName = {};
+  /// Of an adjusted target: how many stations measured it, and the covariance of its position.
+  std::optional<std::size_t> sightings = std::nullopt;
+  std::optional<Eigen::Matrix3d> covariance = std::nullopt;
 };
 
-/// One point far beyond the others.
+/// One point that the tests of an adjustment find to be wrong.
 struct Outlier {
   /// Its index among the outcomes.
   std::size_t point = 0;
-  /// Its discrepancy divided by the median of all.
-  double timesMedian = 0.0;
+  /// Its discrepancy divided by the median of all; nothing where that is 0.
+  std::optional<double> timesMedian = std::nullopt;
+  /// Measured less what all other measurements predict, in the common system.
+  std::optional<OdGeVector3d> leftOut = std::nullopt;
 };
 
 /// What a protocol of the registration states: the discrepancies of all points that have one, and how many
