@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/report/adjusted_hall.h"
 #include "workbench/report/registrations.h"
 
 namespace tiepoint::workbench {
@@ -161,6 +162,25 @@ TEST(SummaryText, OfASurveyThatIsntNamedListsNoPointsThatAreOut) {
   Registration registration = twoStations();
   registration.outcome = NotNamed();
   EXPECT_EQ(summaryText(registration, metres), "Not registered: the points can't be named with certainty.\n");
+}
+
+TEST(SummaryText, OfAnAdjustmentHasTheVerdictBeforeTheTransformations) {
+  const std::string text = summaryText(adjustedStations(), metres);
+  EXPECT_EQ(text.find("Adjusted with base S1: 12 of 12 points in use; 36 equations for 24 unknowns, redundancy 12\n"
+                      "No measurement is suspect: all 12 tests pass\n"),
+            0u);
+  EXPECT_LT(text.find("\n\nStations (mm)"), text.find("\n\nTransformations to the common system"));
+}
+
+TEST(SummaryText, EndsTheAdviceWithWhereAllOthersSeeThePoint) {
+  Registration registration = adjustedStations();
+  makeSuspect(registration);
+  EXPECT_TRUE(
+      has(summaryText(registration, metres),
+          "\nT3 in S2 stands out: all others see the target 60.000 mm beside it. It may have been mismeasured or\n"
+          "misnamed there: check it, and compare a run with --exclude S2:T3\n"));
+  observationOf(registration, 6).leftOut.reset();
+  EXPECT_TRUE(has(summaryText(registration, metres), "\nT3 in S2 stands out. It may"));
 }
 
 }  // namespace
