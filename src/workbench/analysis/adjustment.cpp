@@ -25,9 +25,6 @@ void requireSound(const AdjustmentOptions& options, const Network& network) {
   for (const std::size_t observation : options.trace) {
     if (observation >= network.observations.size()) throw std::invalid_argument("no such observation to trace");
   }
-  for (const std::vector<Pose>& start : options.otherStarts) {
-    if (start.size() != network.stations.size()) throw std::invalid_argument("a start isn't one for every station");
-  }
 }
 
 /// Rows for all of the network, none filled.
@@ -81,6 +78,7 @@ void describeStatistics(const Solution& solution, const AdjustmentOptions& optio
   const TestSetting setting = testSettingOf(options, adjustment);
   adjustment.levels = setting.levels;
   describeObservations(solution, cofactors, setting, adjustment);
+  if (options.measurementsAlone) return;
   describeStations(solution, cofactors, varianceOf(adjustment), options.carry, adjustment);
   describeNaming(solution, adjustment);
   for (const std::size_t observation : options.trace) {

@@ -1,5 +1,6 @@
 #include "workbench/analysis/best_minimum.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "workbench/analysis/certificate.h"
@@ -26,8 +27,9 @@ class StartTrials {
   StartTrials(const Survey& survey_, NormalEquations& equations_, SparseFactor& factor_)
       : survey(survey_), equations(equations_), factor(factor_) {}
 
-  void first(const Placements& start) {
-    best.minimum = minimise(survey, start, equations, factor);
+  void first(const Placements& start) { best.minimum = minimise(survey, start, equations, factor); }
+
+  void certifyFirst() {
     form = RotationForm::of(survey);
     judge();
   }
@@ -72,10 +74,14 @@ BestMinimum bestMinimum(const Network& network, const Survey& survey, const Adju
                         NormalEquations& equations, SparseFactor& factor) {
   StartTrials trials(survey, equations, factor);
   trials.first(startOf(network, survey));
+  if (options.measurementsAlone) return trials.take();
+  trials.certifyFirst();
   if (!options.triesOtherStarts) return trials.take();
   trials.trySpectral();
-  for (const std::vector<Pose>& start : options.otherStarts) {
-    if (trials.mayBeLower()) trials.tryStart(startFrom(network, survey, start));
+  if (!trials.mayBeLower() || !options.otherStarts) return trials.take();
+  for (const std::vector<Pose>& start : options.otherStarts()) {
+    if (start.size() != network.stations.size()) throw std::invalid_argument("a start isn't one for every station");
+    trials.tryStart(startFrom(network, survey, start));
   }
   return trials.take();
 }

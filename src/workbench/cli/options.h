@@ -43,6 +43,23 @@ struct PictureOptions {
   std::string view;
 };
 
+/// Of the method `adjust`. An empty text isn't given.
+struct AdjustOptions {
+  /// "S" or "GROUP=S".
+  std::vector<std::string> sigma;
+  std::string sigmasFile;
+  std::string controlFile;
+  /// Groups, or "all".
+  std::vector<std::string> level;
+  std::string startFile;
+  std::string variance;
+  std::optional<double> alpha;
+  std::optional<double> power;
+  std::string carryFile;
+  /// "GROUP:POINT".
+  std::vector<std::string> trace;
+};
+
 struct RegisterOptions {
   HostOptions host;
   FileOptions files;
@@ -61,6 +78,7 @@ struct RegisterOptions {
   /// Of the iterative method; the session's when not given.
   std::optional<std::uint64_t> maxIterations;
   std::optional<double> convergence;
+  AdjustOptions adjust;
   std::optional<std::uint64_t> keepCluster;
   std::vector<std::string> clouds;
   bool apply = false;

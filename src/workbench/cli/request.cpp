@@ -11,6 +11,7 @@
 #include "workbench/cli/picture_options.h"
 #include "workbench/reading/header_columns.h"
 #include "workbench/report/reading_text.h"
+#include "workbench/survey/line_fields.h"
 #include "workbench/survey/weights_file.h"
 
 namespace tiepoint::workbench::cli {
@@ -33,8 +34,11 @@ std::optional<Value> chosen(const std::string& text, const Choices<Value, count>
   refuse(complaint);
 }
 
-constexpr Choices<RegistrationMethod, 2> methods{
-    {{"pairwise", RegistrationMethod::pairwise}, {"iterative", RegistrationMethod::iterative}}};
+constexpr Choices<RegistrationMethod, 3> methods{{{"adjust", RegistrationMethod::adjust},
+                                                  {"pairwise", RegistrationMethod::pairwise},
+                                                  {"iterative", RegistrationMethod::iterative}}};
+constexpr Choices<analysis::VarianceScale, 2> variances{
+    {{"a-priori", analysis::VarianceScale::aPriori}, {"a-posteriori", analysis::VarianceScale::aPosteriori}}};
 constexpr Choices<Naming, 3> namings{
     {{"auto", Naming::automatic}, {"triangles", Naming::triangles}, {"distance", Naming::closeness}}};
 constexpr Choices<MatrixFormat, 3> matrixFormats{
@@ -87,6 +91,53 @@ NamingRequest namingOf(const RegisterOptions& options) {
   naming.minSideDifference = options.minSideDifference;
   naming.closeness = options.tolerance;
   return naming;
+}
+
+/// A number for all measurements, or "GROUP=NUMBER"; a name may hold "=" itself.
+void readSigma(const std::string& text, AdjustmentRequest& adjustment) {
+  const std::size_t equals = text.rfind('=');
+  const bool isOfGroup = equals != std::string::npos;
+  if (equals == 0) refuse(fmt::format("--sigma {}: must have the form S or GROUP=S", text));
+  const std::optional<double> sigma = numberOfText(isOfGroup ? text.substr(equals + 1) : text);
+  if (!sigma) refuse(fmt::format("--sigma {}: not a number", text));
+  if (isOfGroup) {
+    const std::string group = text.substr(0, equals);
+    adjustment.sigmas.push_back({{{PointRef{group}}, group}, *sigma});
+    return;
+  }
+  if (adjustment.sigma) refuse(fmt::format("--sigma {}: there is a sigma for all already; leave one out", text));
+  adjustment.sigma = sigma;
+}
+
+/// A point, never a whole group.
+PointChoice tracedPoint(const std::string& text) {
+  PointChoice choice = pointChoice(text);
+  choice.readings.erase(choice.readings.begin());
+  if (choice.readings.empty()) refuse(fmt::format("--trace {}: must have the form GROUP:POINT", text));
+  return choice;
+}
+
+AdjustmentRequest adjustmentOf(const AdjustOptions& options) {
+  AdjustmentRequest adjustment;
+  for (const std::string& text : options.sigma) readSigma(text, adjustment);
+  adjustment.sigmasFile = options.sigmasFile;
+  adjustment.controlFile = options.controlFile;
+  for (const std::string& level : options.level) {
+    if (level == "all") {
+      adjustment.allLevelled = true;
+    } else {
+      adjustment.levelled.push_back(level);
+    }
+  }
+  adjustment.startFile = options.startFile;
+  adjustment.variance =
+      chosen(options.variance, variances,
+             fmt::format("--variance {}: unknown; choose a-priori or a-posteriori", options.variance));
+  adjustment.alpha = options.alpha;
+  adjustment.power = options.power;
+  adjustment.carryFile = options.carryFile;
+  for (const std::string& text : options.trace) adjustment.trace.push_back(tracedPoint(text));
+  return adjustment;
 }
 
 OutputRequest outputsOf(const RegisterOptions& options) {
@@ -183,11 +234,12 @@ Unit unitOf(const std::string& text) {
 RegistrationRequest requestOf(const RegisterOptions& options) {
   RegistrationRequest request;
   request.unit = unitOf(options.unit);
-  request.method =
-      chosen(options.method, methods, fmt::format("--method {}: unknown; choose pairwise or iterative", options.method))
-          .value_or(RegistrationMethod::pairwise);
+  request.method = chosen(options.method, methods,
+                          fmt::format("--method {}: unknown; choose adjust, pairwise or iterative", options.method))
+                       .value_or(RegistrationMethod::pairwise);
   request.maxIterations = options.maxIterations;
   request.convergence = options.convergence;
+  request.adjustment = adjustmentOf(options.adjust);
   request.naming = namingOf(options);
   request.files = importRuns(options.files);
   request.reading = readingRequest(options.files);

@@ -12,6 +12,8 @@ const char* wordsOf(Stage stage) {
       return "looking for names";
     case Stage::iterating:
       return "registering iteratively";
+    case Stage::adjusting:
+      return "adjusting";
     case Stage::movingClouds:
       break;
   }

@@ -41,4 +41,15 @@ bool addCloud(OdDbDatabase& database, const std::wstring& name, const std::wstri
   return true;
 }
 
+void moveClouds(OdDbDatabase& database, const std::map<std::wstring, OdGeMatrix3d>& motions) {
+  if (!Cloud::documentHasPointClouds(database)) return;
+  const OdDbDictionaryPtr dictionary = openDictionary(Cloud::pointCloudDictionary(database), OdDb::kForRead);
+  for (const auto& [name, motion] : motions) {
+    const OdDbObjectId id = dictionary->getAt(name);
+    if (id.isNull()) continue;
+    const CloudPtr cloud = CloudPtr::cast(id.safeOpenObject(OdDb::kForWrite));
+    if (!cloud.isNull()) cloud->transformBy(motion);
+  }
+}
+
 }  // namespace tiepoint::workbench

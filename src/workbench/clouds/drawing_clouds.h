@@ -1,6 +1,7 @@
 // The point clouds of a drawing: their names, files and accumulated transformations.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -23,5 +24,9 @@ std::vector<DrawingCloud> cloudsOf(const OdDbDatabase& database);
 /// Adds an unmoved cloud; false when the name is taken. To be called inside a transaction. Throws
 /// OdError(eWriteProtected) when the drawing is read-only.
 bool addCloud(OdDbDatabase& database, const std::wstring& name, const std::wstring& source);
+
+/// Each of the drawing's clouds of that name goes on by a rigid motion behind what has moved it so far. Clouds
+/// that the drawing lacks are passed over. To be called inside a transaction.
+void moveClouds(OdDbDatabase& database, const std::map<std::wstring, OdGeMatrix3d>& motions);
 
 }  // namespace tiepoint::workbench

@@ -18,9 +18,12 @@ using Row = std::vector<std::string>;
 
 /// What the axes leave of a line has no room for the median.
 std::string markOf(const Registered& registered, std::size_t point, bool axes) {
-  if (registered.largest != point) return "";
-  if (!registered.outlier || axes) return "<- largest";
-  return fmt::format("<- largest, {:.1f} times the median", registered.outlier->timesMedian);
+  const bool standsOut = registered.outlier && registered.outlier->point == point;
+  const bool isLargest = registered.largest == point;
+  if (!standsOut) return isLargest ? "<- largest" : "";
+  const char* const mark = isLargest ? "<- largest" : "<- stands out";
+  if (axes || !registered.outlier->timesMedian) return mark;
+  return fmt::format("{}, {:.1f} times the median", mark, *registered.outlier->timesMedian);
 }
 
 /// The indices of the points that have a discrepancy.

@@ -10,8 +10,52 @@ namespace tiepoint::workbench {
 
 namespace {
 
-/// Of a file of points that is read.
-std::string pointFileText(const Refusal& r, FieldNames nameOf) {
+/// Of a line of a file that gives numbers to groups, points and targets.
+std::string lineText(const Refusal& r) {
+  if (!r.cause.empty()) return fmt::format("{}, line {}: {}; save the file as UTF-8", r.given, r.count, r.cause);
+  if (r.kind == RefusalKind::weightsLine) {
+    return fmt::format("{}: line {} isn't \"GROUP POINT WEIGHT\" with a weight from 0 to 1", r.given, r.count);
+  }
+  const char* const form = r.kind == RefusalKind::sigmasLine ? "\"GROUP S\" or \"GROUP POINT S\" with S above 0"
+                           : r.kind == RefusalKind::carryLine
+                               ? "\"GROUP x y z\""
+                               : "\"NAME x y z\", alone or with 1 or 3 sigmas or 6 covariances";
+  return fmt::format(
+      "{}, line {}: this isn't {}; write decimal points, and quotation marks around names of several words", r.given,
+      r.count, form);
+}
+
+/// Of a target's line.
+std::string controlText(const Refusal& r) {
+  const std::string place = fmt::format("{}, line {}: ", r.given, r.count);
+  if (r.kind == RefusalKind::controlTwice) {
+    return fmt::format("{}{} stands there again with other numbers; keep one of its lines", place, r.name);
+  }
+  return fmt::format(
+      "{}the covariances of {} aren't positive definite; give sigmas above 0, or xx xy xz yy yz zz of one place", place,
+      r.name);
+}
+
+/// What is wrong with poses to start from.
+std::string startProblem(const Refusal& r) {
+  if (r.cause == "json") return "this isn't JSON";
+  if (r.cause == "number") return "a number in it is too great";
+  if (r.cause == "groups") return "there is no list \"groups\"";
+  if (r.cause == "name") return fmt::format("entry {} of \"groups\" has no name", r.count);
+  if (r.cause == "twice") return fmt::format("{} has two poses", r.name);
+  if (r.cause == "registered") return fmt::format("{} doesn't say whether it is \"registered\"", r.name);
+  if (r.cause == "improper") return fmt::format("the \"rotation\" of {} mirrors, or isn't a rotation to 1e-6", r.name);
+  return fmt::format("the \"{}\" of {} isn't {} finite numbers", r.cause, r.name,
+                     r.cause == "rotation" ? "three rows of three" : "three");
+}
+
+std::string startText(const Refusal& r, FieldNames nameOf) {
+  const std::string line = r.cause == "json" ? fmt::format(", line {}", r.count) : "";
+  return fmt::format("{}{}: {}; name a file that {} wrote", r.given, line, startProblem(r), nameOf(Field::transforms));
+}
+
+/// Of a file that is read.
+std::string readFileText(const Refusal& r, FieldNames nameOf) {
   switch (r.kind) {
     case RefusalKind::pathNotUtf8:
       return printable(r.given) + ": the file's name isn't UTF-8 text; rename the file";
@@ -40,7 +84,15 @@ std::string pointFileText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::pointsNotTaken:
       return r.given + ": the module didn't take all of its points; is the disk full?";
     case RefusalKind::weightsLine:
-      return fmt::format("{}: line {} isn't \"GROUP POINT WEIGHT\" with a weight from 0 to 1", r.given, r.count);
+    case RefusalKind::sigmasLine:
+    case RefusalKind::controlLine:
+    case RefusalKind::carryLine:
+      return lineText(r);
+    case RefusalKind::controlNotDefinite:
+    case RefusalKind::controlTwice:
+      return controlText(r);
+    case RefusalKind::startNotRead:
+      return startText(r, nameOf);
     case RefusalKind::cloudFileMissing:
       return fmt::format("{}: there is no such file (cloud {})", r.given, r.name);
     default:
@@ -108,7 +160,7 @@ std::string targetText(const Refusal& r, FieldNames nameOf) {
 }  // namespace
 
 std::string fileRefusalText(const Refusal& refusal, FieldNames nameOf) {
-  return refusal.kind <= RefusalKind::cloudFile ? pointFileText(refusal, nameOf) : targetText(refusal, nameOf);
+  return refusal.kind <= RefusalKind::cloudFile ? readFileText(refusal, nameOf) : targetText(refusal, nameOf);
 }
 
 }  // namespace tiepoint::workbench

@@ -50,6 +50,13 @@ std::string oddWeightsText(const Finding& f) {
                      first(f.groups), plural(f.count, "point"), f.count == 1 ? "s" : "ve");
 }
 
+std::string controlNotSeenText(const Finding& f) {
+  const bool isOne = f.points.size() == 1;
+  return fmt::format("{}no station measured the control {} {}; {} spelled as in the stations' files?",
+                     f.path.empty() ? "" : f.path + ": ", isOne ? "target" : "targets", joined(f.points, maxNames),
+                     isOne ? "is it" : "are they");
+}
+
 /// Of files that were read.
 std::string fileText(const Finding& f) {
   switch (f.kind) {
@@ -105,6 +112,8 @@ std::string solveText(const Finding& f) {
     case FindingKind::mirrorImages:
       return fmt::format("{} and {} fit only as mirror images; are two columns swapped in one of the files?",
                          f.groups.at(0), f.groups.at(1));
+    case FindingKind::controlNotSeen:
+      return controlNotSeenText(f);
     case FindingKind::courseUnknown:
       return "the report doesn't say how the iterations ended, so it isn't known whether they converged";
     case FindingKind::notConverged:

@@ -24,15 +24,41 @@ OrderedJson jsonRotation(const OdGeMatrix3d& motion) {
   return rows;
 }
 
-OrderedJson jsonQuaternion(const OdGeMatrix3d& motion) {
+Eigen::Matrix3d rotationOf(const OdGeMatrix3d& motion) {
   Eigen::Matrix3d rotation;
   for (int row = 0; row < 3; ++row) {
     for (int column = 0; column < 3; ++column) rotation(row, column) = motion(row, column);
   }
-  Eigen::Quaterniond q(rotation);
+  return rotation;
+}
+
+OrderedJson jsonQuaternion(const OdGeMatrix3d& motion) {
+  Eigen::Quaterniond q(rotationOf(motion));
   q.normalize();
   if (q.w() < 0.0) q.coeffs() = -q.coeffs();
   return OrderedJson::array({q.w(), q.x(), q.y(), q.z()});
+}
+
+/// Angles in radians about z, x and z of the transposed rotation.
+std::string trfText(const OdGeMatrix3d& motion) {
+  const Eigen::Vector3d angles = rotationOf(motion).transpose().eulerAngles(2, 0, 2);
+  std::string text;
+  for (int i = 0; i < 3; ++i) text += fmt::format("ROT_{}:\t\t{:+.6f}\n", "XYZ"[i], angles(i));
+  for (int i = 0; i < 3; ++i) text += fmt::format("SHIFT_{}:\t{:+.6f}\n", "XYZ"[i], motion(i, 3));
+  return text;
+}
+
+/// The rotation transposed, the shift in the last column.
+std::string fourByFourText(const OdGeMatrix3d& motion) {
+  std::string text = "VERSION\t=\t1\nMATRIX\t=\n";
+  for (int row = 0; row < 4; ++row) {
+    for (int column = 0; column < 4; ++column) {
+      const bool isRotation = row < 3 && column < 3;
+      text +=
+          fmt::format("{:16.8e}{}", isRotation ? motion(column, row) : motion(row, column), column < 3 ? "  " : "\n");
+    }
+  }
+  return text;
 }
 
 OrderedJson jsonResidual(const PointOutcome& point) {
@@ -65,6 +91,10 @@ std::string plainMatrixText(const OdGeMatrix3d& motion) {
   return text;
 }
 
+std::string moduleMatrixText(MatrixFormat format, const OdGeMatrix3d& motion) {
+  return format == MatrixFormat::trf ? trfText(motion) : fourByFourText(motion);
+}
+
 std::string transformsJson(const Registration& registration, Unit unit) {
   OrderedJson groups = OrderedJson::array();
   for (const GroupOutcome& group : registration.groups) groups.push_back(jsonGroup(group));
@@ -72,7 +102,7 @@ std::string transformsJson(const Registration& registration, Unit unit) {
   const Registered& registered = *registration.registered();
   OrderedJson json;
   json["convention"] = jsonConvention(unit);
-  json["method"] = registration.method == RegistrationMethod::iterative ? "iterative" : "pairwise";
+  json["method"] = methodKey(registration.method);
   json["discrepancies"] = jsonRms(registered.discrepancies);
   json["atBase"] = jsonRms(registered.atBase);
   json["groups"] = std::move(groups);

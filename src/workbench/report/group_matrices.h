@@ -11,6 +11,10 @@ namespace tiepoint::workbench {
 /// 17 significant digits and nothing else, since readers of bare matrices stumble over comments.
 std::string plainMatrixText(const OdGeMatrix3d& motion);
 
+/// In one of the module's two formats, as the module writes those of motions that it has found itself; not
+/// `plain`.
+std::string moduleMatrixText(MatrixFormat format, const OdGeMatrix3d& motion);
+
 /// One JSON object: the convention in words, and every group's rotation, translation, quaternion and
 /// points with their residuals. `registration` is registered.
 std::string transformsJson(const Registration& registration, Unit unit);

@@ -21,6 +21,8 @@ class JsonMembers {
   /// An array of so many elements; each is made when its turn comes.
   virtual void addArray(const std::string& key, std::size_t count,
                         const std::function<OrderedJson(std::size_t)>& element) = 0;
+  /// An object that is described member by member in its turn.
+  virtual void addObject(const std::string& key, const std::function<void(JsonMembers&)>& describe) = 0;
 };
 
 /// Keeps the object in memory.
@@ -29,6 +31,7 @@ class JsonObjectTree : public JsonMembers {
   void add(const std::string& key, const OrderedJson& value) override { object[key] = value; }
   void addArray(const std::string& key, std::size_t count,
                 const std::function<OrderedJson(std::size_t)>& element) override;
+  void addObject(const std::string& key, const std::function<void(JsonMembers&)>& describe) override;
 
   OrderedJson object = OrderedJson::object();
 };
@@ -42,16 +45,21 @@ class JsonObjectWriter : public JsonMembers {
   void add(const std::string& key, const OrderedJson& value) override;
   void addArray(const std::string& key, std::size_t count,
                 const std::function<OrderedJson(std::size_t)>& element) override;
+  void addObject(const std::string& key, const std::function<void(JsonMembers&)>& describe) override;
   /// Closes the object. Nothing can be added after it.
   void end();
 
  private:
   void addKey(const std::string& key);
-  void addIndented(const OrderedJson& value, std::size_t depth);
+  void addIndented(const OrderedJson& value, std::size_t valueDepth);
+  void close();
   void passOn(std::size_t smallest);
 
   TextSink sink;
   std::string pending;
+  /// Of the members of the object that is open.
+  std::size_t depth = 1;
+  /// It has no members yet.
   bool isEmpty = true;
 };
 

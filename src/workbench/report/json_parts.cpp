@@ -75,11 +75,29 @@ OrderedJson jsonPoint(const OdGePoint3d& point) {
   return OrderedJson::array({jsonNumber(point.x), jsonNumber(point.y), jsonNumber(point.z)});
 }
 
+OrderedJson jsonVector(const Eigen::Vector3d& vector) {
+  return OrderedJson::array({jsonNumber(vector.x()), jsonNumber(vector.y()), jsonNumber(vector.z())});
+}
+
+OrderedJson jsonVector(const std::optional<Eigen::Vector3d>& vector) {
+  return vector ? jsonVector(*vector) : OrderedJson();
+}
+
 OrderedJson jsonMatrix(const OdGeMatrix3d& matrix) {
   OrderedJson rows = OrderedJson::array();
   for (int row = 0; row < 4; ++row) {
     OrderedJson cells = OrderedJson::array();
     for (int column = 0; column < 4; ++column) cells.push_back(jsonNumber(matrix(row, column)));
+    rows.push_back(std::move(cells));
+  }
+  return rows;
+}
+
+OrderedJson jsonRows(const Eigen::Ref<const Eigen::MatrixXd>& matrix) {
+  OrderedJson rows = OrderedJson::array();
+  for (Eigen::Index row = 0; row < matrix.rows(); ++row) {
+    OrderedJson cells = OrderedJson::array();
+    for (Eigen::Index column = 0; column < matrix.cols(); ++column) cells.push_back(jsonNumber(matrix(row, column)));
     rows.push_back(std::move(cells));
   }
   return rows;
@@ -91,6 +109,18 @@ OrderedJson jsonRms(const std::optional<Rms>& rms) {
           {"mean", jsonNumber(rms->mean)},
           {"rms", jsonNumber(rms->value)},
           {"largest", jsonNumber(rms->largest)}};
+}
+
+const char* methodKey(RegistrationMethod method) {
+  switch (method) {
+    case RegistrationMethod::pairwise:
+      return "pairwise";
+    case RegistrationMethod::iterative:
+      return "iterative";
+    case RegistrationMethod::adjust:
+      return "adjust";
+  }
+  return "";
 }
 
 OrderedJson jsonImport(const ImportReport& import) {

@@ -1,6 +1,7 @@
 // JSON of what the commands tell.
 #pragma once
 
+#include <Eigen/Core>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -19,10 +20,17 @@ using OrderedJson = nlohmann::ordered_json;
 OrderedJson jsonNumber(double value);
 OrderedJson jsonNumber(const std::optional<double>& value);
 OrderedJson jsonPoint(const OdGePoint3d& point);
+OrderedJson jsonVector(const Eigen::Vector3d& vector);
+OrderedJson jsonVector(const std::optional<Eigen::Vector3d>& vector);
 /// Four rows of four numbers.
 OrderedJson jsonMatrix(const OdGeMatrix3d& matrix);
+/// Row by row, of any size.
+OrderedJson jsonRows(const Eigen::Ref<const Eigen::MatrixXd>& matrix);
 
 OrderedJson jsonRms(const std::optional<Rms>& rms);
+
+/// "pairwise", "iterative" or "adjust".
+const char* methodKey(RegistrationMethod method);
 
 OrderedJson jsonImport(const ImportReport& import);
 OrderedJson jsonCloud(const CloudReport& cloud);

@@ -14,9 +14,10 @@ namespace {
 /// The field's name and what it holds, as the user wrote them.
 std::string asGiven(const Refusal& r, FieldNames nameOf) { return fmt::format("{} {}", nameOf(r.field), r.given); }
 
-/// The same of a choice; a weight may stand in a file too.
+/// The same of a choice; a weight and a sigma may stand in a file too.
 std::string choiceOf(const Refusal& r, FieldNames nameOf) {
-  return r.field == Field::weight ? "weight " + r.given : asGiven(r, nameOf);
+  const bool isOfFile = r.field == Field::weight || r.field == Field::sigma;
+  return isOfFile ? fmt::format("{} {}", fieldKey(r.field), r.given) : asGiven(r, nameOf);
 }
 
 /// Which values of the other field a field goes with.
@@ -33,14 +34,18 @@ const char* valuesFor(Field field) {
       return "FOLDER";
     case Field::reportKind:
       return "FILE";
-    default:
+    case Field::maxIterations:
+    case Field::convergence:
       return "iterative";
+    default:
+      return "adjust";
   }
 }
 
 std::string lengthText(const Refusal& r, FieldNames nameOf) {
   if (r.field == Field::maxIterations) return fmt::format("{} 0: must be at least 1", nameOf(r.field));
-  return fmt::format("{} {}: must be a length {}0, in drawing units", nameOf(r.field), r.value.value_or(0.0),
+  const std::string ofWhat = r.given.empty() ? "" : r.given + "=";
+  return fmt::format("{} {}{}: must be a length {}0, in drawing units", nameOf(r.field), ofWhat, r.value.value_or(0.0),
                      r.kind == RefusalKind::notALength ? "of at least " : "above ");
 }
 
@@ -65,6 +70,8 @@ std::string choiceText(const Refusal& r, FieldNames nameOf) {
     case RefusalKind::notALength:
     case RefusalKind::notAboveZero:
       return lengthText(r, nameOf);
+    case RefusalKind::notAShare:
+      return fmt::format("{} {}: must be between 0 and 1", nameOf(r.field), r.value.value_or(0.0));
     case RefusalKind::noSuchCluster:
     case RefusalKind::noClusters:
       return clusterText(r, nameOf);
@@ -89,7 +96,7 @@ std::string requestText(const Refusal& r, FieldNames nameOf) {
       return "the drawing holds no reference points; name files to import";
     case RefusalKind::keepClusterNeedsPairwise:
       return fmt::format(
-          "{} needs {} pairwise; the iterative method registers all groups: leave some out with {} GROUP",
+          "{} needs {} adjust or pairwise; the iterative method registers all groups: leave some out with {} GROUP",
           nameOf(Field::keepCluster), nameOf(Field::method), nameOf(Field::exclude));
     case RefusalKind::profileLimits:
       return fmt::format(

@@ -1,6 +1,8 @@
 #include "workbench/report/summary_json.h"
 
 #include "workbench/geometry/rigid_motion.h"
+#include "workbench/report/adjusted_rows_json.h"
+#include "workbench/report/adjustment_json.h"
 #include "workbench/report/finding_text.h"
 #include "workbench/report/json_parts.h"
 #include "workbench/report/match_text.h"
@@ -32,21 +34,24 @@ OrderedJson jsonTransform(const std::optional<OdGeMatrix3d>& toCommon) {
           {"shift", triple(motion.shift)}};
 }
 
-OrderedJson jsonGroup(const GroupOutcome& group) {
+OrderedJson jsonGroup(const Registration& registration, std::size_t index) {
+  const GroupOutcome& group = registration.groups[index];
   return {{"name", group.name},
           {"base", group.inBase},
           {"points", group.points},
           {"active", group.active},
           {"transform", jsonTransform(group.toCommon)},
           {"discrepancies", jsonRms(group.discrepancies)},
-          {"atBase", jsonRms(group.atBase)}};
+          {"atBase", jsonRms(group.atBase)},
+          {"adjusted", jsonAdjustedStation(registration, index)}};
 }
 
 OrderedJson jsonResidual(const std::optional<OdGeVector3d>& residual) {
   return residual ? jsonPoint({residual->x, residual->y, residual->z}) : OrderedJson();
 }
 
-OrderedJson jsonPointOutcome(const Registration& registration, const PointOutcome& point) {
+OrderedJson jsonPointOutcome(const Registration& registration, std::size_t index) {
+  const PointOutcome& point = registration.points[index];
   return {{"group", registration.groups[point.group].name},
           {"name", point.name},
           {"position", jsonPoint(point.position)},
@@ -56,7 +61,8 @@ OrderedJson jsonPointOutcome(const Registration& registration, const PointOutcom
           {"registered", point.registered ? jsonPoint(*point.registered) : OrderedJson()},
           {"discrepancy", jsonNumber(point.discrepancy)},
           {"residual", jsonResidual(point.residual)},
-          {"atBase", jsonNumber(point.atBase)}};
+          {"atBase", jsonNumber(point.atBase)},
+          {"adjusted", jsonAdjustedPoint(registration, index)}};
 }
 
 /// The figures of an RMS, and of how many stations.
@@ -86,7 +92,11 @@ OrderedJson jsonSpread(const PointSpread& spread) {
 }
 
 OrderedJson jsonTarget(const MergedTarget& target) {
-  return {{"name", target.name}, {"position", jsonPoint(target.position)}, {"weight", jsonNumber(target.weight)}};
+  return {{"name", target.name},
+          {"position", jsonPoint(target.position)},
+          {"weight", jsonNumber(target.weight)},
+          {"sightings", target.sightings ? OrderedJson(*target.sightings) : OrderedJson()},
+          {"covariance", target.covariance ? jsonRows(*target.covariance) : OrderedJson()}};
 }
 
 OrderedJson jsonComponent(const Registration& registration, const Component& component) {
@@ -118,8 +128,7 @@ void addList(JsonMembers& json, const char* key, const List& list, Describe desc
 
 void addHead(const Registration& registration, JsonMembers& json) {
   json.add("outcome", outcomeKey(registration));
-  json.add("method", std::string(registration.method == RegistrationMethod::iterative ? "iterative" : "pairwise") +
-                         (registration.usesBase ? " with base" : ""));
+  json.add("method", std::string(methodKey(registration.method)) + (registration.usesBase ? " with base" : ""));
   json.add("iterations", jsonIterations(registration.iterations));
   json.add("document", textOrNull(registration.document));
   json.add("import", jsonImport(registration.import));
@@ -153,10 +162,13 @@ void addWritten(const Registration& registration, JsonMembers& json) {
 
 void describe(const Registration& registration, JsonMembers& json) {
   addHead(registration, json);
-  addList(json, "groups", registration.groups, jsonGroup);
-  addList(json, "points", registration.points,
-          [&](const PointOutcome& point) { return jsonPointOutcome(registration, point); });
+  json.addArray("groups", registration.groups.size(),
+                [&](std::size_t group) { return jsonGroup(registration, group); });
+  json.addArray("points", registration.points.size(),
+                [&](std::size_t point) { return jsonPointOutcome(registration, point); });
   addResults(registration, json);
+  addControl(registration, json);
+  addAdjustment(registration, json);
   addList(json, "parts", registration.links.components,
           [&](const Component& component) { return jsonComponent(registration, component); });
   addList(json, "links", registration.links.links, jsonLink);

@@ -122,21 +122,25 @@ void addStations(picture::Content& content, const Registration& registration, co
   }
 }
 
+std::string describedPoint(const Registration& registration, std::size_t index, const LengthFormat& lengths) {
+  const PointOutcome& point = registration.points[index];
+  return fmt::format("{}, {}", pointName(registration, point), residualText(*point.discrepancy, lengths));
+}
+
+std::string outlierRemark(const Registration& registration, const Outlier& outlier, const LengthFormat& lengths) {
+  const std::string text = "Stands out: " + describedPoint(registration, outlier.point, lengths);
+  return outlier.timesMedian ? fmt::format("{}, {:.1f} times the median.", text, *outlier.timesMedian) : text + ".";
+}
+
 void addWorst(picture::Content& content, const Registration& registration, const LengthFormat& lengths) {
   const Registered& registered = *registration.registered();
   if (!registered.discrepancies) return;
   if (!registered.largest || !isSeen(registration.points[*registered.largest].discrepancy, lengths)) {
     content.remarks.push_back("All residuals are zero at this precision.");
-    return;
-  }
-  const PointOutcome& point = registration.points[*registered.largest];
-  const std::string text =
-      fmt::format("{}, {}", pointName(registration, point), residualText(*point.discrepancy, lengths));
-  if (registered.outlier) {
-    content.remarks.push_back(
-        fmt::format("Stands out: {}, {:.1f} times the median.", text, registered.outlier->timesMedian));
+  } else if (registered.outlier) {
+    content.remarks.push_back(outlierRemark(registration, *registered.outlier, lengths));
   } else {
-    content.remarks.push_back(fmt::format("Largest residual: {}.", text));
+    content.remarks.push_back("Largest residual: " + describedPoint(registration, *registered.largest, lengths) + ".");
   }
 }
 

@@ -104,7 +104,7 @@ WeightChoice weightFromJson(const Json& value) {
   return {choiceOf(members), members.number("weight")};
 }
 
-std::optional<double> lengthOf(const Parameters& members, const char* name) {
+std::optional<double> numberOf(const Parameters& members, const char* name) {
   return members.has(name) ? std::optional(members.number(name)) : std::nullopt;
 }
 
@@ -115,16 +115,17 @@ NamingRequest namingFromJson(const Json& value) {
     return chosen<Naming>(
         how, {{"auto", Naming::automatic}, {"triangles", Naming::triangles}, {"distance", Naming::closeness}});
   });
-  naming.limit = lengthOf(members, "limit");
-  naming.sideTolerance = lengthOf(members, "sideTolerance");
-  naming.minSideDifference = lengthOf(members, "minSideDifference");
-  naming.closeness = lengthOf(members, "closeness");
+  naming.limit = numberOf(members, "limit");
+  naming.sideTolerance = numberOf(members, "sideTolerance");
+  naming.minSideDifference = numberOf(members, "minSideDifference");
+  naming.closeness = numberOf(members, "closeness");
   return naming;
 }
 
 RegistrationMethod methodFromJson(const Json& value) {
-  return chosen<RegistrationMethod>(
-      value, {{"pairwise", RegistrationMethod::pairwise}, {"iterative", RegistrationMethod::iterative}});
+  return chosen<RegistrationMethod>(value, {{"adjust", RegistrationMethod::adjust},
+                                            {"pairwise", RegistrationMethod::pairwise},
+                                            {"iterative", RegistrationMethod::iterative}});
 }
 
 Unit unitFromJson(const Json& value) { return chosen<Unit>(value, {{"m", Unit::metre}, {"mm", Unit::millimetre}}); }
@@ -154,11 +155,57 @@ auto arrayOf(const Parameters& parameters, const char* name, Convert convert) {
   return parameters.has(name) ? parameters.read(name, all) : decltype(parameters.read(name, all))();
 }
 
+SigmaChoice sigmaFromJson(const Json& value) {
+  const Parameters members = membersOf(value, {"group", "point", "sigma"});
+  return {choiceOf(members), members.number("sigma")};
+}
+
+/// A point, never a whole group.
+PointChoice tracedFromJson(const Json& value) {
+  const Parameters members = membersOf(value, {"group", "point"});
+  members.text("point");
+  return choiceOf(members);
+}
+
+analysis::VarianceScale varianceFromJson(const Json& value) {
+  return chosen<analysis::VarianceScale>(
+      value, {{"a-priori", analysis::VarianceScale::aPriori}, {"a-posteriori", analysis::VarianceScale::aPosteriori}});
+}
+
+/// Names of groups, or the word for all of them.
+void readLevel(const Parameters& parameters, AdjustmentRequest& adjustment) {
+  if (!parameters.has("level")) return;
+  adjustment.levelled = parameters.read("level", [&](const Json& level) {
+    adjustment.allLevelled = level == "all";
+    if (adjustment.allLevelled) return std::vector<std::string>();
+    if (!level.is_array()) throw BadValue("must be an array of groups, or \"all\"");
+    return elementsFromJson(level, textFromJson);
+  });
+}
+
+AdjustmentRequest adjustmentFromJson(const Parameters& parameters) {
+  AdjustmentRequest adjustment;
+  adjustment.sigma = numberOf(parameters, "sigma");
+  adjustment.sigmas = arrayOf(parameters, "sigmas", sigmaFromJson);
+  adjustment.sigmasFile = pathOf(parameters, "sigmasFile");
+  adjustment.controlFile = pathOf(parameters, "controlFile");
+  readLevel(parameters, adjustment);
+  adjustment.startFile = pathOf(parameters, "startFile");
+  if (parameters.has("variance")) adjustment.variance = parameters.read("variance", varianceFromJson);
+  adjustment.alpha = numberOf(parameters, "alpha");
+  adjustment.power = numberOf(parameters, "power");
+  adjustment.carryFile = pathOf(parameters, "carryFile");
+  adjustment.trace = arrayOf(parameters, "trace", tracedFromJson);
+  return adjustment;
+}
+
 }  // namespace
 
 std::vector<std::string> registrationParameters() {
-  return {"files",       "columns", "decimal", "encoding",      "inputUnit",   "base",        "exclude", "weights",
-          "weightsFile", "naming",  "method",  "maxIterations", "convergence", "keepCluster", "unit"};
+  return {"files",   "columns",     "decimal",     "encoding",    "inputUnit",     "base",        "exclude",
+          "weights", "weightsFile", "naming",      "method",      "maxIterations", "convergence", "sigma",
+          "sigmas",  "sigmasFile",  "controlFile", "level",       "startFile",     "variance",    "alpha",
+          "power",   "carryFile",   "trace",       "keepCluster", "unit"};
 }
 
 RegistrationRequest registrationFromJson(const Parameters& parameters) {
@@ -172,7 +219,8 @@ RegistrationRequest registrationFromJson(const Parameters& parameters) {
   if (parameters.has("naming")) request.naming = parameters.read("naming", namingFromJson);
   if (parameters.has("method")) request.method = parameters.read("method", methodFromJson);
   if (parameters.has("maxIterations")) request.maxIterations = parameters.whole("maxIterations");
-  request.convergence = lengthOf(parameters, "convergence");
+  request.convergence = numberOf(parameters, "convergence");
+  request.adjustment = adjustmentFromJson(parameters);
   if (parameters.has("keepCluster")) request.keepCluster = parameters.whole("keepCluster");
   if (parameters.has("unit")) request.unit = parameters.read("unit", unitFromJson);
   return request;

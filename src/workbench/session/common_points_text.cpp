@@ -1,5 +1,7 @@
 #include "workbench/session/common_points_text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "workbench/io/stand_in_names.h"
@@ -31,6 +33,15 @@ std::string commonPointsText(const std::string& content) {
     at = end + 1;
   }
   return text;
+}
+
+std::string commonPointsText(const std::vector<MergedTarget>& targets) {
+  std::string content;
+  for (const MergedTarget& target : targets) {
+    const OdGePoint3d& p = target.position;
+    content += moduleName(target.name) + fmt::format(" {:.6f} {:.6f} {:.6f} {:.2f}\n", p.x, p.y, p.z, target.weight);
+  }
+  return commonPointsText(content);
 }
 
 }  // namespace tiepoint::workbench

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "workbench/values/registration.h"
 
 namespace tiepoint::workbench {
 
@@ -9,5 +12,8 @@ namespace tiepoint::workbench {
 /// where the module carried every name as it was written; else UTF-8 with those names, in quotation
 /// marks where a name holds what separates fields.
 std::string commonPointsText(const std::string& content);
+
+/// The same file of targets that the module hasn't merged itself.
+std::string commonPointsText(const std::vector<MergedTarget>& targets);
 
 }  // namespace tiepoint::workbench

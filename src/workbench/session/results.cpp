@@ -5,6 +5,7 @@
 #include <limits>
 #include <unordered_map>
 
+#include "workbench/session/base_targets.h"
 #include "workbench/session/reasons.h"
 #include "workbench/session/residuals.h"
 
@@ -14,47 +15,11 @@ using namespace ZOR::reg;
 
 namespace {
 
-/// With normally distributed errors the length at three times the median is passed by one point in
-/// some ten thousand, and a few hundred points of unequal stations reach it now and then; at four
-/// times a mistake is likelier than chance.
-constexpr double standsOutBeyond = 4.0;
-/// Fewer values have no median worth the name.
-constexpr std::size_t minForMedian = 6;
 /// Of what the points span: 0.6 micrometres in 60 m. No instrument tells so little; what a survey without
 /// noise leaves is the rounding of its numbers, and no point of it is worth a look.
 constexpr double finestShare = 1e-8;
 
 double distance(const OdGePoint3d& a, const OdGePoint3d& b) { return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z); }
-
-/// Where the base has each target: the weighted mean of the base points in use of that name.
-class BaseTargets {
- public:
-  explicit BaseTargets(const SessionState& state) {
-    for (const SessionPoint& point : state.points) {
-      if (point.record.active && point.record.inBase) add(point.record);
-    }
-  }
-
-  std::optional<OdGePoint3d> at(CommonPointId name) const {
-    const auto found = sums.find(name);
-    if (found == sums.end()) return std::nullopt;
-    const Sum& s = found->second;
-    return OdGePoint3d(s.x / s.weight, s.y / s.weight, s.z / s.weight);
-  }
-
- private:
-  struct Sum {
-    double x = 0.0, y = 0.0, z = 0.0, weight = 0.0;
-  };
-  void add(const RefPoint& p) {
-    Sum& s = sums[p.commonId];
-    s.x += p.weight * p.position.x;
-    s.y += p.weight * p.position.y;
-    s.z += p.weight * p.position.z;
-    s.weight += p.weight;
-  }
-  std::unordered_map<CommonPointId, Sum> sums;
-};
 
 /// Where the points were to come to.
 struct Targets {
@@ -146,20 +111,14 @@ double spanOf(const std::vector<PointOutcome>& points) {
 
 void findLargest(Results& results) {
   const std::vector<PointOutcome>& points = results.rows.points;
-  std::vector<double> values;
   std::optional<std::size_t> largest;
   for (std::size_t i = 0; i < points.size(); ++i) {
     const auto& value = points[i].discrepancy;
     if (!value || !std::isfinite(*value)) continue;
-    values.push_back(*value);
     if (!largest || *value > *points[*largest].discrepancy) largest = i;
   }
   if (!largest || *points[*largest].discrepancy <= finestShare * spanOf(points)) return;
   results.largest = largest;
-  if (values.size() < minForMedian) return;
-  const double median = medianOf(values);
-  const double worst = *points[*largest].discrepancy;
-  if (median > 0.0 && worst > standsOutBeyond * median) results.outlier = {*largest, worst / median};
 }
 
 void findProtocol(Results& results) {
@@ -211,28 +170,45 @@ Results describeResults(const SessionState& state, const SolvedTransforms& solve
   const Targets targets{BaseTargets(state), FittedTargets(solved.fitted)};
   Results results;
   results.rows = outcomesOf(state);
+  for (std::size_t i = 0; i < state.points.size(); ++i) {
+    describePoint(state.points[i].record, state, solved, targets, results.rows.points[i]);
+  }
+  for (GroupOutcome& row : results.rows.groups) {
+    const auto motion = solved.toCommon.find(row.id);
+    if (motion != solved.toCommon.end()) row.toCommon = motion->second;
+  }
+  results.spread = solved.spread;
+  results.targets = solved.targets;
+  summarise(results);
+  return results;
+}
+
+void summarise(Results& results) {
   RmsPair overall;
   std::vector<RmsPair> byGroup(results.rows.groups.size());
-  for (std::size_t i = 0; i < state.points.size(); ++i) {
-    PointOutcome& row = results.rows.points[i];
-    describePoint(state.points[i].record, state, solved, targets, row);
+  for (const PointOutcome& row : results.rows.points) {
     overall.add(row);
     byGroup[row.group].add(row);
   }
   for (std::size_t i = 0; i < byGroup.size(); ++i) {
-    GroupOutcome& row = results.rows.groups[i];
-    const auto motion = solved.toCommon.find(row.id);
-    if (motion != solved.toCommon.end()) row.toCommon = motion->second;
-    row.discrepancies = byGroup[i].discrepancies.result();
-    row.atBase = byGroup[i].atBase.result();
+    results.rows.groups[i].discrepancies = byGroup[i].discrepancies.result();
+    results.rows.groups[i].atBase = byGroup[i].atBase.result();
   }
   results.discrepancies = overall.discrepancies.result();
   results.atBase = overall.atBase.result();
-  results.spread = solved.spread;
-  results.targets = solved.targets;
   findLargest(results);
   findProtocol(results);
-  return results;
+}
+
+std::optional<Outlier> standOut(const Registered& registered, const std::vector<PointOutcome>& points,
+                                std::size_t point) {
+  if (!registered.largest || !points[point].discrepancy) return std::nullopt;
+  std::vector<double> values;
+  for (const PointOutcome& row : points) {
+    if (row.discrepancy && std::isfinite(*row.discrepancy)) values.push_back(*row.discrepancy);
+  }
+  const double median = values.empty() ? 0.0 : medianOf(values);
+  return Outlier{point, median > 0.0 ? std::optional(*points[point].discrepancy / median) : std::nullopt};
 }
 
 }  // namespace tiepoint::workbench

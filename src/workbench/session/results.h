@@ -22,7 +22,15 @@ struct Results : Registered {
   Outcomes rows;
 };
 
-/// To be called for a state that has been solved.
+/// To be called for a state that has been solved. No point stands out yet.
 Results describeResults(const SessionState& state, const SolvedTransforms& solved);
+
+/// From the rows the figures over them: of each group, of all, which point is largest, and what to quote.
+void summarise(Results& results);
+
+/// A point that is judged to be beyond the others, beside the discrepancies of all. Nothing where all of
+/// them are the rounding of numbers.
+std::optional<Outlier> standOut(const Registered& registered, const std::vector<PointOutcome>& points,
+                                std::size_t point);
 
 }  // namespace tiepoint::workbench

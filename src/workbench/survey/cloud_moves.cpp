@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/filesystem.hpp>
+#include <map>
 #include <set>
 
 #include "workbench/clouds/moved_cloud.h"
@@ -18,9 +19,14 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-CloudMove plannedMove(const std::string& cloud, const std::vector<GroupOutcome>& groups) {
+const GroupOutcome* groupOf(const std::string& cloud, const std::vector<GroupOutcome>& groups) {
   const auto group = std::find_if(groups.begin(), groups.end(), [&](const GroupOutcome& g) { return g.name == cloud; });
-  if (group == groups.end()) return CloudMove::noGroup;
+  return group == groups.end() ? nullptr : &*group;
+}
+
+CloudMove plannedMove(const std::string& cloud, const std::vector<GroupOutcome>& groups) {
+  const GroupOutcome* const group = groupOf(cloud, groups);
+  if (!group) return CloudMove::noGroup;
   if (group->toCommon) return CloudMove::moved;
   return group->inBase ? CloudMove::base : CloudMove::notRegistered;
 }
@@ -30,6 +36,11 @@ void requireUnmoved(const std::vector<CloudReport>& clouds) {
     if (cloud.move != CloudMove::moved || !(cloud.matrix != OdGeMatrix3d())) continue;
     throw Refused({RefusalKind::cloudMovedBefore, Field::apply, "", cloud.name});
   }
+}
+
+void readBack(const OdDbDatabase& database, std::vector<CloudReport>& clouds) {
+  const std::vector<DrawingCloud> after = cloudsOf(database);
+  for (std::size_t i = 0; i < clouds.size(); ++i) clouds[i].matrix = after[i].matrix;
 }
 
 void writeCopy(CloudReport& cloud, const std::string& path, bool force) {
@@ -107,8 +118,20 @@ void applyMoves(const OdDbDatabase& database, iMultiRegistrator& session, std::v
   std::list<NamedId> listed;
   session.getPointClouds(listed);
   session.applyTransformations();
-  const std::vector<DrawingCloud> after = cloudsOf(database);
-  for (std::size_t i = 0; i < clouds.size(); ++i) clouds[i].matrix = after[i].matrix;
+  readBack(database, clouds);
+}
+
+void applyMoves(OdDbDatabase& database, const std::vector<GroupOutcome>& groups, std::vector<CloudReport>& clouds,
+                bool force) {
+  if (!force) requireUnmoved(clouds);
+  std::map<std::wstring, OdGeMatrix3d> motions;
+  const std::vector<DrawingCloud> inDrawing = cloudsOf(database);
+  for (std::size_t i = 0; i < clouds.size(); ++i) {
+    if (clouds[i].move != CloudMove::moved) continue;
+    motions.emplace(inDrawing[i].name, *groupOf(sessionNameOfStored(inDrawing[i].name), groups)->toCommon);
+  }
+  moveClouds(database, motions);
+  readBack(database, clouds);
 }
 
 std::string copyPath(const CloudReport& cloud, const std::string& folder) {

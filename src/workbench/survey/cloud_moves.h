@@ -28,6 +28,9 @@ std::vector<CloudReport> plannedMoves(const OdDbDatabase& database, const std::v
 /// and not `force`: the same motion twice is nearly always a mistake. Inside a transaction.
 void applyMoves(const OdDbDatabase& database, ZOR::reg::iMultiRegistrator& session, std::vector<CloudReport>& clouds,
                 bool force);
+/// The same by the motions of groups that the session hasn't found itself.
+void applyMoves(OdDbDatabase& database, const std::vector<GroupOutcome>& groups, std::vector<CloudReport>& clouds,
+                bool force);
 
 /// Where writeCopies puts the copy of a cloud that has a file. UTF-8.
 std::string copyPath(const CloudReport& cloud, const std::string& folder);

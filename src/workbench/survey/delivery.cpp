@@ -7,8 +7,10 @@
 
 #include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
+#include "workbench/session/common_points_text.h"
 #include "workbench/session/module_outputs.h"
 #include "workbench/session/shown_groups.h"
+#include "workbench/survey/adjusted_drawing.h"
 #include "workbench/survey/cloud_moves.h"
 
 namespace tiepoint::workbench {
@@ -102,23 +104,45 @@ class Delivery {
     addClouds(*database, resolved.clouds);
     const bool apply = resolved.request.changes.apply;
     registration.clouds = plannedMoves(*database, registration.groups);
-    if (apply) applyMoves(*database, survey.session().operations(), registration.clouds, wanted.force);
+    if (apply) applyMoves(*database);
     for (CloudReport& cloud : registration.clouds) {
       if (!apply) cloud.move = CloudMove::notAsked;
     }
     requireFreeForCopies();
   }
 
+  /// The module knows the motions that it has found itself.
+  void applyMoves(OdDbDatabase& database) {
+    if (registration.adjustment) {
+      tiepoint::workbench::applyMoves(database, registration.groups, registration.clouds, wanted.force);
+    } else {
+      tiepoint::workbench::applyMoves(database, survey.session().operations(), registration.clouds, wanted.force);
+    }
+  }
+
   void storeTargets() {
     const std::string& name = resolved.request.changes.store;
-    if (!survey.session().operations().storeCommonPoints(moduleGroupName(name))) {
-      throw Refused({RefusalKind::storeNameForbidden, Field::store, name});
-    }
+    const bool isStored = registration.adjustment
+                              ? storeAdjustedTargets(*workbench.requireActiveDocument().database(), name,
+                                                     registration.registered()->targets)
+                              : survey.session().operations().storeCommonPoints(moduleGroupName(name));
+    if (!isStored) throw Refused({RefusalKind::storeNameForbidden, Field::store, name});
     registration.storedGroup = name;
+  }
+
+  /// Of an adjustment, of which the module knows nothing.
+  std::vector<OutputFile> adjustedFiles() {
+    std::vector<OutputFile> files;
+    if (resolved.commonPoints) {
+      files.push_back(
+          {resolved.commonPoints->target, [this] { return commonPointsText(registration.registered()->targets); }});
+    }
+    return files;
   }
 
   /// What the module writes of itself.
   std::vector<OutputFile> moduleFiles() {
+    if (registration.adjustment) return adjustedFiles();
     iMultiRegistrator& session = survey.session().operations();
     std::vector<OutputFile> files;
     if (resolved.commonPoints) {
@@ -193,10 +217,24 @@ class Delivery {
 
 }  // namespace
 
+namespace {
+
+/// What shows an adjustment makes a drawing of its own, which a running transaction doesn't allow.
+std::vector<OutputFile> withPicturesDrawn(std::vector<OutputFile> outputs) {
+  for (OutputFile& file : outputs) {
+    if (file.target.field != Field::picture) continue;
+    file.content = [picture = file.content()] { return picture; };
+  }
+  return outputs;
+}
+
+}  // namespace
+
 void deliver(Workbench& workbench, OpenSurvey& survey, const ResolvedRequest& resolved,
-             const std::vector<OutputFile>& outputs, Progress& progress) {
+             const std::vector<OutputFile>& files, Progress& progress) {
   if (!survey.registration.registered()) return;
   const DrawingChanges& changes = resolved.request.changes;
+  const std::vector<OutputFile> outputs = survey.registration.adjustment ? withPicturesDrawn(files) : files;
   const auto action = [&] { Delivery(workbench, survey, resolved, progress).carryOut(outputs); };
   if (changes.clouds.empty() && !changes.apply && changes.store.empty()) {
     action();
@@ -208,6 +246,7 @@ void deliver(Workbench& workbench, OpenSurvey& survey, const ResolvedRequest& re
 std::string withRegisteredShown(
     Workbench& workbench, OpenSurvey& survey,
     const std::function<std::string(const ShownGroups&, const std::vector<const OdGiDrawable*>&)>& use) {
+  if (survey.registration.adjustment) return withAdjustedShown(workbench, survey.registration, use);
   GroupIdSet hidden;
   for (const GroupOutcome& group : survey.registration.groups) {
     if (!group.motion()) hidden.insert(group.id);

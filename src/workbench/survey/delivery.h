@@ -13,12 +13,12 @@
 namespace tiepoint::workbench {
 
 /// Adds and moves clouds, stores the merged targets, and writes the files that the module makes and
-/// `outputs`, which others make; the registration notes what was written. Every file appears whole or
+/// `files`, which others make; the registration notes what was written. Every file appears whole or
 /// not at all. None replaces another unless forced, and none ever replaces a file that the request
 /// reads. Nothing happens for a survey that isn't registered. Throws Refused, and the drawing is then as
 /// it was.
 void deliver(Workbench& workbench, OpenSurvey& survey, const ResolvedRequest& resolved,
-             const std::vector<OutputFile>& outputs, Progress& progress);
+             const std::vector<OutputFile>& files, Progress& progress);
 
 /// Calls `use` with the registered groups shown alone, and what draws them.
 std::string withRegisteredShown(

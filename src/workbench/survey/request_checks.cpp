@@ -33,6 +33,41 @@ void checkIterativeLimits(const RegistrationRequest& request) {
   requireLength(request.convergence, Field::convergence);
 }
 
+void requireAboveZero(double sigma, const std::string& given) {
+  if (std::isfinite(sigma) && sigma > 0.0) return;
+  Refusal refusal{RefusalKind::notAboveZero, Field::sigma, given};
+  refusal.value = sigma;
+  throw Refused(std::move(refusal));
+}
+
+void requireShare(const std::optional<double>& share, Field field) {
+  if (!share || (*share > 0.0 && *share < 1.0)) return;
+  Refusal refusal{RefusalKind::notAShare, field};
+  refusal.value = share;
+  throw Refused(std::move(refusal));
+}
+
+/// What is asked of an adjustment goes with no other method.
+void checkAdjustment(const AdjustmentRequest& adjustment, RegistrationMethod method) {
+  const auto requireMethod = [&](bool isGiven, Field field) {
+    requireBeside(isGiven && method != RegistrationMethod::adjust, field, Field::method);
+  };
+  requireMethod(adjustment.sigma || !adjustment.sigmas.empty(), Field::sigma);
+  requireMethod(!adjustment.sigmasFile.empty(), Field::sigmasFile);
+  requireMethod(!adjustment.controlFile.empty(), Field::controlFile);
+  requireMethod(adjustment.allLevelled || !adjustment.levelled.empty(), Field::level);
+  requireMethod(!adjustment.startFile.empty(), Field::startFile);
+  requireMethod(adjustment.variance.has_value(), Field::variance);
+  requireMethod(adjustment.alpha.has_value(), Field::alpha);
+  requireMethod(adjustment.power.has_value(), Field::power);
+  requireMethod(!adjustment.carryFile.empty(), Field::carryFile);
+  requireMethod(!adjustment.trace.empty(), Field::trace);
+  if (adjustment.sigma) requireAboveZero(*adjustment.sigma, {});
+  for (const SigmaChoice& choice : adjustment.sigmas) requireAboveZero(choice.sigma, choice.points.given);
+  requireShare(adjustment.alpha, Field::alpha);
+  requireShare(adjustment.power, Field::power);
+}
+
 void checkMethod(const RegistrationRequest& request) {
   if (request.method == RegistrationMethod::iterative) return checkIterativeLimits(request);
   requireBeside(request.maxIterations.has_value(), Field::maxIterations, Field::method);
@@ -76,6 +111,7 @@ void checkWeights(const RegistrationRequest& request) {
 
 void checkRequest(const RegistrationRequest& request) {
   checkMethod(request);
+  checkAdjustment(request.adjustment, request.method);
   checkNaming(request.naming);
   checkUnit(request);
   checkWeights(request);

@@ -5,11 +5,15 @@
 
 #include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
+#include "workbench/survey/carry_file.h"
 #include "workbench/survey/cloud_moves.h"
+#include "workbench/survey/control_file.h"
 #include "workbench/survey/file_survey.h"
 #include "workbench/survey/import_files.h"
 #include "workbench/survey/point_choice.h"
 #include "workbench/survey/request_checks.h"
+#include "workbench/survey/sigmas_file.h"
+#include "workbench/survey/start_file.h"
 #include "workbench/survey/weights_file.h"
 #include "workbench/values/session_state.h"
 
@@ -27,7 +31,9 @@ std::string withoutEnding(const std::string& name) {
 }
 
 std::vector<std::string> inputsOf(const RegistrationRequest& request) {
-  std::vector<std::string> paths{request.weightsFile, request.document};
+  const AdjustmentRequest& adjustment = request.adjustment;
+  std::vector<std::string> paths{request.weightsFile,    request.document,     adjustment.sigmasFile,
+                                 adjustment.controlFile, adjustment.startFile, adjustment.carryFile};
   paths.insert(paths.end(), request.alsoRead.begin(), request.alsoRead.end());
   for (const LayoutFiles& run : request.files) paths.insert(paths.end(), run.paths.begin(), run.paths.end());
   for (const CloudRequest& cloud : request.changes.clouds) paths.push_back(cloud.path);
@@ -82,6 +88,23 @@ void checkGroups(const KnownNames& names, const RegistrationRequest& request) {
   for (const CloudRequest& cloud : request.changes.clouds) {
     requireGroup(names, cloud.name, cloud.name + "=" + cloud.path, Field::cloud);
   }
+  for (const std::string& level : request.adjustment.levelled) requireGroup(names, level, level, Field::level);
+}
+
+/// Reads the files that give numbers to groups, points and targets.
+void readNumbers(const KnownNames& groups, ResolvedRequest& resolved) {
+  const RegistrationRequest& request = resolved.request;
+  const AdjustmentRequest& adjustment = request.adjustment;
+  if (!request.weightsFile.empty()) resolved.weights = readWeightsFile(request.weightsFile);
+  resolved.weights.insert(resolved.weights.end(), request.weights.begin(), request.weights.end());
+  if (!adjustment.sigmasFile.empty()) resolved.sigmas = readSigmasFile(adjustment.sigmasFile);
+  resolved.sigmas.insert(resolved.sigmas.end(), adjustment.sigmas.begin(), adjustment.sigmas.end());
+  if (!adjustment.controlFile.empty()) resolved.control = readControlFile(adjustment.controlFile);
+  if (!adjustment.startFile.empty()) resolved.start = readStartFile(adjustment.startFile);
+  if (!adjustment.carryFile.empty()) resolved.carry = readCarryFile(adjustment.carryFile);
+  for (const StationPlace& place : resolved.carry) {
+    requireGroup(groups, place.group, adjustment.carryFile, Field::carryFile);
+  }
 }
 
 /// A group that the drawing has already stays as it is.
@@ -98,6 +121,8 @@ void checkPoints(const KnownNames& names, const ResolvedRequest& resolved) {
   const auto toCome = request.naming.how == Naming::none ? NamesToCome::none : NamesToCome::some;
   for (const PointChoice& choice : request.exclude) requireKnown(names, choice, Field::exclude, toCome);
   for (const WeightChoice& choice : resolved.weights) requireKnown(names, choice.points, Field::weight, toCome);
+  for (const SigmaChoice& choice : resolved.sigmas) requireKnown(names, choice.points, Field::sigma, toCome);
+  for (const PointChoice& choice : request.adjustment.trace) requireKnown(names, choice, Field::trace, toCome);
   const std::string& store = request.changes.store;
   if (!store.empty() && names.find(sessionName(store))) {
     throw Refused({RefusalKind::storeNameTaken, Field::store, store});
@@ -119,8 +144,7 @@ ResolvedRequest resolve(Workbench& workbench, const RegistrationRequest& request
     for (const std::string& path : run.paths) requirePlainFile(path);
   }
   checkGroups(groups, request);
-  if (!request.weightsFile.empty()) resolved.weights = readWeightsFile(request.weightsFile);
-  resolved.weights.insert(resolved.weights.end(), request.weights.begin(), request.weights.end());
+  readNumbers(groups, resolved);
   KnownNames ofFiles;
   if (!request.files.empty()) {
     ImportRehearsal rehearsal = rehearseImport(workbench, request.files, request.reading, findings);

@@ -1,38 +1,18 @@
 #include "workbench/survey/weights_file.h"
 
-#include <boost/filesystem/fstream.hpp>
 #include <charconv>
 
-#include "workbench/survey/file_survey.h"
-#include "workbench/values/refusal.h"
+#include "workbench/survey/line_fields.h"
 
 namespace tiepoint::workbench {
 
 namespace {
 
-constexpr const char* separators = " \t,;\r";
-
-/// Cuts the last field off the line; empty when there is none.
-std::string cutLastField(std::string& line) {
-  line.erase(line.find_last_not_of(separators) + 1);
-  const std::size_t before = line.find_last_of(separators);
-  std::string field = before == std::string::npos ? line : line.substr(before + 1);
-  line.erase(before == std::string::npos ? 0 : before);
-  line.erase(line.find_last_not_of(separators) + 1);
-  return field;
-}
-
-std::optional<WeightChoice> weightOfLine(std::string line, const std::string& path, std::uint64_t number) {
-  line.erase(std::min(line.find('#'), line.size()));
-  line.erase(0, std::min(line.find_first_not_of(separators), line.size()));
-  if (line.empty()) return std::nullopt;
+/// Nothing for a line that isn't one of a weight. What stands before the last two fields is the group.
+std::optional<WeightChoice> weightOfLine(std::string line) {
   const std::optional<double> weight = weightOfText(cutLastField(line));
   const std::string point = cutLastField(line);
-  if (line.empty() || point.empty() || !weight) {
-    Refusal refusal{RefusalKind::weightsLine, Field::weightsFile, path};
-    refusal.count = number;
-    throw Refused(std::move(refusal));
-  }
+  if (line.empty() || point.empty() || !weight) return std::nullopt;
   return WeightChoice{{{PointRef{line, point}}, line + ":" + point}, *weight};
 }
 
@@ -48,13 +28,13 @@ std::optional<double> weightOfText(const std::string& text) {
 }
 
 std::vector<WeightChoice> readWeightsFile(const std::string& path) {
-  surveyFile(path);
-  boost::filesystem::ifstream in{boost::filesystem::path(path)};
+  const LineFile file{path, Field::weightsFile, RefusalKind::weightsLine};
   std::vector<WeightChoice> weights;
-  std::uint64_t number = 0;
-  for (std::string line; std::getline(in, line);) {
-    if (auto weight = weightOfLine(line, path, ++number)) weights.push_back(std::move(*weight));
-  }
+  forEachLine(file, Quotes::ordinary, [&](const std::string& line, std::uint64_t number) {
+    std::optional<WeightChoice> weight = weightOfLine(line);
+    if (!weight) file.refuse(number);
+    weights.push_back(std::move(*weight));
+  });
   return weights;
 }
 

@@ -24,8 +24,15 @@ struct AdjustedSurvey {
   std::vector<std::optional<std::size_t>> observationOf;
   /// Of control targets that no station measured.
   std::vector<ControlTarget> unseenControl;
+  /// Of each observation of the network: whether it takes part.
+  std::vector<bool> used;
   /// It was asked for a start, which was judged and not replaced.
   bool startWasGiven = false;
+
+  bool usesPoint(std::size_t point) const {
+    const std::optional<std::size_t>& observation = observationOf[point];
+    return observation && used[*observation];
+  }
 
   /// What is told of a point of the outcomes; nothing when it takes no part.
   const analysis::AdjustedObservation* ofPoint(std::size_t point) const {

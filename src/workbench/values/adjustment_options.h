@@ -1,6 +1,7 @@
 // What an adjustment is asked for beside its network.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "workbench/values/adjustment_network.h"
@@ -27,8 +28,10 @@ struct AdjustmentOptions {
   /// Other starts are tried when the certificate shows that the first may have led to a minimum that isn't
   /// the least. Without it the start is only judged.
   bool triesOtherStarts = true;
-  /// Starts to try then beside the own ones; each has a pose for every station of the network.
-  std::vector<std::vector<Pose>> otherStarts;
+  /// Asked then for starts to try beside the own ones; each has a pose for every station of the network.
+  std::function<std::vector<std::vector<Pose>>()> otherStarts;
+  /// Nothing but the minimum, its openness, and what is told of measurements.
+  bool measurementsAlone = false;
 };
 
 }  // namespace tiepoint::workbench::analysis

@@ -5,7 +5,7 @@
 
 namespace tiepoint::workbench {
 
-enum class Stage { naming, iterating, movingClouds };
+enum class Stage { naming, iterating, adjusting, movingClouds };
 
 /// Told by those who work, on their own thread. What is there does nothing.
 class Progress {

@@ -91,12 +91,14 @@ struct MergedTarget {
   std::optional<Eigen::Matrix3d> covariance = std::nullopt;
 };
 
-/// One point far beyond the others.
+/// One point that the tests of an adjustment find to be wrong.
 struct Outlier {
   /// Its index among the outcomes.
   std::size_t point = 0;
-  /// Its discrepancy divided by the median of all.
-  double timesMedian = 0.0;
+  /// Its discrepancy divided by the median of all; nothing where that is 0.
+  std::optional<double> timesMedian = std::nullopt;
+  /// Measured less what all other measurements predict, in the common system.
+  std::optional<OdGeVector3d> leftOut = std::nullopt;
 };
 
 /// What a protocol of the registration states: the discrepancies of all points that have one, and how many

@@ -136,7 +136,7 @@ TEST(Ring, IsFoundFromAnotherStartThatIsHandedIn) {
   const std::vector<Pose> wound = oneTurnTooFar(ring.truth);
   for (std::size_t s = 0; s < wound.size(); ++s) ring.network.stations[s].start = wound[s];
   AdjustmentOptions options;
-  options.otherStarts = {ring.truth};
+  options.otherStarts = [&ring] { return std::vector<std::vector<Pose>>{ring.truth}; };
   EXPECT_TRUE(adjust(ring.network, options).certificate->certified);
 }
 

@@ -55,7 +55,8 @@ TEST_F(IterativeMethod, LimitsThatAreNoNumbersAreRefused) {
 
 TEST_F(IterativeMethod, AClusterIsKeptByThePairwiseMethodOnly) {
   EXPECT_EQ(mistake(iteratively({"base.txt", "--keep-cluster", "0"})),
-            "tiepoint: --keep-cluster needs --method pairwise; the iterative method registers all groups: leave some "
+            "tiepoint: --keep-cluster needs --method adjust or pairwise; the iterative method registers all groups: "
+            "leave some "
             "out with --exclude GROUP\n");
 }
 

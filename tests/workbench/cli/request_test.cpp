@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "workbench/cli/exit_status.h"
 
 namespace tiepoint::workbench::cli {
@@ -89,12 +91,111 @@ TEST(Requests, WordsThatThereArentAreRefusedBeforeAnythingIsRead) {
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.match = "foo"; }),
             "--match foo: unknown; choose auto, triangles or distance");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.method = "foo"; }),
-            "--method foo: unknown; choose pairwise or iterative");
+            "--method foo: unknown; choose adjust, pairwise or iterative");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.matrixFormat = "foo"; }),
             "--matrix-format foo: unknown; choose plain, 4x4 or trf");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.reportKind = "foo"; }),
             "--report-kind foo: unknown; choose results, points or groups");
   EXPECT_EQ(refusalOf([](RegisterOptions& o) { o.unit = "ft"; }), "--unit ft: unknown; choose m or mm");
+}
+
+/// What is asked of an adjustment by these options.
+AdjustmentRequest adjustment(const std::function<void(AdjustOptions&)>& set) {
+  RegisterOptions options;
+  options.method = "adjust";
+  set(options.adjust);
+  return requestOf(options).adjustment;
+}
+
+TEST(AdjustmentRequests, AreEmptyWhereNothingIsSaid) {
+  const AdjustmentRequest empty = adjustment([](AdjustOptions&) {});
+  EXPECT_FALSE(empty.sigma);
+  EXPECT_TRUE(empty.sigmas.empty());
+  EXPECT_FALSE(empty.allLevelled);
+  EXPECT_FALSE(empty.variance);
+  EXPECT_FALSE(empty.alpha);
+  EXPECT_TRUE(empty.trace.empty());
+}
+
+TEST(AdjustmentRequests, HaveASigmaForAllAndForGroups) {
+  const AdjustmentRequest sigmas = adjustment([](AdjustOptions& o) { o.sigma = {"0.5", "S1=1e-3", "a=b:c=+2"}; });
+  EXPECT_EQ(sigmas.sigma, 0.5);
+  ASSERT_EQ(sigmas.sigmas.size(), 2u);
+  EXPECT_EQ(sigmas.sigmas[0].sigma, 0.001);
+  EXPECT_EQ(sigmas.sigmas[1].sigma, 2.0);
+  EXPECT_EQ(sigmas.sigmas[1].points.given, "a=b:c");
+  ASSERT_EQ(sigmas.sigmas[1].points.readings.size(), 1u);
+  EXPECT_EQ(sigmas.sigmas[1].points.readings[0].group, "a=b:c");
+  EXPECT_FALSE(sigmas.sigmas[1].points.readings[0].point);
+}
+
+TEST(AdjustmentRequests, HaveNumbersForSigmas) {
+  const auto refused = [](const std::vector<std::string>& sigma) {
+    return refusal([&] { adjustment([&](AdjustOptions& o) { o.sigma = sigma; }); });
+  };
+  for (const char* text : {"S1", "S1=", "S1=x", "S1=nan", "", "1mm", "0,5", "inf"}) {
+    EXPECT_EQ(refused({text}), std::string("--sigma ") + text + ": not a number");
+  }
+  EXPECT_EQ(refused({"=0.5"}), "--sigma =0.5: must have the form S or GROUP=S");
+  EXPECT_EQ(refused({"0.5", "0.7"}), "--sigma 0.7: there is a sigma for all already; leave one out");
+}
+
+TEST(AdjustmentRequests, LevelGroupsOrAll) {
+  const AdjustmentRequest some = adjustment([](AdjustOptions& o) { o.level = {"S1", "S 2"}; });
+  EXPECT_THAT(some.levelled, ElementsAre("S1", "S 2"));
+  EXPECT_FALSE(some.allLevelled);
+  const AdjustmentRequest all = adjustment([](AdjustOptions& o) { o.level = {"all"}; });
+  EXPECT_TRUE(all.allLevelled);
+  EXPECT_TRUE(all.levelled.empty());
+}
+
+TEST(AdjustmentRequests, TracePointsAlone) {
+  const AdjustmentRequest traced = adjustment([](AdjustOptions& o) { o.trace = {"S1:T1", "A:B:C"}; });
+  ASSERT_EQ(traced.trace.size(), 2u);
+  EXPECT_EQ(traced.trace[1].given, "A:B:C");
+  ASSERT_EQ(traced.trace[1].readings.size(), 2u);
+  EXPECT_EQ(traced.trace[1].readings[0].group, "A");
+  EXPECT_EQ(traced.trace[1].readings[0].point, "B:C");
+  EXPECT_EQ(traced.trace[1].readings[1].group, "A:B");
+  EXPECT_EQ(refusal([] { adjustment([](AdjustOptions& o) { o.trace = {"S1"}; }); }),
+            "--trace S1: must have the form GROUP:POINT");
+}
+
+TEST(AdjustmentRequests, ChooseTheirVariance) {
+  const auto variance = [](const char* name) {
+    return adjustment([&](AdjustOptions& o) { o.variance = name; }).variance;
+  };
+  EXPECT_EQ(variance("a-priori"), analysis::VarianceScale::aPriori);
+  EXPECT_EQ(variance("a-posteriori"), analysis::VarianceScale::aPosteriori);
+  EXPECT_EQ(refusal([&] { variance("foo"); }), "--variance foo: unknown; choose a-priori or a-posteriori");
+}
+
+TEST(AdjustmentRequests, HaveWhatElseIsSaid) {
+  const AdjustmentRequest all = adjustment([](AdjustOptions& o) {
+    o.sigmasFile = "sigmas";
+    o.controlFile = "control";
+    o.startFile = "start";
+    o.carryFile = "carry";
+    o.alpha = 0.01;
+    o.power = 0.9;
+  });
+  EXPECT_EQ(all.sigmasFile, "sigmas");
+  EXPECT_EQ(all.controlFile, "control");
+  EXPECT_EQ(all.startFile, "start");
+  EXPECT_EQ(all.carryFile, "carry");
+  EXPECT_EQ(all.alpha, 0.01);
+  EXPECT_EQ(all.power, 0.9);
+}
+
+TEST(Requests, ChooseTheirMethod) {
+  const auto method = [](const char* name) {
+    RegisterOptions options;
+    options.method = name;
+    return requestOf(options).method;
+  };
+  EXPECT_EQ(method("adjust"), RegistrationMethod::adjust);
+  EXPECT_EQ(method("pairwise"), RegistrationMethod::pairwise);
+  EXPECT_EQ(method("iterative"), RegistrationMethod::iterative);
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ TEST_F(Usage, MistakesGetOneLineThatHelps) {
   EXPECT_EQ(mistake({"register", "--layout", "ZYX", "base.txt"}),
             "tiepoint: --layout ZYX: unknown; choose NXYZ, XYZ, XYZW or NXYZW\n");
   EXPECT_EQ(mistake({"register", "--method", "guess", "base.txt"}),
-            "tiepoint: --method guess: unknown; choose pairwise or iterative\n");
+            "tiepoint: --method guess: unknown; choose adjust, pairwise or iterative\n");
   EXPECT_EQ(mistake({"register", "--unit", "ft", "base.txt"}), "tiepoint: --unit ft: unknown; choose m or mm\n");
   EXPECT_EQ(mistake({"register", "base.txt", "--exclude", "base:P9"}),
             "tiepoint: --exclude base:P9: group \"base\" has no point \"P9\"; did you mean \"P1\"?\n");
@@ -83,6 +83,55 @@ TEST_F(Usage, ANumberThatIsNoneIsNamed) {
             "tiepoint: --match-limit 2cm: not a number\n");
   EXPECT_EQ(mistake({"register", "base.txt", "--match", "auto", "--match-limit", "0,5"}),
             "tiepoint: --match-limit 0,5: not a number\n");
+}
+
+TEST_F(Usage, WhatIsAskedOfAnAdjustmentNeedsItsMethod) {
+  for (const char* option : {"--sigma", "--sigmas", "--control", "--start", "--carry"}) {
+    EXPECT_EQ(mistake({"register", "base.txt", "--method", "pairwise", option, "1"}),
+              std::string("tiepoint: ") + option + " needs --method adjust\n");
+  }
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "pairwise", "--level", "all"}),
+            "tiepoint: --level needs --method adjust\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "pairwise", "--variance", "a-priori"}),
+            "tiepoint: --variance needs --method adjust\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "iterative", "--alpha", "0.01"}),
+            "tiepoint: --alpha needs --method adjust\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "iterative", "--power", "0.9"}),
+            "tiepoint: --power needs --method adjust\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "iterative", "--trace", "base:P1"}),
+            "tiepoint: --trace needs --method adjust\n");
+  EXPECT_EQ(mistake({"register", "base.txt", "--method", "adjust", "--max-iterations", "5"}),
+            "tiepoint: --max-iterations needs --method iterative\n");
+}
+
+TEST_F(Usage, WhatAnAdjustmentCantUseIsNamed) {
+  const auto adjusting = [&](const std::vector<std::string>& more) {
+    std::vector<std::string> arguments{"register", "base.txt", "shifted.txt", "--method", "adjust"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return mistake(arguments);
+  };
+  EXPECT_EQ(adjusting({"--sigma", "0"}), "tiepoint: --sigma 0: must be a length above 0, in drawing units\n");
+  EXPECT_EQ(adjusting({"--sigma", "base=-1"}),
+            "tiepoint: --sigma base=-1: must be a length above 0, in drawing units\n");
+  EXPECT_EQ(adjusting({"--alpha", "1"}), "tiepoint: --alpha 1: must be between 0 and 1\n");
+  EXPECT_EQ(adjusting({"--level", "bse"}),
+            "tiepoint: --level bse: there is no group \"bse\"; did you mean \"base\"?\n");
+  EXPECT_EQ(adjusting({"--trace", "base:P9"}),
+            "tiepoint: --trace base:P9: group \"base\" has no point \"P9\"; did you mean \"P1\"?\n");
+  write("control.txt", "P1 0 0 0\nP2 1 2\n");
+  EXPECT_EQ(adjusting({"--control", "control.txt"}),
+            "tiepoint: control.txt, line 2: this isn't \"NAME x y z\", alone or with 1 or 3 sigmas or 6 covariances; "
+            "write decimal points, and quotation marks around names of several words\n");
+}
+
+TEST_F(Usage, TheOptionsOfAnAdjustmentHaveHelpOfAtMostAHundredColumns) {
+  const std::string help = run({"register", "--help"}).out;
+  for (const char* option : {"--sigma [GROUP=]S", "--sigmas FILE", "--control FILE", "--level GROUP", "--start FILE",
+                             "--variance WHICH", "--alpha A", "--power P", "--carry FILE", "--trace GROUP:POINT"}) {
+    const std::size_t at = help.find(std::string("\n  ") + option + " ");
+    ASSERT_NE(at, std::string::npos) << option;
+    EXPECT_LE(help.find('\n', at + 1) - at - 1, 100u) << option;
+  }
 }
 
 TEST_F(Usage, ANumberMayBearItsPlus) {

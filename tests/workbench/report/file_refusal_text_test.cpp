@@ -80,6 +80,66 @@ TEST(FileRefusalText, OfACloudsMissingFile) {
   EXPECT_EQ(textOf(refusal), "S1.txt: there is no such file (cloud S1)");
 }
 
+Refusal ofLine(RefusalKind kind, std::string given, std::string name = {}) {
+  Refusal refusal{kind};
+  refusal.given = std::move(given);
+  refusal.name = std::move(name);
+  refusal.count = 3;
+  return refusal;
+}
+
+TEST(FileRefusalText, OfALineThatIsntWhatItsFileHolds) {
+  EXPECT_EQ(textOf(ofLine(RefusalKind::weightsLine, "w.txt")),
+            "w.txt: line 3 isn't \"GROUP POINT WEIGHT\" with a weight from 0 to 1");
+  EXPECT_EQ(textOf(ofLine(RefusalKind::sigmasLine, "s.txt")),
+            "s.txt, line 3: this isn't \"GROUP S\" or \"GROUP POINT S\" with S above 0; write decimal points, and "
+            "quotation marks around names of several words");
+  EXPECT_EQ(textOf(ofLine(RefusalKind::carryLine, "c.txt")),
+            "c.txt, line 3: this isn't \"GROUP x y z\"; write decimal points, and quotation marks around names of "
+            "several words");
+  EXPECT_EQ(textOf(ofLine(RefusalKind::controlLine, "control.txt")),
+            "control.txt, line 3: this isn't \"NAME x y z\", alone or with 1 or 3 sigmas or 6 covariances; write "
+            "decimal points, and quotation marks around names of several words");
+}
+
+TEST(FileRefusalText, OfALineThatIsntUtf8) {
+  for (const RefusalKind kind :
+       {RefusalKind::weightsLine, RefusalKind::sigmasLine, RefusalKind::carryLine, RefusalKind::controlLine}) {
+    Refusal refusal = ofLine(kind, "c.txt");
+    refusal.cause = "the byte 0xE7 at offset 0 isn't UTF-8";
+    EXPECT_EQ(textOf(refusal), "c.txt, line 3: the byte 0xE7 at offset 0 isn't UTF-8; save the file as UTF-8");
+  }
+}
+
+TEST(FileRefusalText, OfAPlaceThatCantBeThatCertain) {
+  EXPECT_EQ(textOf(ofLine(RefusalKind::controlNotDefinite, "control.txt", "T04")),
+            "control.txt, line 3: the covariances of T04 aren't positive definite; give sigmas above 0, or xx xy xz "
+            "yy yz zz of one place");
+}
+
+TEST(FileRefusalText, OfATargetWithTwoPlaces) {
+  EXPECT_EQ(textOf(ofLine(RefusalKind::controlTwice, "control.txt", "T04")),
+            "control.txt, line 3: T04 stands there again with other numbers; keep one of its lines");
+}
+
+TEST(FileRefusalText, OfPosesToStartFrom) {
+  const auto start = [](const char* cause) {
+    Refusal refusal = ofLine(RefusalKind::startNotRead, "p.json", "S2");
+    refusal.cause = cause;
+    return textOf(refusal);
+  };
+  const std::string remedy = "; name a file that --transforms wrote";
+  EXPECT_EQ(start("json"), "p.json, line 3: this isn't JSON" + remedy);
+  EXPECT_EQ(start("number"), "p.json: a number in it is too great" + remedy);
+  EXPECT_EQ(start("groups"), "p.json: there is no list \"groups\"" + remedy);
+  EXPECT_EQ(start("name"), "p.json: entry 3 of \"groups\" has no name" + remedy);
+  EXPECT_EQ(start("twice"), "p.json: S2 has two poses" + remedy);
+  EXPECT_EQ(start("registered"), "p.json: S2 doesn't say whether it is \"registered\"" + remedy);
+  EXPECT_EQ(start("rotation"), "p.json: the \"rotation\" of S2 isn't three rows of three finite numbers" + remedy);
+  EXPECT_EQ(start("translation"), "p.json: the \"translation\" of S2 isn't three finite numbers" + remedy);
+  EXPECT_EQ(start("improper"), "p.json: the \"rotation\" of S2 mirrors, or isn't a rotation to 1e-6" + remedy);
+}
+
 TEST(FileRefusalText, OfACloudsFileIsTheCause) {
   Refusal refusal = ofFile(RefusalKind::cloudFile);
   refusal.cause = "S1.xyz: line 3 has no coordinates";

@@ -134,6 +134,21 @@ TEST(FindingText, OfMirrorImages) {
             "S1 and S2 fit only as mirror images; are two columns swapped in one of the files?");
 }
 
+// --- The adjustment.
+
+TEST(FindingText, OfControlThatNoStationMeasured) {
+  Finding unseen{FindingKind::controlNotSeen};
+  unseen.path = "control.txt";
+  unseen.points = {"T90"};
+  EXPECT_EQ(findingText(unseen),
+            "control.txt: no station measured the control target T90; is it spelled as in the stations' files?");
+  unseen.path.clear();
+  unseen.points = {"T90", "T91", "T92", "T93", "T94", "T95"};
+  EXPECT_EQ(findingText(unseen),
+            "no station measured the control targets T90, T91, T92, T93, T94 and 1 more; are they spelled as in the "
+            "stations' files?");
+}
+
 // --- The iterative method.
 
 TEST(FindingText, OfIterationsWhoseEndIsntKnown) {

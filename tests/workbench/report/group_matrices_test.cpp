@@ -70,7 +70,14 @@ TEST_F(Transforms, SayTheirConventionInWords) {
                         R"(translation","vectors":"column vectors; the rotation stands row by row",)"
                         R"("quaternion":"order w x y z, unit length, w not negative","unit":"m"})"));
   EXPECT_EQ(made(Unit::unknown)["convention"]["unit"], "the files' own");
+}
+
+TEST_F(Transforms, NameTheMethod) {
   EXPECT_EQ(made()["method"], "iterative");
+  registration.method = RegistrationMethod::pairwise;
+  EXPECT_EQ(made()["method"], "pairwise");
+  registration.method = RegistrationMethod::adjust;
+  EXPECT_EQ(made()["method"], "adjust");
 }
 
 TEST_F(Transforms, GiveARegisteredGroupsMotionAsRowsAndAsAQuaternion) {

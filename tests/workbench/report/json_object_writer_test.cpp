@@ -10,18 +10,24 @@
 namespace tiepoint::workbench {
 namespace {
 
-/// The members of an object one by one, and its arrays element by element.
-std::string written(const OrderedJson& object) {
-  std::string text;
-  JsonObjectWriter writer([&](const std::string& piece) { text += piece; });
+/// The members of an object one by one, those of its objects too, and its arrays element by element.
+void describe(const OrderedJson& object, JsonMembers& members) {
   for (const auto& [key, value] : object.items()) {
     const OrderedJson& member = value;
     if (member.is_array()) {
-      writer.addArray(key, member.size(), [&](std::size_t i) { return member[i]; });
+      members.addArray(key, member.size(), [&](std::size_t i) { return member[i]; });
+    } else if (member.is_object()) {
+      members.addObject(key, [&](JsonMembers& inner) { describe(member, inner); });
     } else {
-      writer.add(key, member);
+      members.add(key, member);
     }
   }
+}
+
+std::string written(const OrderedJson& object) {
+  std::string text;
+  JsonObjectWriter writer([&](const std::string& piece) { text += piece; });
+  describe(object, writer);
   writer.end();
   return text;
 }
@@ -33,6 +39,29 @@ TEST(JsonObjectWriter, WritesWhatTheWholeObjectGives) {
       parsed(R"({"a": 1, "b": {"c": [1, 2.5], "d": {}}, "e": [{"f": null, "g": [[1], []]}, "x", []],
                                  "h": [], "i": "text"})");
   EXPECT_EQ(written(object), jsonText(object));
+}
+
+TEST(JsonObjectWriter, WritesObjectsWithinObjects) {
+  EXPECT_EQ(written(parsed(R"({"a": {"b": {}, "c": {"d": [1], "e": 2}}, "f": 3})")), R"({
+  "a": {
+    "b": {},
+    "c": {
+      "d": [
+        1
+      ],
+      "e": 2
+    }
+  },
+  "f": 3
+}
+)");
+}
+
+TEST(JsonObjectTree, KeepsWhatIsDescribed) {
+  const OrderedJson object = parsed(R"({"a": {"b": {}, "c": {"d": [1], "e": 2}}, "f": 3, "g": []})");
+  JsonObjectTree tree;
+  describe(object, tree);
+  EXPECT_EQ(tree.object, object);
 }
 
 TEST(JsonObjectWriter, WritesAnObjectWithoutMembers) { EXPECT_EQ(written(OrderedJson::object()), "{}\n"); }

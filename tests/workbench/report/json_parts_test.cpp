@@ -31,6 +31,18 @@ TEST(JsonNumber, IsNullForNothing) {
 
 TEST(JsonPoint, HasThreeNumbers) { EXPECT_EQ(jsonPoint({1, -2.5, infinite}), parsed(R"([1.0, -2.5, "inf"])")); }
 
+TEST(JsonVector, HasThreeNumbersOrIsNull) {
+  EXPECT_EQ(jsonVector(Eigen::Vector3d(1, -2.5, infinite)), parsed(R"([1.0, -2.5, "inf"])"));
+  EXPECT_EQ(jsonVector(std::optional(Eigen::Vector3d(1, 2, 3))), parsed("[1.0, 2.0, 3.0]"));
+  EXPECT_TRUE(jsonVector(std::optional<Eigen::Vector3d>()).is_null());
+}
+
+TEST(JsonRows, StandRowByRow) {
+  Eigen::Matrix<double, 2, 3> matrix;
+  matrix << 1, 2, 3, 4, 5, infinite;
+  EXPECT_EQ(jsonRows(matrix), parsed(R"([[1.0, 2.0, 3.0], [4.0, 5.0, "inf"]])"));
+}
+
 TEST(JsonMatrix, StandsRowByRow) {
   OdGeMatrix3d matrix;
   matrix(0, 3) = 10.0;

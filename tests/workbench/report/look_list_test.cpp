@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "workbench/report/adjusted_registration.h"
+#include "workbench/report/adjusted_hall.h"
 
 namespace tiepoint::workbench {
 namespace {

@@ -29,9 +29,10 @@ TEST(RefusalText, OfAnEmptyDrawing) {
 }
 
 TEST(RefusalText, OfAClusterOfTheIterativeMethod) {
-  EXPECT_EQ(refusalText(refusal(RefusalKind::keepClusterNeedsPairwise)),
-            "--keep-cluster needs --method pairwise; the iterative method registers all groups: leave some out with "
-            "--exclude GROUP");
+  EXPECT_EQ(
+      refusalText(refusal(RefusalKind::keepClusterNeedsPairwise)),
+      "--keep-cluster needs --method adjust or pairwise; the iterative method registers all groups: leave some out "
+      "with --exclude GROUP");
 }
 
 TEST(RefusalText, OfLimitsOfTheProfile) {
@@ -92,6 +93,9 @@ TEST(RefusalText, OfAFieldThatGoesWithAnother) {
   EXPECT_EQ(goesWith(Field::matrixFormat, Field::matrices), "--matrix-format needs --matrices FOLDER");
   EXPECT_EQ(goesWith(Field::reportKind, Field::report), "--report-kind needs --report FILE");
   EXPECT_EQ(goesWith(Field::maxIterations, Field::method), "--max-iterations needs --method iterative");
+  EXPECT_EQ(goesWith(Field::convergence, Field::method), "--convergence needs --method iterative");
+  EXPECT_EQ(goesWith(Field::sigma, Field::method), "--sigma needs --method adjust");
+  EXPECT_EQ(goesWith(Field::controlFile, Field::method), "--control needs --method adjust");
 }
 
 TEST(RefusalText, OfALength) {
@@ -102,6 +106,29 @@ TEST(RefusalText, OfALength) {
   length.field = Field::convergence;
   length.value = 0.0;
   EXPECT_EQ(refusalText(length), "--convergence 0: must be a length above 0, in drawing units");
+}
+
+TEST(RefusalText, OfASigma) {
+  Refusal sigma = refusal(RefusalKind::notAboveZero, Field::sigma);
+  sigma.value = -0.5;
+  EXPECT_EQ(refusalText(sigma), "--sigma -0.5: must be a length above 0, in drawing units");
+  sigma.given = "S1";
+  EXPECT_EQ(refusalText(sigma), "--sigma S1=-0.5: must be a length above 0, in drawing units");
+}
+
+TEST(RefusalText, OfASigmaThatMayStandInAFile) {
+  Refusal unknown = refusal(RefusalKind::noSuchGroup, Field::sigma, "S9");
+  unknown.name = "S9";
+  EXPECT_EQ(refusalText(unknown), "sigma S9: there is no group \"S9\"");
+}
+
+TEST(RefusalText, OfAShare) {
+  Refusal share = refusal(RefusalKind::notAShare, Field::alpha);
+  share.value = 1.5;
+  EXPECT_EQ(refusalText(share), "--alpha 1.5: must be between 0 and 1");
+  share.field = Field::power;
+  share.value = 0.0;
+  EXPECT_EQ(refusalText(share), "--power 0: must be between 0 and 1");
 }
 
 TEST(RefusalText, OfNoIterations) {

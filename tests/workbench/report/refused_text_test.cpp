@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "workbench/report/adjusted_registration.h"
+#include "workbench/report/adjusted_hall.h"
 
 namespace tiepoint::workbench {
 namespace {

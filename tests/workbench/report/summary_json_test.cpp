@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "workbench/report/adjusted_registration.h"
 #include "workbench/report/registrations.h"
 
 namespace tiepoint::workbench {
@@ -16,12 +17,13 @@ TEST(SummaryJson, HasItsKeysInTheirOrder) {
   std::vector<std::string> keys;
   const OrderedJson json = summaryJson(twoStations());
   for (const auto& item : json.items()) keys.push_back(item.key());
-  EXPECT_EQ(keys, (std::vector<std::string>{
-                      "outcome",     "method",         "iterations", "document",         "import",
-                      "match",       "keptCluster",    "groups",     "points",           "discrepancies",
-                      "atBase",      "protocol",       "standOut",   "spread",           "commonPoints",
-                      "parts",       "links",          "clouds",     "commonPointsFile", "storedGroup",
-                      "matrixFiles", "transformsFile", "reportFile", "pictureFile",      "warnings"}));
+  EXPECT_EQ(
+      keys,
+      (std::vector<std::string>{
+          "outcome",      "method",      "iterations",     "document",   "import",      "match",    "keptCluster",
+          "groups",       "points",      "discrepancies",  "atBase",     "protocol",    "standOut", "spread",
+          "commonPoints", "control",     "adjustment",     "parts",      "links",       "clouds",   "commonPointsFile",
+          "storedGroup",  "matrixFiles", "transformsFile", "reportFile", "pictureFile", "warnings"}));
 }
 
 TEST(SummaryJson, TellsOfAGroup) {
@@ -31,25 +33,27 @@ TEST(SummaryJson, TellsOfAGroup) {
       "matrix": [[1.0, 0.0, 0.0, 10.0], [0.0, 1.0, 0.0, -2.5], [0.0, 0.0, 1.0, 0.125], [0.0, 0.0, 0.0, 1.0]],
       "angleDegrees": 0.0, "axis": [1.0, 0.0, 0.0], "shift": [10.0, -2.5, 0.125]},
     "discrepancies": {"points": 2, "mean": 0.001, "rms": 0.0014142, "largest": 0.002},
-    "atBase": {"points": 1, "mean": 0.003, "rms": 0.003, "largest": 0.003}})"));
+    "atBase": {"points": 1, "mean": 0.003, "rms": 0.003, "largest": 0.003}, "adjusted": null})"));
 }
 
 TEST(SummaryJson, HasNoTransformationOfABase) {
   EXPECT_EQ(summaryJson(twoStations())["groups"][0], parsed(R"({
     "name": "Base", "base": true, "points": 1, "active": 1, "transform": null, "discrepancies": null,
-    "atBase": null})"));
+    "atBase": null, "adjusted": null})"));
 }
 
 TEST(SummaryJson, TellsOfAPointWithItsResidual) {
   EXPECT_EQ(summaryJson(twoStations())["points"][1], parsed(R"({
     "group": "A", "name": "T1", "position": [0.25, 2.5, -0.125], "weight": 0.5, "active": true, "reason": null,
-    "registered": [10.25, 0.0, 0.0], "discrepancy": 0.002, "residual": [0.0012, -0.0016, 0.0], "atBase": 0.003})"));
+    "registered": [10.25, 0.0, 0.0], "discrepancy": 0.002, "residual": [0.0012, -0.0016, 0.0], "atBase": 0.003,
+    "adjusted": null})"));
 }
 
 TEST(SummaryJson, HasNoResidualOfAPointThatIsOut) {
   EXPECT_EQ(summaryJson(twoStations())["points"][3], parsed(R"({
     "group": "A", "name": "T3", "position": [1.0, 2.0, 3.0], "weight": 1.0, "active": false, "reason": "excluded",
-    "registered": [11.0, -0.5, 3.125], "discrepancy": null, "residual": null, "atBase": null})"));
+    "registered": [11.0, -0.5, 3.125], "discrepancy": null, "residual": null, "atBase": null,
+    "adjusted": null})"));
 }
 
 TEST(SummaryJson, HasTheFiguresForAProtocol) {
@@ -74,6 +78,8 @@ TEST(SummaryJson, NamesTheOutcome) {
   EXPECT_EQ(summaryJson(registration)["outcome"], "base-lost");
   registration.outcome = NotNamed();
   EXPECT_EQ(summaryJson(registration)["outcome"], "not-named");
+  registration.outcome = Undetermined();
+  EXPECT_EQ(summaryJson(registration)["outcome"], "undetermined");
 }
 
 TEST(SummaryJson, NamesTheMethod) {
@@ -83,6 +89,10 @@ TEST(SummaryJson, NamesTheMethod) {
   EXPECT_EQ(summaryJson(registration)["method"], "pairwise");
   registration.method = RegistrationMethod::iterative;
   EXPECT_EQ(summaryJson(registration)["method"], "iterative");
+  registration.method = RegistrationMethod::adjust;
+  EXPECT_EQ(summaryJson(registration)["method"], "adjust");
+  registration.usesBase = true;
+  EXPECT_EQ(summaryJson(registration)["method"], "adjust with base");
 }
 
 TEST(SummaryJson, TellsTheCourseOfTheIterations) {
@@ -112,7 +122,36 @@ TEST(SummaryJson, TellsTheSpreadBinByBin) {
 
 TEST(SummaryJson, ListsTheMergedTargets) {
   EXPECT_EQ(summaryJson(twoStations())["commonPoints"],
-            parsed(R"([{"name": "T1", "position": [10.25, 0.0016, 0.0], "weight": 0.75}])"));
+            parsed(R"([{"name": "T1", "position": [10.25, 0.0016, 0.0], "weight": 0.75, "sightings": null,
+                        "covariance": null}])"));
+}
+
+TEST(SummaryJson, TellsHowOftenAnAdjustedTargetWasSeenAndHowWellItIsKnown) {
+  Registration registration = twoStations();
+  MergedTarget& target = std::get<Registered>(registration.outcome).targets[0];
+  target.sightings = 3;
+  target.covariance.emplace();
+  *target.covariance << 1, 2, 3, 2, 4, 5, 3, 5, 6;
+  EXPECT_EQ(summaryJson(registration)["commonPoints"],
+            parsed(R"([{"name": "T1", "position": [10.25, 0.0016, 0.0], "weight": 0.75, "sightings": 3,
+                        "covariance": [[1.0, 2.0, 3.0], [2.0, 4.0, 5.0], [3.0, 5.0, 6.0]]}])"));
+}
+
+TEST(SummaryJson, TellsOfEachStationAndPointWhatTheAdjustmentTellsOfIt) {
+  Registration registration = adjustedStations();
+  registration.adjustment->result.stations[1].emplace().geometry = 0.375;
+  registration.adjustment->result.observations[2].emplace().sigma = 0.002;
+  const OrderedJson json = summaryJson(registration);
+  EXPECT_TRUE(json["groups"][0]["adjusted"].is_null());
+  EXPECT_EQ(json["groups"][1]["adjusted"]["geometry"], 0.375);
+  EXPECT_TRUE(json["points"][1]["adjusted"].is_null());
+  EXPECT_EQ(json["points"][2]["adjusted"]["sigma"], 0.002);
+}
+
+TEST(SummaryJson, HasNoControlAndNoAdjustmentOfTheOtherMethods) {
+  const OrderedJson json = summaryJson(twoStations());
+  EXPECT_EQ(json["control"], OrderedJson::array());
+  EXPECT_TRUE(json["adjustment"].is_null());
 }
 
 TEST(SummaryJson, TellsWhatIsConnectedAndWhatItShares) {

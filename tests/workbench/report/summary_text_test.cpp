@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "workbench/report/adjusted_registration.h"
+#include "workbench/report/adjusted_hall.h"
 #include "workbench/report/registrations.h"
 
 namespace tiepoint::workbench {

@@ -136,6 +136,17 @@ TEST_F(SurveyMethods, ARefusalNamesItsKindAndTheParameterItIsAbout) {
   EXPECT_EQ(groups(), json::array());
 }
 
+TEST_F(SurveyMethods, ARefusalOfAFileNamesTheParameterThatHasIt) {
+  writeBytes(folder.file("control.txt"), "T1 0 0\n");
+  const json refusal = json::parse(error(
+      "survey.resolve", both(R"("method":"adjust","controlFile":")" + pathInJson(folder.file("control.txt")) + "\"")));
+  EXPECT_EQ(refusal["data"]["kind"], "control-line");
+  EXPECT_EQ(refusal["data"]["field"], "controlFile");
+  const json missing = json::parse(error("survey.resolve", both(R"("method":"adjust","startFile":"none.json")")));
+  EXPECT_EQ(missing["data"]["kind"], "file-missing");
+  EXPECT_EQ(missing["data"]["field"], "startFile");
+}
+
 TEST_F(SurveyMethods, ParametersAreReadStrictly) {
   EXPECT_EQ(refusal("survey.register", R"({"method":"fast"})"), R"({"code":-32602,"data":"method"})");
   EXPECT_EQ(refusal("survey.register", R"({"files":[{"path":"a"}]})"), R"({"code":-32602,"data":"files"})");

@@ -243,24 +243,32 @@ Results resultsOf(const std::vector<double>& discrepancies) {
 
 TEST(Outlier, TheFirstLargestIsMarked) { EXPECT_EQ(resultsOf({1, 3, 2, 3, 1, 1}).largest, 1u); }
 
-TEST(Outlier, FourTimesTheMedianIsNotYetBeyond) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 1, 4}).outlier); }
-
-TEST(Outlier, MoreThanFourTimesTheMedianStandsOut) {
-  const Results results = resultsOf({1, 2, 2, 2, 1, 12});
-  ASSERT_TRUE(results.outlier);
-  EXPECT_EQ(results.outlier->point, 5u);
-  EXPECT_EQ(results.outlier->timesMedian, 6.0);
+/// How the last of the points compares with all of them.
+std::optional<Outlier> lastOf(const std::vector<double>& discrepancies) {
+  const Results results = resultsOf(discrepancies);
+  return standOut(results, results.rows.points, discrepancies.size() - 1);
 }
 
-TEST(Outlier, FewValuesHaveNoMedianWorthTheName) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 100}).outlier); }
+TEST(Outlier, NoPointStandsOutBeforeItIsJudged) { EXPECT_FALSE(resultsOf({1, 1, 1, 1, 1, 100}).outlier); }
 
-TEST(Outlier, WhereMostPointsFitExactlyNothingIsSaid) { EXPECT_FALSE(resultsOf({0, 0, 0, 0, 0, 0, 1}).outlier); }
+TEST(Outlier, IsComparedWithTheMedianOfAll) {
+  const auto outlier = lastOf({1, 2, 2, 2, 1, 12});
+  ASSERT_TRUE(outlier);
+  EXPECT_EQ(outlier->point, 5u);
+  EXPECT_EQ(outlier->timesMedian, 6.0);
+}
+
+TEST(Outlier, WhereMostPointsFitExactlyThereIsNoMedianToCompareItWith) {
+  const auto outlier = lastOf({0, 0, 0, 0, 0, 0, 1});
+  ASSERT_TRUE(outlier);
+  EXPECT_FALSE(outlier->timesMedian);
+}
 
 TEST(Outlier, TheMedianOfAnEvenCountLiesBetweenTheTwoInTheMiddle) {
-  const Results results = resultsOf({1, 1, 1, 3, 3, 20});
-  ASSERT_TRUE(results.outlier);
-  EXPECT_EQ(results.outlier->timesMedian, 10.0);
+  EXPECT_EQ(lastOf({1, 1, 1, 3, 3, 20})->timesMedian, 10.0);
 }
+
+TEST(Outlier, NeedNotHaveTheLargestDiscrepancy) { EXPECT_EQ(lastOf({9, 2, 2, 2, 1, 4})->timesMedian, 2.0); }
 
 TEST(Outlier, IsNoneAmongTheRoundingOfNumbers) {
   // The points span 1000: a hundred-millionth of it is 1e-5.
@@ -278,11 +286,12 @@ TEST(Outlier, IsNoneAmongTheRoundingOfNumbers) {
 
 TEST(Outlier, ValuesThatAreNotFiniteHaveNoSay) {
   const double infinity = std::numeric_limits<double>::infinity();
-  const Results results = resultsOf({1, 1, infinity, std::nan(""), 1, 1, 1, 9});
-  EXPECT_EQ(results.largest, 7u);
-  ASSERT_TRUE(results.outlier);
-  EXPECT_EQ(results.outlier->timesMedian, 9.0);
+  const std::vector<double> discrepancies{1, 1, infinity, std::nan(""), 1, 1, 1, 9};
+  EXPECT_EQ(resultsOf(discrepancies).largest, 7u);
+  EXPECT_EQ(lastOf(discrepancies)->timesMedian, 9.0);
 }
+
+TEST(Outlier, IsNoneWhereAllDiscrepanciesAreRounding) { EXPECT_FALSE(lastOf({0, 0, 0})); }
 
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "workbench/report/refusal_text.h"
@@ -185,6 +186,102 @@ TEST(CheckRequest, RefusesAKindOfReportWithoutAReport) {
   EXPECT_EQ(refused(request).field, Field::matrixFormat);
   request.outputs.matrices = "matrices";
   EXPECT_EQ(complaintOf(request), "nothing");
+}
+
+/// Something asked of an adjustment, and the field that it is told of by.
+struct AdjustingCase {
+  std::function<void(AdjustmentRequest&)> ask;
+  Field field;
+};
+
+std::vector<AdjustingCase> adjustingCases() {
+  using Request = AdjustmentRequest;
+  return {{[](Request& a) { a.sigma = 0.5; }, Field::sigma},
+          {[](Request& a) {
+             a.sigmas = {{{{PointRef{"S1"}}, "S1"}, 0.5}};
+           },
+           Field::sigma},
+          {[](Request& a) { a.sigmasFile = "f"; }, Field::sigmasFile},
+          {[](Request& a) { a.controlFile = "f"; }, Field::controlFile},
+          {[](Request& a) { a.levelled = {"S1"}; }, Field::level},
+          {[](Request& a) { a.allLevelled = true; }, Field::level},
+          {[](Request& a) { a.startFile = "f"; }, Field::startFile},
+          {[](Request& a) { a.variance = analysis::VarianceScale::aPriori; }, Field::variance},
+          {[](Request& a) { a.alpha = 0.5; }, Field::alpha},
+          {[](Request& a) { a.power = 0.5; }, Field::power},
+          {[](Request& a) { a.carryFile = "f"; }, Field::carryFile},
+          {[](Request& a) {
+             a.trace = {{{PointRef{"S1", "T1"}}, "S1:T1"}};
+           },
+           Field::trace}};
+}
+
+TEST(CheckRequest, RefusesWhatIsAskedOfAnAdjustmentWithAnotherMethod) {
+  for (const AdjustingCase& asked : adjustingCases()) {
+    RegistrationRequest request;
+    asked.ask(request.adjustment);
+    request.method = RegistrationMethod::adjust;
+    EXPECT_EQ(complaintOf(request), "nothing");
+    for (const RegistrationMethod method : {RegistrationMethod::pairwise, RegistrationMethod::iterative}) {
+      request.method = method;
+      EXPECT_EQ(refused(request).kind, RefusalKind::goesWith);
+      EXPECT_EQ(refused(request).field, asked.field);
+      EXPECT_EQ(refused(request).otherField, Field::method);
+    }
+  }
+}
+
+TEST(CheckRequest, RefusesIterationLimitsOfAnAdjustment) {
+  RegistrationRequest request;
+  request.method = RegistrationMethod::adjust;
+  request.maxIterations = 5;
+  EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
+}
+
+TEST(CheckRequest, TakesAClusterOfAnAdjustment) {
+  RegistrationRequest request;
+  request.method = RegistrationMethod::adjust;
+  request.keepCluster = 1;
+  EXPECT_EQ(complaintOf(request), "nothing");
+}
+
+TEST(CheckRequest, TakesSigmasAboveZeroAlone) {
+  RegistrationRequest request;
+  request.method = RegistrationMethod::adjust;
+  AdjustmentRequest& adjustment = request.adjustment;
+  for (const double fine : {1e-9, 1.0, 1e9}) {
+    adjustment.sigma = fine;
+    adjustment.sigmas = {{{{PointRef{"S1"}}, "S1"}, fine}};
+    EXPECT_EQ(complaintOf(request), "nothing") << fine;
+  }
+  for (const double odd : {0.0, -1.0, infinity, std::nan("")}) {
+    adjustment.sigma = odd;
+    EXPECT_EQ(refused(request).kind, RefusalKind::notAboveZero) << odd;
+    EXPECT_EQ(refused(request).field, Field::sigma) << odd;
+    adjustment.sigma = 1.0;
+    adjustment.sigmas = {{{{PointRef{"S1"}}, "S1"}, odd}};
+    EXPECT_EQ(refused(request).kind, RefusalKind::notAboveZero) << odd;
+    EXPECT_EQ(refused(request).given, "S1") << odd;
+  }
+}
+
+TEST(CheckRequest, TakesALevelAndAPowerBetweenZeroAndOne) {
+  RegistrationRequest request;
+  request.method = RegistrationMethod::adjust;
+  AdjustmentRequest& adjustment = request.adjustment;
+  adjustment.alpha = 1e-9;
+  adjustment.power = 0.999;
+  EXPECT_EQ(complaintOf(request), "nothing");
+  for (const double odd : {0.0, 1.0, -0.5, 1.5, infinity, std::nan("")}) {
+    adjustment.alpha = odd;
+    EXPECT_EQ(refused(request).kind, RefusalKind::notAShare) << odd;
+    EXPECT_EQ(refused(request).field, Field::alpha) << odd;
+    adjustment.alpha = 0.5;
+    adjustment.power = odd;
+    EXPECT_EQ(refused(request).kind, RefusalKind::notAShare) << odd;
+    EXPECT_EQ(refused(request).field, Field::power) << odd;
+    adjustment.power = 0.5;
+  }
 }
 
 }  // namespace

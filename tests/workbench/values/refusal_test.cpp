@@ -31,20 +31,21 @@ std::vector<std::string> keysOf(RefusalClass wanted) {
 }
 
 TEST(KeysOfRefusals, OfTheRequest) {
-  EXPECT_THAT(
-      keysFrom(RefusalKind::emptyPath, RefusalKind::cloudTwice),
-      ElementsAre("empty-path", "nothing-to-register", "drawing-empty", "no-such-group", "no-such-point",
-                  "weight-out-of-range", "goes-with", "not-a-length", "not-above-zero", "keep-cluster-needs-pairwise",
-                  "profile-limits", "no-such-cluster", "no-clusters", "moved-needs-apply", "input-unit-gives-metres",
-                  "input-unit-leaves-clouds", "group-twice", "cloud-twice"));
+  EXPECT_THAT(keysFrom(RefusalKind::emptyPath, RefusalKind::cloudTwice),
+              ElementsAre("empty-path", "nothing-to-register", "drawing-empty", "no-such-group", "no-such-point",
+                          "weight-out-of-range", "goes-with", "not-a-length", "not-above-zero", "not-a-share",
+                          "keep-cluster-needs-pairwise", "profile-limits", "no-such-cluster", "no-clusters",
+                          "moved-needs-apply", "input-unit-gives-metres", "input-unit-leaves-clouds", "group-twice",
+                          "cloud-twice"));
 }
 
 TEST(KeysOfRefusals, OfFilesThatAreRead) {
-  EXPECT_THAT(
-      keysFrom(RefusalKind::pathNotUtf8, RefusalKind::cloudFile),
-      ElementsAre("path-not-utf8", "file-missing", "file-is-folder", "file-unreadable", "file-not-plain",
-                  "file-cut-short", "file-empty", "file-changed", "no-points", "file-ambiguous", "file-not-read",
-                  "line-too-long", "points-not-taken", "weights-line", "cloud-file-missing", "cloud-file"));
+  EXPECT_THAT(keysFrom(RefusalKind::pathNotUtf8, RefusalKind::cloudFile),
+              ElementsAre("path-not-utf8", "file-missing", "file-is-folder", "file-unreadable", "file-not-plain",
+                          "file-cut-short", "file-empty", "file-changed", "no-points", "file-ambiguous",
+                          "file-not-read", "line-too-long", "points-not-taken", "weights-line", "sigmas-line",
+                          "control-line", "control-not-definite", "control-twice", "carry-line", "start-not-read",
+                          "cloud-file-missing", "cloud-file"));
 }
 
 TEST(KeysOfRefusals, OfFilesThatAreWritten) {
@@ -70,9 +71,10 @@ TEST(ClassesOfRefusals, UsageIsWhatTheRequestCanMend) {
   EXPECT_THAT(
       keysOf(RefusalClass::usage),
       ElementsAre("empty-path", "nothing-to-register", "no-such-group", "no-such-point", "weight-out-of-range",
-                  "goes-with", "not-a-length", "not-above-zero", "keep-cluster-needs-pairwise", "profile-limits",
-                  "no-such-cluster", "no-clusters", "moved-needs-apply", "input-unit-gives-metres",
-                  "input-unit-leaves-clouds", "group-twice", "cloud-twice", "same-target", "name-not-portable"));
+                  "goes-with", "not-a-length", "not-above-zero", "not-a-share", "keep-cluster-needs-pairwise",
+                  "profile-limits", "no-such-cluster", "no-clusters", "moved-needs-apply", "input-unit-gives-metres",
+                  "input-unit-leaves-clouds", "group-twice", "cloud-twice", "sigmas-line", "control-line",
+                  "control-not-definite", "control-twice", "carry-line", "same-target", "name-not-portable"));
 }
 
 TEST(ClassesOfRefusals, RefusedIsWhatTheDataDoNotAllow) {
@@ -82,7 +84,7 @@ TEST(ClassesOfRefusals, RefusedIsWhatTheDataDoNotAllow) {
 }
 
 TEST(ClassesOfRefusals, EverythingElseIsAboutFiles) {
-  EXPECT_EQ(keysOf(RefusalClass::file).size(), 59u - 19u - 9u);
+  EXPECT_EQ(keysOf(RefusalClass::file).size(), 66u - 25u - 9u);
   EXPECT_EQ(refusalClass(RefusalKind::groupNotPortable), RefusalClass::file) << "the name is the file's";
   EXPECT_EQ(refusalClass(RefusalKind::pictureFailed), RefusalClass::file);
 }
@@ -92,8 +94,9 @@ TEST(KeysOfFields, AreTheMembersOfARequest) {
       keysFrom(Field::none, Field::picture, fieldKey),
       ElementsAre("", "files", "columns", "decimal", "encoding", "inputUnit", "document", "base", "exclude", "weight",
                   "weightsFile", "naming", "namingLimit", "sideTolerance", "minSideDifference", "closeness", "method",
-                  "maxIterations", "convergence", "keepCluster", "cloud", "apply", "moved", "store", "commonPoints",
-                  "matrices", "matrixFormat", "transforms", "report", "reportKind", "picture"));
+                  "maxIterations", "convergence", "sigma", "sigmasFile", "controlFile", "level", "startFile",
+                  "variance", "alpha", "power", "carryFile", "trace", "keepCluster", "cloud", "apply", "moved", "store",
+                  "commonPoints", "matrices", "matrixFormat", "transforms", "report", "reportKind", "picture"));
 }
 
 TEST(RefusedError, SaysItsKeyAndCarriesTheDetails) {

@@ -1,0 +1,133 @@
+#include "workbench/survey/adjusting.h"
+
+#include <algorithm>
+
+#include "workbench/analysis/adjustment.h"
+#include "workbench/geometry/pose_matrix.h"
+#include "workbench/session/points_in_use.h"
+#include "workbench/survey/survey_network.h"
+
+namespace tiepoint::workbench {
+
+using namespace ZOR::reg;
+
+namespace {
+
+using Motions = std::map<GroupId, OdGeMatrix3d>;
+
+void findUnseenControl(const AdjustedSurvey& survey, Findings& findings) {
+  if (survey.unseenControl.empty()) return;
+  Finding finding{FindingKind::controlNotSeen};
+  for (const ControlTarget& control : survey.unseenControl) finding.points.push_back(control.name);
+  findings.add(std::move(finding));
+}
+
+/// Stations can be joined by less than three names.
+bool knowsMoreThanNames(const ResolvedRequest& resolved) {
+  const AdjustmentRequest& request = resolved.request.adjustment;
+  return request.allLevelled || !request.levelled.empty() || !resolved.control.empty();
+}
+
+bool usesBase(const AdjustedSurvey& survey) {
+  for (std::size_t o = 0; o < survey.used.size(); ++o) {
+    if (survey.used[o] && survey.network.stations[survey.network.observations[o].station].held) return true;
+  }
+  return false;
+}
+
+bool canBeAdjusted(const AdjustedSurvey& survey, const ResolvedRequest& resolved, Solve started) {
+  if (started == Solve::baseNotShared) return knowsMoreThanNames(resolved) && usesBase(survey);
+  return started == Solve::registered || hangsTogether(survey.network);
+}
+
+void startFrom(const Motions& motions, const SessionState& state, analysis::Network& network) {
+  for (std::size_t s = 0; s < state.groups.size(); ++s) {
+    const auto motion = motions.find(state.groups[s].id);
+    if (motion != motions.end()) network.stations[s].start = poseOf(motion->second);
+  }
+}
+
+void startFrom(const std::vector<StationPose>& poses, const SessionState& state, analysis::Network& network) {
+  for (const StationPose& pose : poses) {
+    for (std::size_t s = 0; s < state.groups.size(); ++s) {
+      if (state.groups[s].name == sessionName(pose.group)) network.stations[s].start = pose.pose;
+    }
+  }
+}
+
+Motions motionsOf(Workbench& workbench, DrivenSession& session) {
+  std::vector<GroupId> groups;
+  for (const SessionGroup& group : session.state().groups) groups.push_back(group.id);
+  return solvedMotions(workbench, session.operations(), groups);
+}
+
+/// The pairwise result with the last station in use as its root. It errs elsewhere than the first did.
+std::vector<std::vector<analysis::Pose>> startsFromLastStation(Workbench& workbench, const SessionState& state) {
+  MirroredSession mirrored(workbench.newSession());
+  DrivenSession session(mirrored);
+  takePointsInUse(session, state);
+  GroupIdSet active;
+  for (const SessionPoint& point : session.state().points) active.insert(point.record.groupId);
+  if (active.empty()) return {};
+  session.setBase({*active.rbegin()});
+  if (!session.registerPairwise()) return {};
+  const Motions motions = motionsOf(workbench, session);
+  std::vector<analysis::Pose> poses(state.groups.size());
+  for (std::size_t s = 0; s < poses.size(); ++s) {
+    const auto motion = motions.find(state.groups[s].id);
+    if (motion != motions.end()) poses[s] = poseOf(motion->second);
+  }
+  return {std::move(poses)};
+}
+
+Solve solveOf(const analysis::Adjustment& adjustment) {
+  switch (adjustment.outcome) {
+    case analysis::AdjustmentOutcome::adjusted:
+      return Solve::registered;
+    case analysis::AdjustmentOutcome::undetermined:
+      return Solve::undetermined;
+    case analysis::AdjustmentOutcome::nothingToAdjust:
+      break;
+  }
+  return Solve::notConnected;
+}
+
+}  // namespace
+
+Solve adjustSession(Workbench& workbench, DrivenSession& session, const ResolvedRequest& resolved, Solve started,
+                    Registration& registration, Findings& findings, Progress& progress) {
+  if (started == Solve::notNamed) return started;
+  const SessionState& state = session.state();
+  AdjustedSurvey survey = surveyNetwork(state, resolved);
+  findUnseenControl(survey, findings);
+  if (!canBeAdjusted(survey, resolved, started)) return started;
+  survey.startWasGiven = !resolved.request.adjustment.startFile.empty();
+  if (survey.startWasGiven) {
+    startFrom(resolved.start, state, survey.network);
+  } else if (started == Solve::registered) {
+    startFrom(motionsOf(workbench, session), state, survey.network);
+  }
+  analysis::AdjustmentOptions options = adjustmentOptions(state, resolved, survey);
+  options.triesOtherStarts = !survey.startWasGiven;
+  options.otherStarts = [&] { return startsFromLastStation(workbench, state); };
+  const StageScope stage(progress, Stage::adjusting);
+  step(progress, 0, 0);
+  survey.result = analysis::adjust(survey.network, options);
+  const Solve solved = solveOf(survey.result);
+  if (solved != Solve::notConnected) registration.adjustment = std::move(survey);
+  return solved;
+}
+
+AdjustedSurvey judgeMeasurements(const SessionState& state, const SolvedTransforms& solved) {
+  SessionState inUse = state;
+  for (SessionPoint& point : inUse.points) point.record.included = point.record.active;
+  AdjustedSurvey survey = surveyNetwork(inUse, {});
+  startFrom(solved.toCommon, state, survey.network);
+  analysis::AdjustmentOptions options;
+  options.scale = analysis::VarianceScale::aPosteriori;
+  options.measurementsAlone = true;
+  survey.result = analysis::adjust(survey.network, options);
+  return survey;
+}
+
+}  // namespace tiepoint::workbench
