@@ -91,6 +91,15 @@ TEST_F(Pictures, OfOneInputAreTheSameByteByByte) {
   }
 }
 
+TEST_F(Pictures, AreDrawnOfAnAdjustmentToo) {
+  write("shifted.txt", "P1 100 200 300\nP2 110.01 200 300\nP3 100 210 300\nP4 100 200 310\n");
+  ASSERT_EQ(registered({"--method", "adjust", "--picture", "a.png"}).status, 0);
+  EXPECT_THAT(read("a.png"), StartsWith(pngStart));
+  EXPECT_GT(redPixels(pixelsOf(read("a.png"))), 40);
+  ASSERT_EQ(registered({"--method", "adjust", "--picture", "b.png"}).status, 0);
+  EXPECT_TRUE(read("a.png") == read("b.png"));
+}
+
 TEST_F(Pictures, DontChangeTheDrawing) {
   makeDrawing();
   const std::string before = run({"groups", "--points", "--document", "d.tiepoint"}).out;

@@ -80,7 +80,7 @@ inline void addAdjustedNumbers(analysis::Adjustment& result) {
 
 /// The base S1 and the stations S2 and S3, each of which measured T1 to T4 with 1 mm. Metres. Points 0 to 3 are
 /// S1's, 4 to 7 S2's, 8 to 11 S3's, and observations likewise.
-inline Registration adjustedStations() {
+inline Registration adjustedHall() {
   Registration registration;
   registration.method = RegistrationMethod::adjust;
   registration.usesBase = true;

@@ -15,23 +15,23 @@ void leaveUncontrolled(Registration& registration, std::size_t observation) {
   observationOf(registration, observation).leastRedundancy = 0.0;
 }
 
-TEST(AdjustmentAdvice, IsNoneWhereAllIsFine) { EXPECT_EQ(adviceText(adjustedStations()), ""); }
+TEST(AdjustmentAdvice, IsNoneWhereAllIsFine) { EXPECT_EQ(adviceText(adjustedHall()), ""); }
 
 TEST(AdjustmentAdvice, IsToMeasureTheSuspectAgain) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   EXPECT_EQ(adviceText(registration), "Measure T3 in S2 again, or compare a run with --exclude S2:T3\n");
 }
 
 TEST(AdjustmentAdvice, IsToMeasureBothWhereOneOfTwoIsWrong) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   resultOf(registration).observations[2].reset();
   EXPECT_EQ(adviceText(registration), "Measure T3 in S2 and S3 again, or compare a run with --exclude S2:T3\n");
 }
 
 TEST(AdjustmentAdvice, IsToWaitWithOtherRejectedOnes) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   observationOf(registration, 10).rejected = true;
   EXPECT_EQ(adviceText(registration),
@@ -40,7 +40,7 @@ TEST(AdjustmentAdvice, IsToWaitWithOtherRejectedOnes) {
 }
 
 TEST(AdjustmentAdvice, IsToCheckAGivenPlace) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeControlSuspect(registration);
   EXPECT_EQ(adviceText(registration), "Check the given place of T2, or compare a run without it\n");
   for (const std::size_t o : {1u, 5u}) resultOf(registration).observations[o].reset();
@@ -49,7 +49,7 @@ TEST(AdjustmentAdvice, IsToCheckAGivenPlace) {
 }
 
 TEST(AdjustmentAdvice, IsToCheckNamesThatWereMeasuredInOneAnothersPlaces) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   observationOf(registration, 6).leftOut->error = {20.0, 0.0, 0.0};
   observationOf(registration, 4).leftOut->error = {-20.0, 0.0, 0.0};
@@ -58,14 +58,14 @@ TEST(AdjustmentAdvice, IsToCheckNamesThatWereMeasuredInOneAnothersPlaces) {
 }
 
 TEST(AdjustmentAdvice, IsToCheckNamesThatFitBetterExchangedInsteadOfMeasuringAgain) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   resultOf(registration).stations[1]->naming = exchange(-5.0);
   EXPECT_EQ(adviceText(registration), "Check the names of T1 and T3 in S2: exchanged, they fit better\n");
 }
 
 TEST(AdjustmentAdvice, OnOtherNamesStandsBesideTheSuspect) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   resultOf(registration).stations[1]->naming = exchange(5.0);
   EXPECT_EQ(adviceText(registration),
@@ -74,7 +74,7 @@ TEST(AdjustmentAdvice, OnOtherNamesStandsBesideTheSuspect) {
 }
 
 TEST(AdjustmentAdvice, IsToAddATargetOffTheLine) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).stations[1]->geometry = 0.009;
   EXPECT_EQ(adviceText(registration), "The targets of S2 lie nearly on one line: add one off it\n");
   resultOf(registration).stations[2]->geometry = 0.0;
@@ -82,7 +82,7 @@ TEST(AdjustmentAdvice, IsToAddATargetOffTheLine) {
 }
 
 TEST(AdjustmentAdvice, IsOneMoreTargetForTheStationThatGivesWay) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   for (const std::size_t o : {0u, 4u, 9u}) leaveUncontrolled(registration, o);
   // The base stands firm, and S2 has less that is redundant than S3.
   resultOf(registration).stations[1]->redundancy = 2.0;
@@ -90,7 +90,7 @@ TEST(AdjustmentAdvice, IsOneMoreTargetForTheStationThatGivesWay) {
 }
 
 TEST(AdjustmentAdvice, OnManyStationsIsOneLine) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   for (const std::size_t o : {4u, 9u}) leaveUncontrolled(registration, o);
   registration.groups.emplace_back().name = "S4";
   registration.adjustment->network.stations.emplace_back();
@@ -104,7 +104,7 @@ TEST(AdjustmentAdvice, OnManyStationsIsOneLine) {
 }
 
 TEST(AdjustmentAdvice, IsFourLinesAtMost) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   resultOf(registration).stations[1]->naming = exchange(1.0);
   resultOf(registration).stations[2]->naming = exchange(1.0);

@@ -8,7 +8,7 @@ namespace tiepoint::workbench {
 namespace {
 
 TEST(AdjustmentNames, ArePrintable) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   registration.groups[1].name = "S\x1b";
   registration.points[4].name = "T\n";
   registration.adjustment->targetNames[0] = "T\t";

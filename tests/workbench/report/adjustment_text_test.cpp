@@ -10,7 +10,7 @@ namespace {
 const LengthFormat metres(Unit::metre);
 
 TEST(AdjustmentText, OfAFineSurveyIsTheVerdictAndTheStations) {
-  EXPECT_EQ(adjustmentText(adjustedStations(), metres, {}),
+  EXPECT_EQ(adjustmentText(adjustedHall(), metres, {}),
             "No measurement is suspect: all 12 tests pass\n"
             "Global test passed: the residuals are 1.2 times as large as the given sigmas suggest (chance allows\n"
             "  0.6 to 1.4)\n"
@@ -26,7 +26,7 @@ TEST(AdjustmentText, OfAFineSurveyIsTheVerdictAndTheStations) {
 }
 
 TEST(AdjustmentText, GoesOnWithWhatNeedsALookThenAdviceThenWhatWasAskedFor) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   resultOf(registration).carried.emplace_back();
   resultOf(registration).traces.emplace_back();

@@ -20,7 +20,7 @@ void estimateSigma(Registration& registration) {
 }
 
 TEST(AdjustmentVerdict, OfAFineSurveyIsFourLines) {
-  EXPECT_EQ(verdictText(adjustedStations(), metres),
+  EXPECT_EQ(verdictText(adjustedHall(), metres),
             "No measurement is suspect: all 12 tests pass\n"
             "Global test passed: the residuals are 1.2 times as large as the given sigmas suggest (chance allows\n"
             "  0.6 to 1.4)\n"
@@ -29,7 +29,7 @@ TEST(AdjustmentVerdict, OfAFineSurveyIsFourLines) {
 }
 
 TEST(AdjustmentVerdict, BeginsWithTheSuspect) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   EXPECT_EQ(
       verdictText(registration, metres)
@@ -39,7 +39,7 @@ TEST(AdjustmentVerdict, BeginsWithTheSuspect) {
 }
 
 TEST(AdjustmentVerdict, TellsTheChanceOfASuspectThatIsNotSoClear) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeControlSuspect(registration);
   EXPECT_TRUE(has(verdictText(registration, metres),
                   "Suspect: the given place of T2 lies 35.000 mm beside where all others see it (p = 0.00021); its\n"
@@ -47,14 +47,14 @@ TEST(AdjustmentVerdict, TellsTheChanceOfASuspectThatIsNotSoClear) {
 }
 
 TEST(AdjustmentVerdict, DoesntAccuseOneOfTwo) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   resultOf(registration).observations[2].reset();
   EXPECT_TRUE(has(verdictText(registration, metres), "; only S3 tells against it, so either may be wrong\n"));
 }
 
 TEST(AdjustmentVerdict, CountsTheTestsThatFailWithoutASuspect) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   observationOf(registration, 3).rejected = true;
   EXPECT_TRUE(has(verdictText(registration, metres),
                   "No measurement is suspect: 1 of 12 tests fails, 0.012 would by chance\n"));
@@ -63,7 +63,7 @@ TEST(AdjustmentVerdict, CountsTheTestsThatFailWithoutASuspect) {
 }
 
 TEST(AdjustmentVerdict, SaysThatNothingIsTestedWithTooLittleRedundancyForAnEstimatedSigma) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).redundancy = 3;
   resultOf(registration).levels.criticalPoint.reset();
   EXPECT_TRUE(has(verdictText(registration, metres),
@@ -71,7 +71,7 @@ TEST(AdjustmentVerdict, SaysThatNothingIsTestedWithTooLittleRedundancyForAnEstim
 }
 
 TEST(AdjustmentVerdict, SaysThatTheSigmasAreTooSmallOnlyWithoutASuspect) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).sumOfSquares = 63.48;
   resultOf(registration).varianceFactor = 5.29;
   resultOf(registration).globalTest->passed = false;
@@ -84,7 +84,7 @@ TEST(AdjustmentVerdict, SaysThatTheSigmasAreTooSmallOnlyWithoutASuspect) {
 }
 
 TEST(AdjustmentVerdict, SaysThatTheSigmasAreTooLarge) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).sumOfSquares = 1.08;
   resultOf(registration).varianceFactor = 0.09;
   resultOf(registration).globalTest->passed = false;
@@ -94,13 +94,13 @@ TEST(AdjustmentVerdict, SaysThatTheSigmasAreTooLarge) {
 }
 
 TEST(AdjustmentVerdict, HasALargeFactorInFull) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).varianceFactor = 1.5e8;
   EXPECT_TRUE(has(verdictText(registration, metres), "the residuals are 12247 times as large"));
 }
 
 TEST(AdjustmentVerdict, HasTheEstimatedSigmaWhereNoneIsGiven) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   estimateSigma(registration);
   EXPECT_TRUE(has(verdictText(registration, metres),
                   "\nEstimated sigma of a coordinate: 1.200 mm; nothing tests it unless sigmas are given (--sigma)\n"));
@@ -109,14 +109,14 @@ TEST(AdjustmentVerdict, HasTheEstimatedSigmaWhereNoneIsGiven) {
 }
 
 TEST(AdjustmentVerdict, HasTheFactorOfGivenSigmasThatAreScaled) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).globalTest.reset();
   EXPECT_TRUE(has(verdictText(registration, metres),
                   "The residuals are 1.2 times as large as the given sigmas suggest; all figures are scaled by it\n"));
 }
 
 TEST(AdjustmentVerdict, JudgesNothingThatIsRounding) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   std::get<Registered>(registration.outcome).largest.reset();
   EXPECT_EQ(verdictText(registration, metres),
             "All residuals are the rounding of numbers: measurements without any noise can't be tested\n"
@@ -125,20 +125,20 @@ TEST(AdjustmentVerdict, JudgesNothingThatIsRounding) {
 }
 
 TEST(AdjustmentVerdict, SaysThatOtherPosesMayFitAsWell) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).certificate->unique = false;
   EXPECT_TRUE(has(verdictText(registration, metres), "\nNo other poses fit better than these\n"));
 }
 
 TEST(AdjustmentVerdict, SaysThatTheFirstStartLedElsewhere) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).otherStartWon = true;
   EXPECT_TRUE(has(verdictText(registration, metres),
                   "\nNo other poses fit as well as these; the first start would have led to a worse fit\n"));
 }
 
 TEST(AdjustmentVerdict, BoundsWhatOtherPosesCouldGain) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).certificate = analysis::Certificate{-0.1, 9, false, false, 0.1728, 17.1072};
   EXPECT_TRUE(
       has(verdictText(registration, metres),
@@ -149,7 +149,7 @@ TEST(AdjustmentVerdict, BoundsWhatOtherPosesCouldGain) {
 }
 
 TEST(AdjustmentVerdict, WarnsOfPosesThatFitBetter) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).certificate = analysis::Certificate{-0.1, 9, false, false, 0.174, 17.106};
   resultOf(registration).certificate->lowerBound = 4.32;
   EXPECT_TRUE(
@@ -162,18 +162,18 @@ TEST(AdjustmentVerdict, WarnsOfPosesThatFitBetter) {
 }
 
 TEST(AdjustmentVerdict, SaysNothingOfABoundThatIsntKnownOrMeansNothing) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).certificate->certified = false;
   resultOf(registration).certificate->gap = 1e-20;
   std::get<Registered>(registration.outcome).largest.reset();
   EXPECT_FALSE(has(verdictText(registration, metres), "poses"));
-  registration = adjustedStations();
+  registration = adjustedHall();
   resultOf(registration).certificate.reset();
   EXPECT_FALSE(has(verdictText(registration, metres), "poses"));
 }
 
 TEST(AdjustmentVerdict, NamesAtMostTheTwoSoftestStations) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).network = {2.5e-7, {{1, 0.9}}};
   EXPECT_TRUE(has(verdictText(registration, metres), "\nSoftest: S2 (stiffness 2.5e-07; 1 is firm)\n"));
   resultOf(registration).network.mode.clear();
@@ -181,7 +181,7 @@ TEST(AdjustmentVerdict, NamesAtMostTheTwoSoftestStations) {
 }
 
 TEST(AdjustmentVerdict, SaysFirstThatTheSearchHasntConverged) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).converged = false;
   resultOf(registration).iterations = 200;
   EXPECT_EQ(
@@ -192,7 +192,7 @@ TEST(AdjustmentVerdict, SaysFirstThatTheSearchHasntConverged) {
 }
 
 TEST(AdjustmentVerdict, WithoutRedundancySaysThatZeroResidualsMeanNothing) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).redundancy = 0;
   resultOf(registration).varianceFactor.reset();
   resultOf(registration).globalTest.reset();

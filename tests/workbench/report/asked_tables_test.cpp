@@ -9,10 +9,10 @@ namespace {
 
 const LengthFormat metres(Unit::metre);
 
-TEST(CarriedTable, IsEmptyWithoutPoints) { EXPECT_EQ(carriedTable(adjustedStations(), metres), ""); }
+TEST(CarriedTable, IsEmptyWithoutPoints) { EXPECT_EQ(carriedTable(adjustedHall(), metres), ""); }
 
 TEST(CarriedTable, HasPlacesWithTheirStandardDeviations) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   analysis::CarriedPosition& point = resultOf(registration).carried.emplace_back();
   point.point.station = 1;
   point.position = {1.5, -2.0, 30.25};
@@ -23,10 +23,10 @@ TEST(CarriedTable, HasPlacesWithTheirStandardDeviations) {
             "  S2     1.500000  -2.000000  30.250000    1.000    2.000    3.000\n");
 }
 
-TEST(TraceTables, AreEmptyWithoutMeasurements) { EXPECT_EQ(traceTables(adjustedStations(), metres, {}), ""); }
+TEST(TraceTables, AreEmptyWithoutMeasurements) { EXPECT_EQ(traceTables(adjustedHall(), metres, {}), ""); }
 
 TEST(TraceTables, HaveTheEffectOnEveryStation) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   analysis::Trace& trace = resultOf(registration).traces.emplace_back();
   trace.observation = 6;
   trace.stations.push_back({1, {1, 0.003, 0.0002}, {1, 0.001, 0.0001}, 0.0015});
@@ -40,7 +40,7 @@ TEST(TraceTables, HaveTheEffectOnEveryStation) {
 }
 
 TEST(TraceTables, SayThatAnErrorMayHaveAnyEffect) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).traces.emplace_back().observation = 6;
   resultOf(registration).traces.emplace_back().observation = 7;
   EXPECT_EQ(traceTables(registration, metres, {}),

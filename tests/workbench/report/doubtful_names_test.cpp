@@ -9,14 +9,14 @@ namespace {
 
 /// T1 and T3 of S2 exchanged, with a margin in units of the sums of squares.
 Registration withMargin(double margin) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).stations[1]->naming = analysis::NamingMargin{margin, {{0, 2}, {2, 0}}, true};
   return registration;
 }
 
 /// T1 and T3 of S2 lie where the other should be, 20 m off.
 Registration withExchangedPoints() {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   observationOf(registration, 6).leftOut->error = {19.0, 0.5, 0.0};
   observationOf(registration, 4).leftOut->error = {-21.0, 0.0, 0.0};
@@ -50,7 +50,7 @@ TEST(DoubtfulNames, OfMeasurementsWithoutNoiseAreThoseThatFitToRounding) {
 }
 
 TEST(DoubtfulNames, AreNoneWhereNoOtherWayIsKnown) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   EXPECT_FALSE(doubtfulNames(registration, 1));
   // The base.
   EXPECT_FALSE(doubtfulNames(registration, 0));

@@ -26,10 +26,10 @@ void leaveUncontrolled(Registration& registration, std::size_t observation) {
   told.leftOut.reset();
 }
 
-TEST(LookTable, IsEmptyWhereAllIsFine) { EXPECT_EQ(lookTable(adjustedStations(), metres, {}), ""); }
+TEST(LookTable, IsEmptyWhereAllIsFine) { EXPECT_EQ(lookTable(adjustedHall(), metres, {}), ""); }
 
 TEST(LookTable, ListsTheSuspectFirstThenTheRejectedThoseWithoutControlAndThoseWithLittle) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   observationOf(registration, 0).leastRedundancy = 0.05;
   leaveUncontrolled(registration, 3);
@@ -47,7 +47,7 @@ TEST(LookTable, ListsTheSuspectFirstThenTheRejectedThoseWithoutControlAndThoseWi
 }
 
 TEST(LookTable, OfEqualProbabilitiesShowsTheLargerStatisticFirst) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   reject(registration, 5, 0.0);
   reject(registration, 9, 0.0);
   observationOf(registration, 9).statistic = 5000.0;
@@ -58,7 +58,7 @@ TEST(LookTable, OfEqualProbabilitiesShowsTheLargerStatisticFirst) {
 }
 
 TEST(LookTable, OfHardlyControlledOnesShowsTheLeastControlledFirst) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   observationOf(registration, 2).leastRedundancy = 0.09;
   observationOf(registration, 8).leastRedundancy = 0.02;
   observationOf(registration, 9).leastRedundancy = 0.1;
@@ -69,14 +69,14 @@ TEST(LookTable, OfHardlyControlledOnesShowsTheLeastControlledFirst) {
 }
 
 TEST(LookTable, CountsAMeasurementWhoseRedundancyIsNoNumberAsUncontrolled) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   observationOf(registration, 2).leastRedundancy = std::numeric_limits<double>::quiet_NaN();
   ASSERT_EQ(measurementsToLookAt(registration).size(), 1u);
   EXPECT_EQ(measurementsToLookAt(registration)[0].reason, LookReason::uncontrolled);
 }
 
 TEST(LookTable, ShowsEightRowsAndCountsTheRest) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   for (const std::size_t o : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u, 8u}) reject(registration, o, 1e-5);
   leaveUncontrolled(registration, 9);
   observationOf(registration, 10).leastRedundancy = 0.01;
@@ -92,28 +92,28 @@ TEST(LookTable, ShowsEightRowsAndCountsTheRest) {
 }
 
 TEST(LookTable, HasAControlTargetUnderThatName) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeControlSuspect(registration);
   EXPECT_NE(lookTable(registration, metres, {}).find("  control  T2     35.000       20.000       6.000  <- suspect\n"),
             std::string::npos);
 }
 
 TEST(LookTable, IsEmptyWithoutRedundancy) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   leaveUncontrolled(registration, 3);
   resultOf(registration).redundancy = 0;
   EXPECT_EQ(lookTable(registration, metres, {}), "");
 }
 
 TEST(LookTable, RejectsNothingThatIsRounding) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   reject(registration, 3, 1e-9);
   std::get<Registered>(registration.outcome).largest.reset();
   EXPECT_EQ(lookTable(registration, metres, {}), "");
 }
 
 TEST(Suspect, IsShownOnlyWhereItStandsOut) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   ASSERT_TRUE(suspectOf(registration));
   EXPECT_EQ(suspectOf(registration)->point, 6u);
@@ -123,7 +123,7 @@ TEST(Suspect, IsShownOnlyWhereItStandsOut) {
 }
 
 TEST(Suspect, OfTheControlNeedsNoPointThatStandsOut) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeControlSuspect(registration);
   ASSERT_TRUE(suspectOf(registration));
   EXPECT_EQ(nameOf(registration, *suspectOf(registration)), "the given place of T2");
@@ -132,7 +132,7 @@ TEST(Suspect, OfTheControlNeedsNoPointThatStandsOut) {
 }
 
 TEST(Suspect, HasARivalWhereOneOtherMeasurementAloneTellsAgainstIt) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   EXPECT_EQ(rivalOf(registration, *suspectOf(registration)), std::nullopt);
   resultOf(registration).observations[10].reset();
@@ -143,7 +143,7 @@ TEST(Suspect, HasARivalWhereOneOtherMeasurementAloneTellsAgainstIt) {
 }
 
 TEST(Suspect, OfTheControlMayHaveAStationAsItsRival) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeControlSuspect(registration);
   EXPECT_EQ(rivalOf(registration, *suspectOf(registration)), std::nullopt);
   resultOf(registration).observations[1].reset();

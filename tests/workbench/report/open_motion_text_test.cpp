@@ -9,7 +9,7 @@ namespace {
 
 /// The targets stand at x = 0, 10, 20 and 30 on the x axis, but for T4, which is taken off it.
 Registration undetermined(const analysis::OpenMotion& open, std::vector<analysis::ModeShare> moving) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).open = open;
   resultOf(registration).network.mode = std::move(moving);
   resultOf(registration).targets[3]->position = {30.0, 5.0, 0.0};
@@ -75,7 +75,7 @@ TEST(OpenMotionText, AccusesNoStationOfWhatAWholeChainDoes) {
 }
 
 TEST(OpenMotionText, IsGeneralWhereNothingIsKnown) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   EXPECT_EQ(openMotionText(registration), "a motion of some stations stays open");
   registration.adjustment.reset();
   EXPECT_EQ(openMotionText(registration), "a motion of some stations stays open");

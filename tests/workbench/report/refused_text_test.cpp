@@ -117,7 +117,7 @@ TEST(RefusedText, PrintsNoControlCharacterOfAName) {
 }
 
 TEST(RefusedText, SaysWhichMotionStaysOpen) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   resultOf(registration).open = analysis::OpenMotion{1, {1, 0, 0}, true, {5, 0, 0}, true};
   resultOf(registration).network.mode = {{1, 1.0}};
   registration.outcome = Undetermined();

@@ -30,7 +30,7 @@ TEST(RegisteredLine, NamesTheMethodAndTheBase) {
 }
 
 TEST(RegisteredLine, NamesWhatHoldsAnAdjustment) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   EXPECT_EQ(registeredLine(registration), "Adjusted with base S1");
   for (const std::size_t t : {0u, 1u, 3u}) registration.adjustment->network.targets[t].control.emplace();
   // One that takes no part holds nothing.
@@ -43,7 +43,7 @@ TEST(RegisteredLine, NamesWhatHoldsAnAdjustment) {
 }
 
 TEST(RegisteredLine, NamesTheStationThatAFreeNetworkHasItsSystemFrom) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   registration.usesBase = false;
   resultOf(registration).datum.kind = analysis::DatumKind::free;
   EXPECT_EQ(registeredLine(registration), "Adjusted freely");
@@ -52,7 +52,7 @@ TEST(RegisteredLine, NamesTheStationThatAFreeNetworkHasItsSystemFrom) {
 }
 
 TEST(RegisteredLine, NeedsNoNumbersOfAnAdjustment) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   registration.adjustment.reset();
   EXPECT_EQ(registeredLine(registration), "Adjusted with base S1");
 }

@@ -165,7 +165,7 @@ TEST(SummaryText, OfASurveyThatIsntNamedListsNoPointsThatAreOut) {
 }
 
 TEST(SummaryText, OfAnAdjustmentHasTheVerdictBeforeTheTransformations) {
-  const std::string text = summaryText(adjustedStations(), metres);
+  const std::string text = summaryText(adjustedHall(), metres);
   EXPECT_EQ(text.find("Adjusted with base S1: 12 of 12 points in use; 36 equations for 24 unknowns, redundancy 12\n"
                       "No measurement is suspect: all 12 tests pass\n"),
             0u);
@@ -173,7 +173,7 @@ TEST(SummaryText, OfAnAdjustmentHasTheVerdictBeforeTheTransformations) {
 }
 
 TEST(SummaryText, EndsTheAdviceWithWhereAllOthersSeeThePoint) {
-  Registration registration = adjustedStations();
+  Registration registration = adjustedHall();
   makeSuspect(registration);
   EXPECT_TRUE(
       has(summaryText(registration, metres),
