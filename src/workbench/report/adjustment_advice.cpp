@@ -42,8 +42,11 @@ bool isMisnamed(const Registration& registration, const LookedAt& suspect) {
 }
 
 std::string suspectAdvice(const Registration& registration, const LookedAt& suspect) {
-  if (!suspect.point) return fmt::format("Check {}, or compare a run without it", nameOf(registration, suspect));
   const std::optional<std::string> rival = rivalOf(registration, suspect);
+  if (!suspect.point) {
+    return fmt::format("Check {}{}, or compare a run without it", nameOf(registration, suspect),
+                       rival ? " and the measurement in " + *rival : "");
+  }
   const std::string andRival = rival ? " and " + *rival : "";
   const std::optional<std::size_t> other = exchangedWith(registration, suspect);
   if (other) {

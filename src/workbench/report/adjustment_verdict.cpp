@@ -165,7 +165,8 @@ std::string certificateText(const Registration& registration) {
 
 std::string softestText(const Registration& registration) {
   const analysis::Stiffness& network = registration.adjustment->result.network;
-  if (network.mode.empty()) return "";
+  // In a long chain no few stations have most of the motion.
+  if (network.mode.empty()) return fmt::format("Stiffness {:.2g}; 1 is firm", network.stiffness);
   std::vector<std::string> names;
   for (std::size_t i = 0; i < network.mode.size() && i < softestNamed; ++i) {
     names.push_back(stationName(registration, network.mode[i].station));

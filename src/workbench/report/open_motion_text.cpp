@@ -5,6 +5,7 @@
 #include <Eigen/Geometry>
 #include <algorithm>
 #include <limits>
+#include <set>
 
 #include "workbench/report/adjustment_names.h"
 
@@ -23,12 +24,12 @@ const OpenMotion* openMotionOf(const Registration& registration) {
                                                                          : nullptr;
 }
 
-/// The stations that move: the one that moves most, then those that move along.
+/// The stations that move, in the drawing's order.
 std::vector<std::string> movingStations(const Registration& registration, const OpenMotion& open) {
-  std::vector<std::string> names{stationName(registration, open.station)};
-  for (const analysis::ModeShare& share : registration.adjustment->result.network.mode) {
-    if (share.station != open.station) names.push_back(stationName(registration, share.station));
-  }
+  std::set<std::size_t> stations{open.station};
+  for (const analysis::ModeShare& share : registration.adjustment->result.network.mode) stations.insert(share.station);
+  std::vector<std::string> names;
+  for (const std::size_t station : stations) names.push_back(stationName(registration, station));
   return names;
 }
 
@@ -70,6 +71,9 @@ bool movesAsAWhole(const Registration& registration, const OpenMotion& open) {
   return true;
 }
 
+/// No few stations have most of the motion.
+bool isSpread(const Registration& registration) { return registration.adjustment->result.network.mode.empty(); }
+
 std::string vectorText(const Eigen::Vector3d& v) {
   // Adding zero takes the sign off a negative one.
   const Eigen::Vector3d rounded = (v * 1000.0).array().round() / 1000.0 + 0.0;
@@ -89,6 +93,9 @@ std::string axisText(const Registration& registration, const OpenMotion& open, b
 std::string openMotionText(const Registration& registration) {
   const OpenMotion* open = openMotionOf(registration);
   if (!open) return "a motion of some stations stays open";
+  if (isSpread(registration)) {
+    return fmt::format("the survey bends like a long chain, {} most of all", stationName(registration, open->station));
+  }
   const std::vector<std::string> names = movingStations(registration, *open);
   const bool isWhole = movesAsAWhole(registration, *open);
   const bool alone = isWhole || names.size() == 1;
@@ -102,6 +109,7 @@ std::string openMotionText(const Registration& registration) {
 std::string openMotionRemedy(const Registration& registration) {
   const OpenMotion* open = openMotionOf(registration);
   if (!open) return "Measure more targets in common.";
+  if (isSpread(registration)) return "Hold it in more places by bases or control, or close it to a loop.";
   const char* const where = open->turns ? " off that line" : "";
   if (movesAsAWhole(registration, *open)) return fmt::format("One more control target{} would hold it.", where);
   if (movingStations(registration, *open).size() > 1) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "workbench/geometry/rigid_motion.h"
@@ -71,13 +72,12 @@ std::string transformations(const Registration& registration, const LengthFormat
   return wrapped(head, textWidth, 2) + "\n" + table.text() + restLine(rows.size(), registration.groups.size(), "group");
 }
 
-/// What all others see of the point, where an adjustment tells it.
-std::string placeOfOthers(const Registration& registration, std::size_t point, const LengthFormat& lengths) {
-  const analysis::AdjustedObservation* told =
-      registration.adjustment ? registration.adjustment->ofPoint(point) : nullptr;
-  if (!told || !told->leftOut) return "";
-  return fmt::format(": all others see the target {} {} beside it", lengths.residual(told->leftOut->error.norm()),
-                     lengths.residualUnit());
+/// Where all others see the point, where that is known.
+std::string placeOfOthers(const Outlier& outlier, const LengthFormat& lengths) {
+  if (!outlier.leftOut) return "";
+  const OdGeVector3d& error = *outlier.leftOut;
+  return fmt::format(": all others see the target {} {} beside it",
+                     lengths.residual(std::hypot(error.x, error.y, error.z)), lengths.residualUnit());
 }
 
 std::string hint(const Registration& registration, const LengthFormat& lengths) {
@@ -85,7 +85,7 @@ std::string hint(const Registration& registration, const LengthFormat& lengths) 
   if (!outlier) return "";
   const std::string text = fmt::format(
       "{} stands out{}. It may have been mismeasured or misnamed there: check it, and compare a run with --exclude {}",
-      pointInGroup(registration, outlier->point), placeOfOthers(registration, outlier->point, lengths),
+      pointInGroup(registration, outlier->point), placeOfOthers(*outlier, lengths),
       pointChoice(registration, outlier->point));
   return wrapped(text, textWidth, 0) + "\n";
 }
@@ -165,7 +165,9 @@ std::string written(const Registration& registration) {
 std::string head(const Registration& registration, const LengthFormat& lengths, const TableOptions& options) {
   const std::string line = registeredLine(registration) + fmt::format(": {} of {} in use", activeCount(registration),
                                                                       plural(registration.points.size(), "point"));
-  if (!registration.adjustment) return line + "\n" + courseText(registration, lengths);
+  if (registration.method != RegistrationMethod::adjust || !registration.adjustment) {
+    return line + "\n" + courseText(registration, lengths);
+  }
   const analysis::Adjustment& result = registration.adjustment->result;
   const std::string numbers = fmt::format("; {} equations for {} unknowns, redundancy {}", result.observationCount,
                                           result.unknownCount, result.redundancy);

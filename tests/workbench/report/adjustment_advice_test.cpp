@@ -43,6 +43,9 @@ TEST(AdjustmentAdvice, IsToCheckAGivenPlace) {
   Registration registration = adjustedHall();
   makeControlSuspect(registration);
   EXPECT_EQ(adviceText(registration), "Check the given place of T2, or compare a run without it\n");
+  for (const std::size_t o : {1u, 5u}) resultOf(registration).observations[o].reset();
+  EXPECT_EQ(adviceText(registration),
+            "Check the given place of T2 and the measurement in S3, or compare a run without it\n");
 }
 
 TEST(AdjustmentAdvice, IsToCheckNamesThatWereMeasuredInOneAnothersPlaces) {

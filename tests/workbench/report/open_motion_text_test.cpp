@@ -32,6 +32,7 @@ TEST(OpenMotionText, NamesTheLineOfAStationsTargets) {
 
 TEST(OpenMotionText, NamesTheStationsThatTurnTogetherAndTheTargetsOfTheirHinge) {
   analysis::OpenMotion open = turn({1, 0, 0}, {5, 1e-5, 0});
+  open.station = 2;
   // The line of its targets is the others' hinge, too.
   open.isLineOfTargets = true;
   const Registration registration = undetermined(open, {{2, 0.6}, {1, 0.4}});
@@ -65,6 +66,12 @@ TEST(OpenMotionText, SaysThatControlDoesntHoldTheSurvey) {
   // Control beside the axis holds the others.
   registration.adjustment->network.targets[3].control.emplace();
   EXPECT_EQ(openMotionText(registration), "S2 and S3 turn about the line through T1, T2 and T3");
+}
+
+TEST(OpenMotionText, AccusesNoStationOfWhatAWholeChainDoes) {
+  const Registration registration = undetermined(turn({1, 0, 0}, {5, 0, 0}), {});
+  EXPECT_EQ(openMotionText(registration), "the survey bends like a long chain, S2 most of all");
+  EXPECT_EQ(openMotionRemedy(registration), "Hold it in more places by bases or control, or close it to a loop.");
 }
 
 TEST(OpenMotionText, IsGeneralWhereNothingIsKnown) {

@@ -172,15 +172,19 @@ TEST(SummaryText, OfAnAdjustmentHasTheVerdictBeforeTheTransformations) {
   EXPECT_LT(text.find("\n\nStations (mm)"), text.find("\n\nTransformations to the common system"));
 }
 
-TEST(SummaryText, EndsTheAdviceWithWhereAllOthersSeeThePoint) {
-  Registration registration = adjustedHall();
-  makeSuspect(registration);
+TEST(SummaryText, SaysWhereAllOthersSeeThePointThatStandsOut) {
+  Registration registration = twoStations();
+  registeredOf(registration).outlier = Outlier{1, 22.84, OdGeVector3d(0.0, 0.06, 0.0)};
   EXPECT_TRUE(
       has(summaryText(registration, metres),
-          "\nT3 in S2 stands out: all others see the target 60.000 mm beside it. It may have been mismeasured or\n"
-          "misnamed there: check it, and compare a run with --exclude S2:T3\n"));
-  observationOf(registration, 6).leftOut.reset();
-  EXPECT_TRUE(has(summaryText(registration, metres), "\nT3 in S2 stands out. It may"));
+          "\nT1 in A stands out: all others see the target 60.000 mm beside it. It may have been mismeasured or\n"
+          "misnamed there: check it, and compare a run with --exclude A:T1\n"));
+}
+
+TEST(SummaryText, HasTheVerdictOfAnAdjustmentAlone) {
+  Registration registration = adjustedHall();
+  registration.method = RegistrationMethod::pairwise;
+  EXPECT_FALSE(has(summaryText(registration, metres), "Global test"));
 }
 
 }  // namespace
