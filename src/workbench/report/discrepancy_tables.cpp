@@ -60,9 +60,10 @@ Row pointRow(const Registration& registration, std::size_t index, const LengthFo
   return row;
 }
 
-std::string pointHeading(const LengthFormat& lengths, bool axes, bool atBase) {
+std::string pointHeading(const Registration& registration, const LengthFormat& lengths, bool axes, bool atBase) {
+  const char* const target = registration.method == RegistrationMethod::adjust ? "adjusted" : "merged";
   const std::string text =
-      fmt::format("Discrepancies ({}): from the registered point to its merged target{}{}", lengths.residualUnit(),
+      fmt::format("Discrepancies ({}): from the registered point to its {} target{}{}", lengths.residualUnit(), target,
                   axes ? "; dx, dy, dz: the point minus the target, in the common system" : "",
                   atBase ? "; at base: to the base's own measurement" : "");
   return wrapped(text, textWidth, 2) + "\n";
@@ -97,8 +98,10 @@ std::vector<double> badnessOf(const std::vector<GroupOutcome>& groups) {
 std::string discrepanciesByPoint(const Registration& registration, const LengthFormat& lengths,
                                  const TableOptions& options) {
   const bool atBase = registration.registered()->atBase.has_value();
+  // Residuals of an adjustment are judged by their signs, too.
+  const bool axes = options.axes || registration.method == RegistrationMethod::adjust;
   Row head{"group", "point", "discrepancy"};
-  if (options.axes) head.insert(head.end(), {"dx", "dy", "dz"});
+  if (axes) head.insert(head.end(), {"dx", "dy", "dz"});
   if (atBase) head.emplace_back("at base");
   std::vector<Side> sides(head.size(), Side::right);
   sides[0] = sides[1] = Side::left;
@@ -106,8 +109,9 @@ std::string discrepanciesByPoint(const Registration& registration, const LengthF
   table.add(std::move(head));
   const std::vector<std::size_t> points = pointsWithDiscrepancy(registration);
   const std::vector<std::size_t> rows = rowsToShow(badnessOf(registration, points), options.allRows);
-  for (const std::size_t row : rows) table.add(pointRow(registration, points[row], lengths, options.axes));
-  return pointHeading(lengths, options.axes, atBase) + table.text() + restLine(rows.size(), points.size(), "point");
+  for (const std::size_t row : rows) table.add(pointRow(registration, points[row], lengths, axes));
+  return pointHeading(registration, lengths, axes, atBase) + table.text() +
+         restLine(rows.size(), points.size(), "point");
 }
 
 std::string discrepanciesByGroup(const Registration& registration, const LengthFormat& lengths,

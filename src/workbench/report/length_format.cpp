@@ -23,6 +23,8 @@ LengthFormat::LengthFormat(Unit unit) {
   positionDecimals = metres ? 6 : 3;
   residualDecimals = 3;
   residualFactor = metres ? 1000.0 : 1.0;
+  leverLength = metres ? 10.0 : 10'000.0;
+  leverName = "10 m";
 }
 
 std::string LengthFormat::position(double length) const { return fixed(length, positionDecimals); }

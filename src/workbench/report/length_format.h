@@ -22,6 +22,10 @@ class LengthFormat {
   const char* residualUnit() const { return residuals; }
   /// How many units of residuals are one drawing unit.
   double residualsPerLength() const { return residualFactor; }
+  /// The lever at which a small rotation is told as a length, in drawing units: 10 m, or 10 of an unknown unit.
+  double lever() const { return leverLength; }
+  /// Such as "10 m".
+  const char* leverText() const { return leverName; }
 
  private:
   const char* positions = "drawing units";
@@ -29,6 +33,8 @@ class LengthFormat {
   int positionDecimals = 6;
   int residualDecimals = 6;
   double residualFactor = 1.0;
+  double leverLength = 10.0;
+  const char* leverName = "10 drawing units";
 };
 
 }  // namespace tiepoint::workbench

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "workbench/report/open_motion_text.h"
 #include "workbench/report/plain_text.h"
 #include "workbench/report/registered_line.h"
 
@@ -87,6 +88,13 @@ std::string baseNotSharedText(const Registration& registration) {
       baseNames(registration));
 }
 
+std::string undeterminedText(const Registration& registration) {
+  const std::string what = fmt::format("Not registered: {}, and no measurement opposes that. {}",
+                                       openMotionText(registration), openMotionRemedy(registration));
+  const bool areApart = registration.links.components.size() > 1;
+  return wrapped(what, textWidth, 0) + "\n" + (areApart ? "\nShared names\n" + links(registration) : "");
+}
+
 std::string whyNotConnected(const Registration& registration) {
   const auto& points = registration.points;
   const bool hasNames = std::any_of(points.begin(), points.end(), [](const PointOutcome& p) { return p.named; });
@@ -111,6 +119,7 @@ std::string refusedText(const Registration& registration) {
   if (std::holds_alternative<NotNamed>(registration.outcome)) {
     return "Not registered: the points can't be named with certainty.\n";
   }
+  if (std::holds_alternative<Undetermined>(registration.outcome)) return undeterminedText(registration);
   return std::holds_alternative<BaseNotShared>(registration.outcome) ? baseNotSharedText(registration)
                                                                      : notConnectedText(registration);
 }
@@ -121,6 +130,9 @@ std::string whyNotRegistered(const Registration& registration) {
   }
   if (std::holds_alternative<NotNamed>(registration.outcome)) {
     return "the points can't be named with certainty; see the summary";
+  }
+  if (std::holds_alternative<Undetermined>(registration.outcome)) {
+    return openMotionText(registration) + "; see the summary for what is missing";
   }
   return whyNotConnected(registration);
 }

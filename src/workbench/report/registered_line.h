@@ -11,7 +11,8 @@ namespace tiepoint::workbench {
 /// The names of the bases, the first `most` of them.
 std::string baseNames(const Registration& registration, std::size_t most = 12);
 
-/// Such as "Registered pairwise with base S1".
+/// Such as "Registered pairwise with base S1", "Adjusted with base S1 and 4 control targets", or "Adjusted freely,
+/// in the system of S1".
 std::string registeredLine(const Registration& registration, std::size_t maxBases = 12);
 
 /// How many points are in use.

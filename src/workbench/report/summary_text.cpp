@@ -3,11 +3,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "workbench/geometry/rigid_motion.h"
+#include "workbench/report/adjustment_names.h"
+#include "workbench/report/adjustment_text.h"
 #include "workbench/report/cloud_text.h"
 #include "workbench/report/import_text.h"
+#include "workbench/report/look_list.h"
 #include "workbench/report/match_text.h"
 #include "workbench/report/plain_text.h"
 #include "workbench/report/reason_text.h"
@@ -68,16 +72,21 @@ std::string transformations(const Registration& registration, const LengthFormat
   return wrapped(head, textWidth, 2) + "\n" + table.text() + restLine(rows.size(), registration.groups.size(), "group");
 }
 
-std::string hint(const Registration& registration) {
+/// Where all others see the point, where that is known.
+std::string placeOfOthers(const Outlier& outlier, const LengthFormat& lengths) {
+  if (!outlier.leftOut) return "";
+  const OdGeVector3d& error = *outlier.leftOut;
+  return fmt::format(": all others see the target {} {} beside it",
+                     lengths.residual(std::hypot(error.x, error.y, error.z)), lengths.residualUnit());
+}
+
+std::string hint(const Registration& registration, const LengthFormat& lengths) {
   const auto& outlier = registration.registered()->outlier;
   if (!outlier) return "";
-  const PointOutcome& point = registration.points[outlier->point];
-  const std::string group = printable(registration.groups[point.group].name);
-  const std::string name = printable(point.name);
   const std::string text = fmt::format(
-      "{} in {} stands out. It may have been mismeasured or misnamed there: check it, and compare a run with "
-      "--exclude {}:{}",
-      name, group, group, name);
+      "{} stands out{}. It may have been mismeasured or misnamed there: check it, and compare a run with --exclude {}",
+      pointInGroup(registration, outlier->point), placeOfOthers(*outlier, lengths),
+      pointChoice(registration, outlier->point));
   return wrapped(text, textWidth, 0) + "\n";
 }
 
@@ -152,16 +161,27 @@ std::string written(const Registration& registration) {
   return text + writtenFiles(registration.files);
 }
 
+/// What stands at the top: how it was registered, and whether it went well.
+std::string head(const Registration& registration, const LengthFormat& lengths, const TableOptions& options) {
+  const std::string line = registeredLine(registration) + fmt::format(": {} of {} in use", activeCount(registration),
+                                                                      plural(registration.points.size(), "point"));
+  if (registration.method != RegistrationMethod::adjust || !registration.adjustment) {
+    return line + "\n" + courseText(registration, lengths);
+  }
+  const analysis::Adjustment& result = registration.adjustment->result;
+  const std::string numbers = fmt::format("; {} equations for {} unknowns, redundancy {}", result.observationCount,
+                                          result.unknownCount, result.redundancy);
+  return wrapped(line + numbers, textWidth, 2) + "\n" + adjustmentText(registration, lengths, options);
+}
+
 std::string registered(const Registration& registration, const LengthFormat& lengths, const TableOptions& options) {
-  std::string text =
-      registeredLine(registration) +
-      fmt::format(": {} of {} in use\n", activeCount(registration), plural(registration.points.size(), "point")) +
-      courseText(registration, lengths) + "\n" + transformations(registration, lengths, options.allRows) + "\n" +
-      discrepanciesByPoint(registration, lengths, options);
+  std::string text = head(registration, lengths, options) + "\n" +
+                     transformations(registration, lengths, options.allRows) + "\n" +
+                     discrepanciesByPoint(registration, lengths, options);
   const std::string out = pointsOut(registration, options.allRows);
   const std::string spread = spreadText(registration.registered()->spread, lengths);
   const std::string protocol = protocolText(registration, lengths);
-  const std::string advice = hint(registration);
+  const std::string advice = hint(registration, lengths);
   if (!out.empty()) text += "\n" + out;
   text += "\n" + discrepanciesByGroup(registration, lengths, options);
   if (!protocol.empty()) text += "\n" + protocol;

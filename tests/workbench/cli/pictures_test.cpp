@@ -91,6 +91,26 @@ TEST_F(Pictures, OfOneInputAreTheSameByteByByte) {
   }
 }
 
+TEST_F(Pictures, AreDrawnOfAnAdjustmentToo) {
+  write("shifted.txt", "P1 100 200 300\nP2 110.01 200 300\nP3 100 210 300\nP4 100 200 310\n");
+  ASSERT_EQ(registered({"--method", "adjust", "--picture", "a.png"}).status, 0);
+  EXPECT_THAT(read("a.png"), StartsWith(pngStart));
+  EXPECT_GT(redPixels(pixelsOf(read("a.png"))), 40);
+  ASSERT_EQ(registered({"--method", "adjust", "--picture", "b.png"}).status, 0);
+  EXPECT_TRUE(read("a.png") == read("b.png"));
+}
+
+TEST_F(Pictures, OfAnAdjustmentLeaveNothingInTheDrawing) {
+  const ProcessResult result =
+      registered({"--method", "adjust", "--picture", "p.png", "--document", "d.tiepoint", "--store", "merged"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_THAT(read("p.png"), StartsWith(pngStart));
+  const nlohmann::json groups = runJson({"groups", "--document", "d.tiepoint"})["groups"];
+  std::vector<std::string> stored;
+  for (const auto& group : groups) stored.push_back(group["name"]);
+  EXPECT_THAT(stored, ElementsAre("base", "shifted", "merged"));
+}
+
 TEST_F(Pictures, DontChangeTheDrawing) {
   makeDrawing();
   const std::string before = run({"groups", "--points", "--document", "d.tiepoint"}).out;

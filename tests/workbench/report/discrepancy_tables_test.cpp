@@ -45,6 +45,17 @@ TEST(DiscrepanciesByPoint, ShowNoAxesOfAPointWhoseTargetIsntTold) {
             "  A      T2        0.000000  0.000000  0.000000  0.000000\n");
 }
 
+TEST(DiscrepanciesByPoint, OfAnAdjustmentAlwaysShowTheAxes) {
+  Registration registration = twoStations();
+  registration.method = RegistrationMethod::adjust;
+  EXPECT_EQ(discrepanciesByPoint(registration, metres, plain),
+            "Discrepancies (mm): from the registered point to its adjusted target; dx, dy, dz: the point minus\n"
+            "  the target, in the common system; at base: to the base's own measurement\n"
+            "  group  point  discrepancy     dx      dy     dz  at base\n"
+            "  A      T1           2.000  1.200  -1.600  0.000    3.000  <- largest\n"
+            "  A      T2           0.000  0.000   0.000  0.000        -\n");
+}
+
 TEST(DiscrepanciesByPoint, SayHowFarTheLargestIsBeyondTheMedian) {
   Registration registration = twoStations();
   registeredOf(registration).outlier = Outlier{1, 22.84};

@@ -50,5 +50,13 @@ TEST(LengthFormat, WhatIsNoNumberIsPrintedAsSuch) {
   EXPECT_EQ(LengthFormat(Unit::unknown).position(-1.0 / 0.0), "-inf");
 }
 
+TEST(LengthFormat, TellsRotationsAtTenMetresOrTenUnits) {
+  EXPECT_EQ(LengthFormat(Unit::metre).lever(), 10.0);
+  EXPECT_EQ(LengthFormat(Unit::millimetre).lever(), 10000.0);
+  EXPECT_STREQ(LengthFormat(Unit::millimetre).leverText(), "10 m");
+  EXPECT_EQ(LengthFormat(Unit::unknown).lever(), 10.0);
+  EXPECT_STREQ(LengthFormat(Unit::unknown).leverText(), "10 drawing units");
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

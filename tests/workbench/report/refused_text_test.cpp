@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/report/adjusted_hall.h"
+
 namespace tiepoint::workbench {
 namespace {
 
@@ -112,6 +114,31 @@ TEST(RefusedText, PrintsNoControlCharacterOfAName) {
   registration.links.components = {{std::nullopt, {0}}, {std::nullopt, {1}}};
   registration.links.links = {{0, 1, {"T\n"}}};
   EXPECT_NE(refusedText(registration).find("  S0 and S?  1 common name (T?)  2 more needed\n"), std::string::npos);
+}
+
+TEST(RefusedText, SaysWhichMotionStaysOpen) {
+  Registration registration = adjustedHall();
+  resultOf(registration).open = analysis::OpenMotion{1, {1, 0, 0}, true, {5, 0, 0}, true};
+  resultOf(registration).network.mode = {{1, 1.0}};
+  registration.outcome = Undetermined();
+  EXPECT_EQ(refusedText(registration),
+            "Not registered: S2 turns about the line of its targets, and no measurement opposes that. One more\n"
+            "target off that line, seen by S2 and by another station, would hold it.\n");
+  EXPECT_EQ(whyNotRegistered(registration),
+            "S2 turns about the line of its targets; see the summary for what is missing");
+}
+
+TEST(RefusedText, ListsTheSharedNamesOfStationsThatAHingeJoins) {
+  Registration registration = apart(2);
+  registration.outcome = Undetermined();
+  registration.links.components = {{std::nullopt, {0}}, {std::nullopt, {1}}};
+  registration.links.links = {{0, 1, {"T1", "T2"}}};
+  EXPECT_EQ(refusedText(registration),
+            "Not registered: a motion of some stations stays open, and no measurement opposes that. Measure more\n"
+            "targets in common.\n"
+            "\n"
+            "Shared names\n"
+            "  S0 and S1  2 common names (T1, T2)  1 more needed\n");
 }
 
 }  // namespace

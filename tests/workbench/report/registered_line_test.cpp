@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/report/adjusted_hall.h"
 #include "workbench/report/registrations.h"
 
 namespace tiepoint::workbench {
@@ -26,6 +27,34 @@ TEST(RegisteredLine, NamesTheMethodAndTheBase) {
   EXPECT_EQ(registeredLine(registration), "Registered iteratively with base Base");
   registration.usesBase = false;
   EXPECT_EQ(registeredLine(registration), "Registered iteratively");
+}
+
+TEST(RegisteredLine, NamesWhatHoldsAnAdjustment) {
+  Registration registration = adjustedHall();
+  EXPECT_EQ(registeredLine(registration), "Adjusted with base S1");
+  for (const std::size_t t : {0u, 1u, 3u}) registration.adjustment->network.targets[t].control.emplace();
+  // One that takes no part holds nothing.
+  resultOf(registration).targets[3].reset();
+  resultOf(registration).datum.kind = analysis::DatumKind::baseAndControl;
+  EXPECT_EQ(registeredLine(registration), "Adjusted with base S1 and 2 control targets");
+  registration.usesBase = false;
+  resultOf(registration).datum.kind = analysis::DatumKind::control;
+  EXPECT_EQ(registeredLine(registration), "Adjusted with 2 control targets");
+}
+
+TEST(RegisteredLine, NamesTheStationThatAFreeNetworkHasItsSystemFrom) {
+  Registration registration = adjustedHall();
+  registration.usesBase = false;
+  resultOf(registration).datum.kind = analysis::DatumKind::free;
+  EXPECT_EQ(registeredLine(registration), "Adjusted freely");
+  resultOf(registration).datum.frame = 1;
+  EXPECT_EQ(registeredLine(registration), "Adjusted freely, in the system of S2");
+}
+
+TEST(RegisteredLine, NeedsNoNumbersOfAnAdjustment) {
+  Registration registration = adjustedHall();
+  registration.adjustment.reset();
+  EXPECT_EQ(registeredLine(registration), "Adjusted with base S1");
 }
 
 TEST(RegisteredLine, CountsTheBasesThatItLeavesOut) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/report/adjusted_hall.h"
 #include "workbench/report/registrations.h"
 
 namespace tiepoint::workbench {
@@ -161,6 +162,29 @@ TEST(SummaryText, OfASurveyThatIsntNamedListsNoPointsThatAreOut) {
   Registration registration = twoStations();
   registration.outcome = NotNamed();
   EXPECT_EQ(summaryText(registration, metres), "Not registered: the points can't be named with certainty.\n");
+}
+
+TEST(SummaryText, OfAnAdjustmentHasTheVerdictBeforeTheTransformations) {
+  const std::string text = summaryText(adjustedHall(), metres);
+  EXPECT_EQ(text.find("Adjusted with base S1: 12 of 12 points in use; 36 equations for 24 unknowns, redundancy 12\n"
+                      "No measurement is suspect: all 12 tests pass\n"),
+            0u);
+  EXPECT_LT(text.find("\n\nStations (mm)"), text.find("\n\nTransformations to the common system"));
+}
+
+TEST(SummaryText, SaysWhereAllOthersSeeThePointThatStandsOut) {
+  Registration registration = twoStations();
+  registeredOf(registration).outlier = Outlier{1, 22.84, OdGeVector3d(0.0, 0.06, 0.0)};
+  EXPECT_TRUE(
+      has(summaryText(registration, metres),
+          "\nT1 in A stands out: all others see the target 60.000 mm beside it. It may have been mismeasured or\n"
+          "misnamed there: check it, and compare a run with --exclude A:T1\n"));
+}
+
+TEST(SummaryText, HasTheVerdictOfAnAdjustmentAlone) {
+  Registration registration = adjustedHall();
+  registration.method = RegistrationMethod::pairwise;
+  EXPECT_FALSE(has(summaryText(registration, metres), "Global test"));
 }
 
 }  // namespace
