@@ -129,7 +129,8 @@ TEST_F(BadDrawings, CommonPointsOnAFullDiskArentCalledWritten) {
   write("b.txt", lines);
   ProcessSetup setup;
   setup.largestFile = 16UL * 1024;
-  const ProcessResult result = run({"register", "--quiet", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
+  const ProcessResult result =
+      run({"register", "--quiet", "--method", "pairwise", "a.txt", "b.txt", "--common-points", "common.txt"}, setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err, "tiepoint: common.txt: the common points can't be written completely; is the disk full?\n");
   EXPECT_FALSE(exists("common.txt"));
@@ -162,7 +163,10 @@ TEST_F(BadDrawings, CommonPointsThatCantBeWrittenLeaveTheOlderOnesWhole) {
   write("common.txt", "older");
   ProcessSetup setup;
   setup.largestFile = 16UL * 1024;
-  EXPECT_EQ(run({"register", "a.txt", "b.txt", "--common-points", "common.txt", "--force"}, setup).status, 3);
+  EXPECT_EQ(
+      run({"register", "--method", "pairwise", "a.txt", "b.txt", "--common-points", "common.txt", "--force"}, setup)
+          .status,
+      3);
   EXPECT_EQ(read("common.txt"), "older");
 }
 

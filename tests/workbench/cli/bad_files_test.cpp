@@ -168,7 +168,7 @@ TEST_F(BadFiles, AFileNameThatIsntUtf8IsNamed) {
 
 TEST_F(BadFiles, AGroupNameOutsideWindows1251IsShownAsItIs) {
   write("測站.txt", shiftedLines);
-  const ProcessResult result = run({"register", "base.txt", "測站.txt", "--base", "測站"});
+  const ProcessResult result = run({"register", "--method", "pairwise", "base.txt", "測站.txt", "--base", "測站"});
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.err, IsEmpty());
   EXPECT_THAT(result.out, HasSubstr("Registered pairwise with base 測站"));
@@ -192,7 +192,7 @@ TEST_F(BadFiles, TargetsOnOneLineAreWarnedOf) {
   write("a.txt", "P1 0 0 0\nP2 10 0 0\nP3 20 0 0\n");
   write("b.txt", "P1 0 5 0\nP2 10 5 0\nP3 20 5 0\n");
   EXPECT_EQ(
-      run({"register", "a.txt", "b.txt"}).err,
+      run({"register", "--method", "pairwise", "a.txt", "b.txt"}).err,
       "tiepoint: warning: the points of a in use lie on one line, so its rotation about that line is undetermined\n"
       "tiepoint: warning: the points of b in use lie on one line, so its rotation about that line is undetermined\n");
 }

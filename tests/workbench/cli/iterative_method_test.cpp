@@ -231,7 +231,7 @@ constexpr double withinNoise = 0.010;
 TEST(IterativePlantHall, AgreesWithThePairwiseMethodOnceItHasConverged) {
   const json iterative = hallRun({"--method", "iterative", "--max-iterations", "50000", "--convergence", "1e-9"});
   EXPECT_EQ(iterative["iterations"]["converged"], true);
-  const json pairwise = hallRun({});
+  const json pairwise = hallRun({"--method", "pairwise"});
   ASSERT_EQ(iterative["points"].size(), pairwise["points"].size());
   for (std::size_t i = 0; i < pairwise["points"].size(); ++i) {
     const json& a = iterative["points"][i]["registered"];

@@ -156,7 +156,7 @@ TEST_F(MatchingCommand, ClosenessNamesPointsOfABaseToo) {
   write("base.txt", std::string(baseLines) + "? 3 4 5\n");
   write("shifted.txt", std::string(shiftedLines) + "P9 103 204 305\n");
   const json result = runJson({"register", "--match", "distance", "--base", "base", "base.txt", "shifted.txt"});
-  EXPECT_EQ(result["method"], "pairwise with base");
+  EXPECT_EQ(result["method"], "adjust with base");
   EXPECT_EQ(namesOf(result, "base").back(), "P9");
 }
 

@@ -16,7 +16,7 @@ class RegisterCommand : public SurveyFiles {};
 TEST_F(RegisterCommand, TwoStationsGiveTheShiftBetweenThem) {
   const json result = runJson({"register", "--base", "base", "base.txt", "shifted.txt"});
   EXPECT_EQ(result["outcome"], "registered");
-  EXPECT_EQ(result["method"], "pairwise with base");
+  EXPECT_EQ(result["method"], "adjust with base");
   EXPECT_EQ(result["groups"][0]["name"], "base");
   EXPECT_TRUE(result["groups"][0]["base"]);
   EXPECT_TRUE(result["groups"][0]["transform"].is_null());
@@ -29,7 +29,7 @@ TEST_F(RegisterCommand, TwoStationsGiveTheShiftBetweenThem) {
 }
 
 TEST_F(RegisterCommand, TheSummaryBeginsWithTheFilesAndWhatWasReadOfThem) {
-  const ProcessResult result = run({"register", "base.txt", "shifted.txt"});
+  const ProcessResult result = run({"register", "--method", "pairwise", "base.txt", "shifted.txt"});
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.err, IsEmpty());
   EXPECT_THAT(result.out, StartsWith("Reference points\n"
@@ -50,12 +50,15 @@ TEST_F(RegisterCommand, TheAxesOfTheDiscrepanciesAreShownWhenTheyAreAskedFor) {
   // Each target is 6 mm up or down in turn, so each is 3 mm off the mean of both.
   write("low.txt", "P1 0 0 0\nP2 8 0 0\nP3 8 8 0\nP4 0 8 0\n");
   write("high.txt", "P1 0 0 0.006\nP2 8 0 -0.006\nP3 8 8 0.006\nP4 0 8 -0.006\n");
-  const ProcessResult asked = run({"register", "low.txt", "high.txt", "--unit", "m", "--axes"});
+  const std::vector<std::string> pairwise{"register", "--method", "pairwise", "low.txt", "high.txt", "--unit", "m"};
+  std::vector<std::string> withAxes = pairwise;
+  withAxes.emplace_back("--axes");
+  const ProcessResult asked = run(withAxes);
   EXPECT_THAT(asked.out, HasSubstr("\n  group  point  discrepancy     dx     dy      dz"));
   EXPECT_THAT(asked.out, HasSubstr("\n  high   P2           3.000  0.000  0.000  -3.000"));
   EXPECT_THAT(asked.out, HasSubstr("\nFor the protocol: mean 3.000 mm, RMS 3.000 mm, largest 3.000 mm over 8 points in "
                                    "2 stations\n"));
-  EXPECT_THAT(run({"register", "low.txt", "high.txt", "--unit", "m"}).out, Not(HasSubstr("dx")));
+  EXPECT_THAT(run(pairwise).out, Not(HasSubstr("dx")));
 }
 
 TEST_F(RegisterCommand, PointsWithoutNamesAreToldHowToGetThem) {
@@ -165,7 +168,8 @@ TEST_F(RegisterCommand, AFileOfWeightsCountsAndTheOptionGoesOverIt) {
 TEST_F(RegisterCommand, GroupsThatDontHangTogetherAreToldWhatTheyLack) {
   write("far.txt", "P1 0 0 0\nQ1 1 0 0\nQ2 0 1 0\nQ3 0 0 1\n");
   write("far2.txt", "Q1 1 0 5\nQ2 0 1 5\nQ3 0 0 6\n");
-  const ProcessResult result = run({"register", "base.txt", "shifted.txt", "far.txt", "far2.txt"});
+  const ProcessResult result =
+      run({"register", "--method", "pairwise", "base.txt", "shifted.txt", "far.txt", "far2.txt"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err, "tiepoint: not registered: the groups aren't connected; see the summary for what is missing\n");
   EXPECT_THAT(result.out, HasSubstr("  cluster 0  base, shifted\n  cluster 1  far, far2\n"));

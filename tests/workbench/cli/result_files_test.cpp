@@ -182,9 +182,9 @@ TEST_F(ResultFilesOfRegister, AFolderThatTakesNoFilesIsNamed) {
 TEST_F(ResultFilesOfRegister, WithoutAFolderForTemporaryFilesTheModulesMatricesArentWritten) {
   if (onWindows) GTEST_SKIP() << "the system names that folder there";
   const ProcessResult result =
-      runProgram("/usr/bin/env", {"TMPDIR=" + folder.file("none"), TIEPOINT_PROGRAM, "register", "--base", "base",
-                                  folder.file("base.txt"), folder.file("turned.txt"), "--matrices", folder.file("out"),
-                                  "--matrix-format", "4x4"});
+      runProgram("/usr/bin/env", {"TMPDIR=" + folder.file("none"), TIEPOINT_PROGRAM, "register", "--method", "pairwise",
+                                  "--base", "base", folder.file("base.txt"), folder.file("turned.txt"), "--matrices",
+                                  folder.file("out"), "--matrix-format", "4x4"});
   EXPECT_EQ(result.status, 3);
   EXPECT_THAT(result.err, StartsWith("tiepoint: the folder for temporary files can't be used: "));
   EXPECT_FALSE(exists("out/turned.txt"));
@@ -235,7 +235,8 @@ TEST_F(ResultFilesOfRegister, AMatrixThatTheModuleCantWriteToItsEndIsNamed) {
   if (onWindows) GTEST_SKIP() << "no limit on the size of files there";
   ProcessSetup setup;
   setup.largestFile = tooSmall;
-  const ProcessResult result = run(withBase({"--quiet", "--matrices", "out", "--matrix-format", "4x4"}), setup);
+  const ProcessResult result =
+      run(withBase({"--method", "pairwise", "--quiet", "--matrices", "out", "--matrix-format", "4x4"}), setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
             "tiepoint: out/turned.txt: the module didn't write this matrix, or not completely; is the disk full?\n");
@@ -247,7 +248,8 @@ TEST_F(ResultFilesOfRegister, AReportThatTheModuleCantWriteToItsEndIsNamed) {
   ProcessSetup setup;
   setup.largestFile = tooSmall;
   write("r.html", "mine");
-  const ProcessResult result = run(withBase({"--quiet", "--report", "r.html", "--force"}), setup);
+  const ProcessResult result =
+      run(withBase({"--method", "pairwise", "--quiet", "--report", "r.html", "--force"}), setup);
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
             "tiepoint: r.html: the module didn't write this report, or not completely; is the disk full?\n");
@@ -271,7 +273,7 @@ TEST_F(ResultFilesOfRegister, TheTransformationsAgreeWithTheJsonSummary) {
   EXPECT_EQ(summary["transformsFile"], "t.json");
   const json file = json::parse(read("t.json"));
   EXPECT_EQ(file["convention"]["unit"], "m");
-  EXPECT_EQ(file["method"], "pairwise");
+  EXPECT_EQ(file["method"], "adjust");
   EXPECT_EQ(file["discrepancies"], summary["discrepancies"]);
   EXPECT_EQ(file["atBase"], summary["atBase"]);
   ASSERT_EQ(file["groups"].size(), 3u);
@@ -335,10 +337,10 @@ TEST_F(ResultFilesOfRegister, APipeOrADeviceIsntReplaced) {
 // --- Reports.
 
 TEST_F(ResultFilesOfRegister, TheReportOfTheResultsIsTheOneThatIsWrittenUnasked) {
-  ASSERT_EQ(run(withBase({"--report", "r.html"})).status, 0);
+  ASSERT_EQ(run(withBase({"--method", "pairwise", "--report", "r.html"})).status, 0);
   EXPECT_THAT(read("r.html"), HasSubstr("<p><h4>Method of registration</h4></p><p>Pairwise with base</p>"));
   EXPECT_THAT(readText("r.html"), EndsWith("<hr></body></html>\n"));
-  ASSERT_EQ(run(withBase({"--report", "r2.html", "--report-kind", "results"})).status, 0);
+  ASSERT_EQ(run(withBase({"--method", "pairwise", "--report", "r2.html", "--report-kind", "results"})).status, 0);
   EXPECT_EQ(read("r2.html"), read("r.html"));
 }
 
@@ -349,7 +351,7 @@ TEST_F(ResultFilesOfRegister, TheReportOfTheIterativeMethodTellsItsSettings) {
 }
 
 TEST_F(ResultFilesOfRegister, TheReportOfPointsHoldsEveryPoint) {
-  ASSERT_EQ(run(withBase({"--report", "r.html", "--report-kind", "points"})).status, 0);
+  ASSERT_EQ(run(withBase({"--method", "pairwise", "--report", "r.html", "--report-kind", "points"})).status, 0);
   const std::string text = read("r.html");
   EXPECT_THAT(text, HasSubstr("<caption>Reference points information</caption>"));
   EXPECT_THAT(text, HasSubstr("<tr><td><b>P1</b></td><td><b>base</b></td>"));
@@ -357,7 +359,7 @@ TEST_F(ResultFilesOfRegister, TheReportOfPointsHoldsEveryPoint) {
 }
 
 TEST_F(ResultFilesOfRegister, TheReportOfGroupsHoldsEveryGroup) {
-  ASSERT_EQ(run(withBase({"--report", "r.html", "--report-kind", "groups"})).status, 0);
+  ASSERT_EQ(run(withBase({"--method", "pairwise", "--report", "r.html", "--report-kind", "groups"})).status, 0);
   EXPECT_THAT(read("r.html"), HasSubstr("<tr><td><b>base</b></td><td><b>P1<br>P2<br>P3<br>P4<br></b></td></tr>"
                                         "<tr><td>turned</td><td>P1<br>P2<br>P3<br>P4<br></td></tr>"));
 }

@@ -85,7 +85,7 @@ TEST_F(SurveyReadingMethods, RefuseParametersThatMeanNothing) {
 TEST_F(SurveyMethods, RegisteringGivesWhatTheCommandPrints) {
   const json registered = json::parse(result("survey.register", both(R"("base":["east"],"unit":"m")")));
   EXPECT_EQ(registered["outcome"], "registered");
-  EXPECT_EQ(registered["method"], "pairwise with base");
+  EXPECT_EQ(registered["method"], "adjust with base");
   EXPECT_NEAR(registered["groups"][1]["transform"]["shift"][0], -100.0, 1e-9);
   EXPECT_EQ(registered["points"].size(), 8u);
   EXPECT_EQ(groups().size(), 2u);
