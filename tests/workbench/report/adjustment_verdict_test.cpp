@@ -32,8 +32,8 @@ TEST(AdjustmentVerdict, OfAFineSurveyIsFiveLines) {
 TEST(AdjustmentVerdict, NamesTheStationWhoseOriginIsTheLeastCertain) {
   Registration registration = adjustedHall();
   resultOf(registration).stations[2]->positionSigma = 0.0151;
-  EXPECT_TRUE(has(verdictText(registration, metres),
-                  "\nLeast sure: S3, whose origin has a standard deviation of 15.100 mm\n"));
+  EXPECT_TRUE(
+      has(verdictText(registration, metres), "\nLeast sure: S3, whose origin has a standard deviation of 15.100 mm\n"));
 }
 
 TEST(AdjustmentVerdict, BeginsWithTheSuspect) {
