@@ -46,11 +46,19 @@ TEST(CheckRequest, RefusesLimitsThatGoWithAnotherNaming) {
   EXPECT_EQ(complaintOf(request), "--side-tolerance needs --match triangles or auto");
 }
 
-TEST(CheckRequest, RefusesIterationLimitsOfThePairwiseMethod) {
+TEST(CheckRequest, RefusesIterationLimitsOfTheOtherMethods) {
   RegistrationRequest request;
   request.maxIterations = 5;
-  EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
+  for (const RegistrationMethod method : {RegistrationMethod::adjust, RegistrationMethod::pairwise}) {
+    request.method = method;
+    EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
+  }
+}
+
+TEST(CheckRequest, RefusesNoIterations) {
+  RegistrationRequest request;
   request.method = RegistrationMethod::iterative;
+  request.maxIterations = 5;
   EXPECT_EQ(complaintOf(request), "nothing");
   request.maxIterations = 0;
   EXPECT_EQ(complaintOf(request), "--max-iterations 0: must be at least 1");
@@ -229,13 +237,6 @@ TEST(CheckRequest, RefusesWhatIsAskedOfAnAdjustmentWithAnotherMethod) {
       EXPECT_EQ(refused(request).otherField, Field::method);
     }
   }
-}
-
-TEST(CheckRequest, RefusesIterationLimitsOfAnAdjustment) {
-  RegistrationRequest request;
-  request.method = RegistrationMethod::adjust;
-  request.maxIterations = 5;
-  EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
 }
 
 TEST(CheckRequest, TakesAClusterOfAnAdjustment) {
