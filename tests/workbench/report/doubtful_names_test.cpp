@@ -78,7 +78,7 @@ TEST(ExchangedWith, AllowsForThePullOfBothAtTheStation) {
 
 TEST(ExchangedWith, NeedsAnErrorAlongTheLineBetweenThePoints) {
   Registration registration = withExchangedPoints();
-  registration.points[4].registered = OdGePoint3d(20, 20, 0);
+  registration.points[4].registered = OdGePoint3d(10, -15, 0);
   EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), std::nullopt);
   // The other way.
   registration.points[4].registered = OdGePoint3d(40, 0, 0);
