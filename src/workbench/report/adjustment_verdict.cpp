@@ -179,6 +179,19 @@ std::string softestText(const Registration& registration) {
   return fmt::format("Softest: {} (stiffness {:.2g}; 1 is firm)", listed(names), network.stiffness);
 }
 
+/// The station whose origin has the largest standard deviation; nothing where none has any.
+std::string leastSureText(const Registration& registration, const LengthFormat& lengths) {
+  const auto& stations = registration.adjustment->result.stations;
+  std::optional<std::size_t> worst;
+  for (std::size_t s = 0; s < stations.size(); ++s) {
+    if (stations[s] && stations[s]->positionSigma > (worst ? stations[*worst]->positionSigma : 0.0)) worst = s;
+  }
+  if (!worst) return "";
+  return fmt::format("Least sure: {}, whose origin has a standard deviation of {} {}",
+                     stationName(registration, *worst), lengths.residual(stations[*worst]->positionSigma),
+                     lengths.residualUnit());
+}
+
 }  // namespace
 
 std::string verdictText(const Registration& registration, const LengthFormat& lengths) {
@@ -190,7 +203,8 @@ std::string verdictText(const Registration& registration, const LengthFormat& le
                       "quality. Measure more targets in common.");
   }
   return text + line(measurementsText(registration, lengths)) + line(residualsText(registration, lengths)) +
-         line(certificateText(registration)) + line(softestText(registration));
+         line(certificateText(registration)) + line(leastSureText(registration, lengths)) +
+         line(softestText(registration));
 }
 
 }  // namespace tiepoint::workbench

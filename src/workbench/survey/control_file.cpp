@@ -1,6 +1,5 @@
 #include "workbench/survey/control_file.h"
 
-#include <Eigen/Cholesky>
 #include <Eigen/Eigenvalues>
 #include <algorithm>
 #include <cmath>
@@ -47,7 +46,7 @@ bool isDefinite(const Eigen::Matrix3d& covariance) {
   const Eigen::Vector3d scale = covariance.diagonal().cwiseSqrt().cwiseInverse();
   const Eigen::Matrix3d correlations = scale.asDiagonal() * covariance * scale.asDiagonal();
   const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> spectrum(correlations, Eigen::EigenvaluesOnly);
-  return spectrum.eigenvalues().minCoeff() > singularCorrelation && covariance.llt().info() == Eigen::Success;
+  return spectrum.eigenvalues().minCoeff() > singularCorrelation;
 }
 
 [[noreturn]] void refuseTarget(RefusalKind kind, const LineFile& file, const std::string& name, std::uint64_t number) {

@@ -90,6 +90,7 @@ TEST_F(AdjustCommand, OneSigmaHoldsForAllAndIsTakenAtItsWord) {
   const json result = runJson(onBase({"--sigma", "0.001"}));
   EXPECT_EQ(result["adjustment"]["scale"], "a-priori");
   EXPECT_FALSE(result["adjustment"]["globalTest"].is_null());
+  ASSERT_EQ(result["points"].size(), 15u);
   for (const json& point : result["points"]) EXPECT_DOUBLE_EQ(point["adjusted"]["sigma"], 0.001) << point;
 }
 
@@ -185,6 +186,7 @@ TEST_F(AdjustCommand, ALevelledStationTurnsAboutTheVerticalAlone) {
 TEST_F(AdjustCommand, AllStationsAreLevelledAtOnce) {
   const json result = runJson(freely({"--level", "all"}));
   EXPECT_EQ(result["adjustment"]["datum"]["defect"], 4);
+  ASSERT_EQ(result["groups"].size(), 3u);
   for (const json& group : result["groups"]) EXPECT_EQ(group["adjusted"]["levelled"], true) << group["name"];
 }
 
@@ -248,6 +250,8 @@ TEST_F(AdjustCommand, AStationWhoseTargetsLieOnALineIsUndetermined) {
   EXPECT_NEAR(std::abs(adjustment["openMotion"]["axis"][0].get<double>()), 1.0, rounding);
   EXPECT_TRUE(adjustment["levels"].is_null());
   EXPECT_TRUE(adjustment["certificate"].is_null());
+  ASSERT_EQ(result["groups"].size(), 2u);
+  ASSERT_EQ(result["points"].size(), 6u);
   for (const json& group : result["groups"]) EXPECT_TRUE(group["adjusted"].is_null());
   for (const json& point : result["points"]) EXPECT_TRUE(point["adjusted"].is_null());
 }

@@ -100,6 +100,17 @@ TEST_F(Pictures, AreDrawnOfAnAdjustmentToo) {
   EXPECT_TRUE(read("a.png") == read("b.png"));
 }
 
+TEST_F(Pictures, OfAnAdjustmentLeaveNothingInTheDrawing) {
+  const ProcessResult result =
+      registered({"--method", "adjust", "--picture", "p.png", "--document", "d.tiepoint", "--store", "merged"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_THAT(read("p.png"), StartsWith(pngStart));
+  const nlohmann::json groups = runJson({"groups", "--document", "d.tiepoint"})["groups"];
+  std::vector<std::string> stored;
+  for (const auto& group : groups) stored.push_back(group["name"]);
+  EXPECT_THAT(stored, ElementsAre("base", "shifted", "merged"));
+}
+
 TEST_F(Pictures, DontChangeTheDrawing) {
   makeDrawing();
   const std::string before = run({"groups", "--points", "--document", "d.tiepoint"}).out;

@@ -15,6 +15,7 @@ TEST(AdjustmentText, OfAFineSurveyIsTheVerdictAndTheStations) {
             "Global test passed: the residuals are 1.2 times as large as the given sigmas suggest (chance allows\n"
             "  0.6 to 1.4)\n"
             "No other poses fit as well as these\n"
+            "Least sure: S2, whose origin has a standard deviation of 1.500 mm\n"
             "Softest: S3 and S2 (stiffness 0.012; 1 is firm)\n"
             "\n"
             "Stations (mm): standard deviations of the origin, of the rotation at 10 m and of the least certain\n"

@@ -19,13 +19,21 @@ void estimateSigma(Registration& registration) {
   resultOf(registration).globalTest.reset();
 }
 
-TEST(AdjustmentVerdict, OfAFineSurveyIsFourLines) {
+TEST(AdjustmentVerdict, OfAFineSurveyIsFiveLines) {
   EXPECT_EQ(verdictText(adjustedHall(), metres),
             "No measurement is suspect: all 12 tests pass\n"
             "Global test passed: the residuals are 1.2 times as large as the given sigmas suggest (chance allows\n"
             "  0.6 to 1.4)\n"
             "No other poses fit as well as these\n"
+            "Least sure: S2, whose origin has a standard deviation of 1.500 mm\n"
             "Softest: S3 and S2 (stiffness 0.012; 1 is firm)\n");
+}
+
+TEST(AdjustmentVerdict, NamesTheStationWhoseOriginIsTheLeastCertain) {
+  Registration registration = adjustedHall();
+  resultOf(registration).stations[2]->positionSigma = 0.0151;
+  EXPECT_TRUE(
+      has(verdictText(registration, metres), "\nLeast sure: S3, whose origin has a standard deviation of 15.100 mm\n"));
 }
 
 TEST(AdjustmentVerdict, BeginsWithTheSuspect) {
@@ -121,6 +129,7 @@ TEST(AdjustmentVerdict, JudgesNothingThatIsRounding) {
   EXPECT_EQ(verdictText(registration, metres),
             "All residuals are the rounding of numbers: measurements without any noise can't be tested\n"
             "No other poses fit as well as these\n"
+            "Least sure: S2, whose origin has a standard deviation of 1.500 mm\n"
             "Softest: S3 and S2 (stiffness 0.012; 1 is firm)\n");
 }
 

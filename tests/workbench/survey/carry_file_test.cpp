@@ -21,11 +21,11 @@ class CarryFile : public testing::Test {
 };
 
 TEST_F(CarryFile, GivesPlacesOfStationsInItsOrder) {
-  const std::vector<StationPlace> places = read("# corners\nS2 1 -2.5 1e6\n\n\"plant hall\";0;0;0\n7,1,2,3\n");
+  const std::vector<StationPlace> places = read("# corners\nS2 1 -2.5 1e6\n\n\"plant hall #2\";0;0;0\n7,1,2,3\n");
   ASSERT_EQ(places.size(), 3u);
   EXPECT_EQ(places[0].group, "S2");
   EXPECT_EQ(places[0].place, Eigen::Vector3d(1.0, -2.5, 1e6));
-  EXPECT_EQ(places[1].group, "plant hall");
+  EXPECT_EQ(places[1].group, "plant hall #2");
   EXPECT_EQ(places[2].group, "7");
   EXPECT_EQ(places[2].place, Eigen::Vector3d(1.0, 2.0, 3.0));
 }

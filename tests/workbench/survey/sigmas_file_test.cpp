@@ -41,8 +41,8 @@ TEST_F(SigmasFile, GivesAGroupOrAPointItsSigma) {
 }
 
 TEST_F(SigmasFile, TakesNamesOfSeveralWordsInQuotationMarks) {
-  EXPECT_THAT(sigmas("\"plant hall\" 1\n\"plant hall\" \"T 1\" 2\n"),
-              ElementsAre("plant hall|(all)=1.000000", "plant hall|T 1=2.000000"));
+  EXPECT_THAT(sigmas("\"plant hall\" 1\n\"plant hall\" \"T 1\" 2\n\"S#1\" 1\n"),
+              ElementsAre("plant hall|(all)=1.000000", "plant hall|T 1=2.000000", "S#1|(all)=1.000000"));
 }
 
 TEST_F(SigmasFile, TakesNamesThatReadAsNumbers) { EXPECT_THAT(sigmas("7 8 1\n"), ElementsAre("7|8=1.000000")); }
