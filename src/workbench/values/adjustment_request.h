@@ -14,7 +14,7 @@ namespace tiepoint::workbench {
 
 /// Far beyond any instrument on either side; past them, squares of standard deviations leave the range of
 /// numbers.
-inline constexpr double smallestSigma = 1e-30, largestSigma = 1e30;
+inline constexpr double smallestSigma = 1e-15, largestSigma = 1e15;
 
 inline bool isUsableSigma(double sigma) { return sigma >= smallestSigma && sigma <= largestSigma; }
 

@@ -115,7 +115,7 @@ TEST(RefusalText, OfASigma) {
   sigma.given = "S1";
   EXPECT_EQ(refusalText(sigma), "--sigma S1=-0.5: must be a length above 0, in drawing units");
   sigma.value = 1e-300;
-  EXPECT_EQ(refusalText(sigma), "--sigma S1=1e-300: no standard deviation; it must lie between 1e-30 and 1e+30");
+  EXPECT_EQ(refusalText(sigma), "--sigma S1=1e-300: no standard deviation; it must lie between 1e-15 and 1e+15");
 }
 
 TEST(RefusalText, OfASigmaThatMayStandInAFile) {
