@@ -170,6 +170,17 @@ TEST(AdjustmentVerdict, WarnsOfPosesThatFitBetter) {
                   "  The given start is judged, not replaced: compare a run without --start.\n"));
 }
 
+TEST(AdjustmentVerdict, DoesntTakeTheGapThatASuspectMakesForBetterPoses) {
+  Registration registration = adjustedHall();
+  makeSuspect(registration);
+  resultOf(registration).certificate = analysis::Certificate{-0.1, 9, false, false, 17.28, 0.0};
+  EXPECT_TRUE(has(verdictText(registration, metres),
+                  "\nWhether other poses fit better can't be told while the suspect is in\n"));
+  // A bad start may have made the suspect.
+  registration.adjustment->startWasGiven = true;
+  EXPECT_TRUE(has(verdictText(registration, metres), "\nIn all likelihood other poses fit better"));
+}
+
 TEST(AdjustmentVerdict, SaysNothingOfABoundThatIsntKnownOrMeansNothing) {
   Registration registration = adjustedHall();
   resultOf(registration).certificate->certified = false;

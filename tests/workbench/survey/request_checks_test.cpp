@@ -255,7 +255,7 @@ TEST(CheckRequest, TakesSigmasAboveZeroAlone) {
     adjustment.sigmas = {{{{PointRef{"S1"}}, "S1"}, fine}};
     EXPECT_EQ(complaintOf(request), "nothing") << fine;
   }
-  for (const double odd : {0.0, -1.0, infinity, std::nan("")}) {
+  for (const double odd : {0.0, -1.0, infinity, std::nan(""), 9e-16, 2e15}) {
     adjustment.sigma = odd;
     EXPECT_EQ(refused(request).kind, RefusalKind::notAboveZero) << odd;
     EXPECT_EQ(refused(request).field, Field::sigma) << odd;
