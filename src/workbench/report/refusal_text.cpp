@@ -6,6 +6,7 @@
 #include "workbench/report/line_fault_text.h"
 #include "workbench/report/plain_text.h"
 #include "workbench/report/suggestion.h"
+#include "workbench/values/adjustment_request.h"
 
 namespace tiepoint::workbench {
 
