@@ -9,6 +9,9 @@ namespace tiepoint::workbench::analysis {
 namespace {
 
 constexpr int maxIterations = 500;
+/// Gauss and Newton's steps shrink by the residuals' share of the arms. Where that is much, as with exchanged
+/// names, they creep; from here on the second derivative is used wherever it has a minimum.
+constexpr int stepsOfDesign = 12;
 /// Of the survey's extent: rounding, not a chosen accuracy.
 constexpr double negligibleStep = 1e-12;
 /// What rounding adds to a residual, as a share of the largest distance from a station to its targets.
@@ -43,7 +46,7 @@ class Search {
     int idle = 0;
     while (minimum.iterations < maxIterations && !minimum.converged) {
       ++minimum.iterations;
-      equations.build(minimum.placements, minimum.elimination);
+      build(minimum.iterations > stepsOfDesign ? Curvature::whole : Curvature::ofDesign);
       const double sumBefore = minimum.elimination.sumOfSquares;
       const double length = step(keepsFactor);
       const bool falls = minimum.elimination.sumOfSquares < sumBefore - roundingOf(sumBefore);
@@ -60,7 +63,7 @@ class Search {
  private:
   /// Moves the stations and returns by how much of the extent; 0 when no step lowers the sum.
   double step(bool keepsFactor) {
-    if (!keepsFactor && !factorize()) raiseDamping();
+    if (!keepsFactor && !factorizeAnyhow()) raiseDamping();
     while (damping <= maxDamping) {
       const Eigen::VectorXd motion = -factor.solve(equations.gradient());
       if (tryMotion(motion)) {
@@ -69,9 +72,22 @@ class Search {
         movedSinceFactor += length;
         return length;
       }
-      if (!std::exchange(keepsFactor, false) || !factorize()) raiseDamping();
+      if (!std::exchange(keepsFactor, false) || !factorizeAnyhow()) raiseDamping();
     }
     return 0.0;
+  }
+
+  void build(Curvature wanted) {
+    curvature = wanted;
+    equations.build(minimum.placements, minimum.elimination, wanted);
+  }
+
+  /// Where the second derivative isn't positive there is no minimum to step to.
+  bool factorizeAnyhow() {
+    if (factorize()) return true;
+    if (curvature == Curvature::ofDesign) return false;
+    build(Curvature::ofDesign);
+    return factorize();
   }
 
   bool factorize() {
@@ -123,6 +139,7 @@ class Search {
   NormalEquations& equations;
   SparseFactor& factor;
   Minimum minimum;
+  Curvature curvature = Curvature::ofDesign;
   double information = 0.0, reach = 0.0;
   double damping = 0.0, factorDamping = 0.0, movedSinceFactor = 0.0;
 };

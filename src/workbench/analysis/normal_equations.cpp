@@ -53,7 +53,8 @@ NormalEquations::NormalEquations(const Survey& survey_)
       normals(widthsOf(survey, stations), neighboursOf(survey, nodes)),
       slope(Eigen::VectorXd::Zero(normals.size())) {}
 
-void NormalEquations::build(const Placements& placements, const Elimination& elimination) {
+void NormalEquations::build(const Placements& placements, const Elimination& elimination, Curvature wanted) {
+  curvature = wanted;
   normals.setZero();
   slope.setZero();
   for (std::size_t t = 0; t < survey.targets.size(); ++t) addTarget(t, placements, elimination);
@@ -70,8 +71,9 @@ std::vector<NormalEquations::MovingRow> NormalEquations::movingRows(const Survey
     double others = 0.0;
     for (const std::size_t o : target.sightings) others += o == s ? 0.0 : survey.sightings[o].information;
     const bool isLevelled = survey.stations[seen.station].levelled;
-    moving.push_back({nodes[seen.station], s, seen.information, others,
-                      pointRows(armOf(survey, placements, elimination, s), isLevelled)});
+    Eigen::Vector3d arm = armOf(survey, placements, elimination, s);
+    if (curvature == Curvature::whole) arm += elimination.residuals[s];
+    moving.push_back({nodes[seen.station], s, seen.information, others, pointRows(arm, isLevelled)});
   }
   return moving;
 }
@@ -89,12 +91,29 @@ void NormalEquations::addTarget(std::size_t t, const Placements& placements, con
     Eigen::Matrix3d own = one.information * unit;
     if (!isHeld) own *= (target.information + one.others * unit) * cofactor;
     normals.add(one.node, one.node, one.rows.transpose() * own * one.rows);
+    if (curvature == Curvature::whole) addBending(one, placements, elimination);
     for (std::size_t b = 0; b < a && !isHeld; ++b) {
       const MovingRow& other = moving[b];
       const Eigen::Matrix3d shared = -(one.information * other.information) * cofactor;
       normals.add(one.node, other.node, one.rows.transpose() * shared * other.rows);
     }
   }
+}
+
+/// A point on the arm q turns to q + omega x q + omega x (omega x q) / 2; the residual v sees the last term.
+void NormalEquations::addBending(const MovingRow& row, const Placements& placements, const Elimination& elimination) {
+  const Eigen::Vector3d& v = elimination.residuals[row.sighting];
+  const Eigen::Vector3d q = armOf(survey, placements, elimination, row.sighting) + v;
+  const Eigen::Matrix3d outer = 0.5 * (v * q.transpose() + q * v.transpose());
+  const Eigen::Matrix3d bending = row.information * (outer - v.dot(q) * Eigen::Matrix3d::Identity());
+  const Eigen::Index width = row.rows.cols();
+  Eigen::MatrixXd block = Eigen::MatrixXd::Zero(width, width);
+  if (width == 6) {
+    block.topLeftCorner<3, 3>() = bending;
+  } else {
+    block(0, 0) = bending(2, 2);
+  }
+  normals.add(row.node, row.node, block);
 }
 
 StationVector NormalEquations::partOf(const Eigen::VectorXd& unknowns, std::size_t station) const {

@@ -8,12 +8,17 @@
 
 namespace tiepoint::workbench::analysis {
 
+/// What the matrix holds beside the squares of the design's rows: nothing, which is what all statements are
+/// made with, or also how the residuals bend as the stations turn, which makes it the second derivative.
+enum class Curvature { ofDesign, whole };
+
 class NormalEquations {
  public:
   explicit NormalEquations(const Survey& survey);
 
-  /// Fills matrix and gradient. The arms count to the adjusted targets.
-  void build(const Placements& placements, const Elimination& elimination);
+  /// Fills matrix and gradient. The arms count to the adjusted targets; for the second derivative to where
+  /// they were measured.
+  void build(const Placements& placements, const Elimination& elimination, Curvature curvature = Curvature::ofDesign);
 
   /// Of half the sum of squares.
   const BlockMatrix& matrix() const { return normals; }
@@ -41,8 +46,10 @@ class NormalEquations {
   std::vector<MovingRow> movingRows(const SurveyTarget& target, const Placements& placements,
                                     const Elimination& elimination) const;
   void addTarget(std::size_t target, const Placements& placements, const Elimination& elimination);
+  void addBending(const MovingRow& row, const Placements& placements, const Elimination& elimination);
 
   const Survey& survey;
+  Curvature curvature = Curvature::ofDesign;
   std::vector<int> nodes;
   std::vector<std::size_t> stations;
   BlockMatrix normals;

@@ -80,15 +80,18 @@ class Statements {
   const TestSetting& setting;
 };
 
-/// The smallest p; of equals the larger statistic.
+/// Where two stations alone have measured a target, both measurements have the same statistic: of such the
+/// first is named, and not the one that rounding prefers.
+constexpr double sameStatistic = 1.0 + 1e-9;
+
+/// The smallest p, which is that of the largest statistic.
 class SuspectSearch {
  public:
   void look(bool isControl, std::size_t index, const AdjustedObservation& statements) {
     if (!statements.statistic) return;
     ++tests;
     if (!statements.p) return;
-    const bool isSmaller = !found || *statements.p < found->p;
-    if (!isSmaller && !(*statements.p == found->p && *statements.statistic > statistic)) return;
+    if (found && !(*statements.statistic > statistic * sameStatistic)) return;
     found = Suspect{isControl, index, *statements.p};
     statistic = *statements.statistic;
   }

@@ -131,7 +131,7 @@ void addRegister(CLI::App& app, RegisterOptions& options) {
   addText(app, "--weights", options.weightsFile, "FILE",
           "file of weights: one \"GROUP POINT WEIGHT\" per line, # comments");
   addMatchOptions(app, options);
-  addText(app, "--method", options.method, "METHOD", "pairwise (default), iterative or adjust");
+  addText(app, "--method", options.method, "METHOD", "adjust (default), pairwise or iterative");
   addAdjustOptions(app, options.adjust);
   addNumber(app, "--max-iterations", options.maxIterations, "NUMBER",
             "iterative: limit of passes; default: the profile's, or 100");

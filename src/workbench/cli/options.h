@@ -74,7 +74,7 @@ struct RegisterOptions {
   std::optional<double> minSideDifference;
   std::optional<double> tolerance;
   std::optional<double> matchLimit;
-  std::string method = "pairwise";
+  std::string method = "adjust";
   /// Of the iterative method; the session's when not given.
   std::optional<std::uint64_t> maxIterations;
   std::optional<double> convergence;

@@ -236,7 +236,7 @@ RegistrationRequest requestOf(const RegisterOptions& options) {
   request.unit = unitOf(options.unit);
   request.method = chosen(options.method, methods,
                           fmt::format("--method {}: unknown; choose adjust, pairwise or iterative", options.method))
-                       .value_or(RegistrationMethod::pairwise);
+                       .value_or(RegistrationMethod::adjust);
   request.maxIterations = options.maxIterations;
   request.convergence = options.convergence;
   request.adjustment = adjustmentOf(options.adjust);

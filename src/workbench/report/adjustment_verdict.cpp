@@ -136,7 +136,8 @@ std::string percentText(double share) {
   return share < 1e-6 ? "less than 0.0001 %" : fmt::format("at most {:.2g} %", 100.0 * share);
 }
 
-std::string gapText(const AdjustedSurvey& survey) {
+std::string gapText(const Registration& registration) {
+  const AdjustedSurvey& survey = *registration.adjustment;
   const analysis::Certificate& certificate = *survey.result.certificate;
   const double gain = certificate.gap / survey.result.sumOfSquares;
   if (gain <= wideGap) {
@@ -144,6 +145,10 @@ std::string gapText(const AdjustedSurvey& survey) {
         "No better poses are known; any would lower the sum of squares by {}. (The bound can't tell a station whose "
         "targets lie in one plane from its mirror image.)",
         percentText(gain));
+  }
+  // A gross error widens the gap by itself.
+  if (suspectOf(registration) && !survey.startWasGiven) {
+    return "Whether other poses fit better can't be told while the suspect is in";
   }
   const std::string remedy = survey.startWasGiven
                                  ? "The given start is judged, not replaced: compare a run without --start."
@@ -160,7 +165,7 @@ std::string certificateText(const Registration& registration) {
   const std::string other = survey.result.otherStartWon ? "; the first start would have led to a worse fit" : "";
   if (certificate->certified && certificate->unique) return "No other poses fit as well as these" + other;
   if (certificate->certified) return "No other poses fit better than these" + other;
-  return isWithoutNoise(registration) ? "" : gapText(survey);
+  return isWithoutNoise(registration) ? "" : gapText(registration);
 }
 
 std::string softestText(const Registration& registration) {

@@ -1,5 +1,6 @@
 #include "workbench/report/doubtful_names.h"
 
+#include <Eigen/Geometry>
 #include <algorithm>
 
 #include "workbench/report/adjustment_names.h"
@@ -14,14 +15,22 @@ namespace {
 constexpr double surelyNamed = 13.8;
 /// The least standard deviation of a coordinate, drawing units: an estimated one that is smaller is rounding.
 constexpr double finestSigma = 1e-9;
-/// Of the error of one of two exchanged names: what the other, which pulls at the station all the while, leaves
-/// of the likeness.
+/// Of two exchanged names each pulls at the station and so adds to the other's error, along the line between the
+/// two: it is that line by direction (the sine of the angle) and by size, and the two errors are opposite.
+constexpr double largestSine = 0.3;
+constexpr double leastShare = 0.6, largestShare = 3.0;
 constexpr double likeness = 0.25;
 constexpr std::size_t maxPairs = 3;
 
 double varianceUnit(const analysis::Adjustment& result) {
   if (result.scale == analysis::VarianceScale::aPriori) return 1.0;
   return std::max(result.varianceFactor.value_or(1.0), finestSigma * finestSigma);
+}
+
+bool isAlong(const Eigen::Vector3d& error, const Eigen::Vector3d& apart) {
+  const double length = error.norm(), distance = apart.norm();
+  return error.dot(apart) > 0.0 && error.cross(apart).norm() <= largestSine * length * distance &&
+         length >= leastShare * distance && length <= largestShare * distance;
 }
 
 bool areAlike(const Eigen::Vector3d& a, const Eigen::Vector3d& b) { return (a - b).norm() <= likeness * a.norm(); }
@@ -59,7 +68,7 @@ std::optional<std::size_t> exchangedWith(const Registration& registration, const
     if (i == *suspect.point || other.group != one.group || !told || !told->leftOut) continue;
     if (!one.registered || !other.registered) continue;
     const OdGeVector3d apart = *one.registered - *other.registered;
-    if (areAlike(error, {apart.x, apart.y, apart.z}) && areAlike(error, -told->leftOut->error)) return i;
+    if (isAlong(error, {apart.x, apart.y, apart.z}) && areAlike(error, -told->leftOut->error)) return i;
   }
   return std::nullopt;
 }

@@ -22,21 +22,27 @@ void findUnseenControl(const AdjustedSurvey& survey, Findings& findings) {
   findings.add(std::move(finding));
 }
 
-/// Stations can be joined by less than three names.
-bool knowsMoreThanNames(const ResolvedRequest& resolved) {
-  const AdjustmentRequest& request = resolved.request.adjustment;
-  return request.allLevelled || !request.levelled.empty() || !resolved.control.empty();
-}
-
-bool usesBase(const AdjustedSurvey& survey) {
+/// Levelled stations are joined to a base by two names.
+bool usesLevelledBase(const AdjustedSurvey& survey, const AdjustmentRequest& request) {
+  if (!request.allLevelled && request.levelled.empty()) return false;
   for (std::size_t o = 0; o < survey.used.size(); ++o) {
     if (survey.used[o] && survey.network.stations[survey.network.observations[o].station].held) return true;
   }
   return false;
 }
 
+bool usesControl(const AdjustedSurvey& survey) {
+  for (std::size_t o = 0; o < survey.used.size(); ++o) {
+    if (survey.used[o] && survey.network.targets[survey.network.observations[o].target].control) return true;
+  }
+  return false;
+}
+
 bool canBeAdjusted(const AdjustedSurvey& survey, const ResolvedRequest& resolved, Solve started) {
-  if (started == Solve::baseNotShared) return knowsMoreThanNames(resolved) && usesBase(survey);
+  // Without its base the system would be another one than was asked for, unless control gives it.
+  if (started == Solve::baseNotShared) {
+    return usesControl(survey) || usesLevelledBase(survey, resolved.request.adjustment);
+  }
   return started == Solve::registered || hangsTogether(survey.network);
 }
 

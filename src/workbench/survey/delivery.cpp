@@ -246,16 +246,16 @@ void deliver(Workbench& workbench, OpenSurvey& survey, const ResolvedRequest& re
 std::string withRegisteredShown(
     Workbench& workbench, OpenSurvey& survey,
     const std::function<std::string(const ShownGroups&, const std::vector<const OdGiDrawable*>&)>& use) {
-  // Of an adjustment the session has no places: it shows its groups where its files have them, or near by.
-  const bool isAdjusted = survey.registration.adjustment.has_value();
+  DrivenSession& session = survey.session();
   GroupIdSet hidden;
   for (const GroupOutcome& group : survey.registration.groups) {
-    if (isAdjusted || !group.motion()) hidden.insert(group.id);
+    // A session is shown in every drawing that becomes active, where its own results would stand.
+    if (survey.registration.adjustment || !group.motion()) hidden.insert(group.id);
   }
-  DrivenSession& session = survey.session();
   session.operations().setGroupsVisible(hidden, false);
-  std::string result = isAdjusted ? withAdjustedShown(workbench, survey.registration, use)
-                                  : use(shownGroups(workbench, session.state(), hidden), drawablesOf(workbench));
+  std::string result = survey.registration.adjustment
+                           ? withAdjustedShown(workbench, survey.registration, use)
+                           : use(shownGroups(workbench, session.state(), hidden), drawablesOf(workbench));
   session.operations().setGroupsVisible(hidden, true);
   return result;
 }

@@ -33,15 +33,15 @@ void checkIterativeLimits(const RegistrationRequest& request) {
   requireLength(request.convergence, Field::convergence);
 }
 
-void requireAboveZero(double sigma, const std::string& given) {
-  if (std::isfinite(sigma) && sigma > 0.0) return;
+void requireSigma(double sigma, const std::string& given) {
+  if (isUsableSigma(sigma)) return;
   Refusal refusal{RefusalKind::notAboveZero, Field::sigma, given};
   refusal.value = sigma;
   throw Refused(std::move(refusal));
 }
 
 void requireShare(const std::optional<double>& share, Field field) {
-  if (!share || (*share > 0.0 && *share < 1.0)) return;
+  if (!share || (*share >= smallestShare && *share <= largestShare)) return;
   Refusal refusal{RefusalKind::notAShare, field};
   refusal.value = share;
   throw Refused(std::move(refusal));
@@ -62,8 +62,8 @@ void checkAdjustment(const AdjustmentRequest& adjustment, RegistrationMethod met
   requireMethod(adjustment.power.has_value(), Field::power);
   requireMethod(!adjustment.carryFile.empty(), Field::carryFile);
   requireMethod(!adjustment.trace.empty(), Field::trace);
-  if (adjustment.sigma) requireAboveZero(*adjustment.sigma, {});
-  for (const SigmaChoice& choice : adjustment.sigmas) requireAboveZero(choice.sigma, choice.points.given);
+  if (adjustment.sigma) requireSigma(*adjustment.sigma, {});
+  for (const SigmaChoice& choice : adjustment.sigmas) requireSigma(choice.sigma, choice.points.given);
   requireShare(adjustment.alpha, Field::alpha);
   requireShare(adjustment.power, Field::power);
 }

@@ -16,7 +16,8 @@ std::optional<SigmaChoice> sigmaOfLine(const std::string& line) {
   if (!fields || fields->size() < 2 || fields->size() > 3) return std::nullopt;
   const std::optional<double> sigma = numberOfText(fields->back());
   const bool hasPoint = fields->size() == 3;
-  if (!sigma || *sigma <= 0.0 || fields->front().empty() || (hasPoint && (*fields)[1].empty())) return std::nullopt;
+  if (!sigma || !isUsableSigma(*sigma) || fields->front().empty() || (hasPoint && (*fields)[1].empty()))
+    return std::nullopt;
   SigmaChoice choice{{{PointRef{fields->front()}}, fields->front()}, *sigma};
   if (hasPoint) {
     choice.points.readings.front().point = (*fields)[1];

@@ -12,10 +12,19 @@
 
 namespace tiepoint::workbench {
 
+/// Far beyond any instrument on either side; past them, squares of standard deviations leave the range of
+/// numbers.
+inline constexpr double smallestSigma = 1e-15, largestSigma = 1e15;
+
+inline bool isUsableSigma(double sigma) { return sigma >= smallestSigma && sigma <= largestSigma; }
+
+/// Between which the level of a test and its power may lie.
+inline constexpr double smallestShare = 1e-12, largestShare = 1.0 - 1e-12;
+
 /// The standard deviation of a coordinate, of all that a station measured or of one point of it.
 struct SigmaChoice {
   PointChoice points;
-  /// Above 0.
+  /// Usable.
   double sigma = 1.0;
 };
 

@@ -78,7 +78,7 @@ struct RegistrationRequest {
   /// Lines "GROUP POINT WEIGHT".
   std::string weightsFile = {};
   NamingRequest naming = {};
-  RegistrationMethod method = RegistrationMethod::pairwise;
+  RegistrationMethod method = RegistrationMethod::adjust;
   /// Of the iterative method; the profile's when not given.
   std::optional<std::uint64_t> maxIterations = std::nullopt;
   std::optional<double> convergence = std::nullopt;

@@ -74,6 +74,65 @@ TEST(Minimise, EndsWhereNothingPulls) {
   }
 }
 
+/// Residuals as large as the survey: in several stations the names of two targets are exchanged.
+Network withExchangedNames(std::uint64_t seed) {
+  Kind kind;
+  kind.stations = 4;
+  kind.targets = 10;
+  kind.noise = 0.01;
+  Network network = randomNetwork(kind, seed).network;
+  for (std::size_t s = 1; s < network.stations.size(); ++s) {
+    std::vector<Observation*> seen;
+    for (Observation& o : network.observations) {
+      if (o.station == s) seen.push_back(&o);
+    }
+    std::swap(seen.at(0)->place, seen.at(2)->place);
+    if (s % 2 == 1) std::swap(seen.at(1)->place, seen.at(4)->place);
+  }
+  return network;
+}
+
+TEST(Minimise, DoesNotCreepWhereResidualsAreAsLargeAsTheSurvey) {
+  for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+    Prepared prepared(withExchangedNames(seed));
+    EXPECT_TRUE(prepared.minimum.converged) << seed;
+    EXPECT_LT(prepared.minimum.iterations, 100) << seed;
+    EXPECT_LT(imbalance(prepared), 1e-9) << seed;
+  }
+}
+
+/// The gradient after a small motion along one unknown.
+Eigen::VectorXd gradientBeside(Prepared& prepared, Eigen::Index unknown, double by) {
+  Eigen::VectorXd motion = Eigen::VectorXd::Zero(prepared.equations.gradient().size());
+  motion(unknown) = by;
+  Placements there = prepared.minimum.placements;
+  for (const std::size_t s : prepared.equations.stationOfNode()) {
+    there[s] = moved(there[s], prepared.equations.partOf(motion, s));
+  }
+  prepared.equations.build(there, eliminateTargets(prepared.survey, there));
+  return prepared.equations.gradient();
+}
+
+TEST(NormalEquations, OfTheWholeCurvatureAreTheSecondDerivative) {
+  for (const Levels levels : {Levels::none, Levels::some}) {
+    Kind kind;
+    kind.stations = 4;
+    kind.levels = levels;
+    kind.grossErrors = 2;
+    kind.noise = 0.5;
+    Prepared prepared(randomNetwork(kind, 5).network);
+    ASSERT_TRUE(prepared.minimum.converged);
+    prepared.equations.build(prepared.minimum.placements, prepared.minimum.elimination, Curvature::whole);
+    const Eigen::MatrixXd found = Eigen::MatrixXd(prepared.equations.matrix().lower()).selfadjointView<Eigen::Lower>();
+    Eigen::MatrixXd wanted(found.rows(), found.cols());
+    constexpr double by = 1e-5;
+    for (Eigen::Index j = 0; j < wanted.cols(); ++j) {
+      wanted.col(j) = (gradientBeside(prepared, j, by) - gradientBeside(prepared, j, -by)) / (2.0 * by);
+    }
+    EXPECT_LT((found - wanted).cwiseAbs().maxCoeff(), 1e-6 * wanted.cwiseAbs().maxCoeff());
+  }
+}
+
 TEST(EliminateTargets, SeesWhatADoubleOfAFarCentreCantHold) {
   Network network = twoStations(0.0);
   const Survey survey = surveyOf(network, participationOf(network));

@@ -88,5 +88,35 @@ TEST_F(DrawingClouds, ACloudMayBeAddedAgainOnceItIsGone) {
   EXPECT_EQ(cloudsOf(*database)[0].source, L"new.xyz");
 }
 
+/// A motion along x.
+OdGeMatrix3d shiftBy(double east) {
+  OdGeMatrix3d motion;
+  motion(0, 3) = east;
+  return motion;
+}
+
+TEST_F(DrawingClouds, GoOnBehindWhatHasMovedThemSoFar) {
+  add(L"S1", L"");
+  add(L"S2", L"");
+  OdGeMatrix3d turn;
+  turn(0, 0) = turn(1, 1) = 0.0;
+  turn(0, 1) = -1.0;
+  turn(1, 0) = 1.0;
+  database->startTransaction();
+  moveClouds(*database, {{L"S2", shiftBy(5)}, {L"S9", shiftBy(7)}});
+  moveClouds(*database, {{L"S2", turn}});
+  database->endTransaction();
+  const auto clouds = cloudsOf(*database);
+  EXPECT_EQ(clouds[0].matrix, OdGeMatrix3d());
+  EXPECT_EQ(clouds[1].matrix, turn * shiftBy(5)) << "a later motion is applied to what has been moved";
+}
+
+TEST_F(DrawingClouds, NoneIsMadeByAMotion) {
+  database->startTransaction();
+  moveClouds(*database, {{L"S1", shiftBy(5)}});
+  database->endTransaction();
+  EXPECT_FALSE(Cloud::documentHasPointClouds(*database));
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

@@ -32,8 +32,8 @@ TEST(AdjustmentVerdict, OfAFineSurveyIsFiveLines) {
 TEST(AdjustmentVerdict, NamesTheStationWhoseOriginIsTheLeastCertain) {
   Registration registration = adjustedHall();
   resultOf(registration).stations[2]->positionSigma = 0.0151;
-  EXPECT_TRUE(has(verdictText(registration, metres),
-                  "\nLeast sure: S3, whose origin has a standard deviation of 15.100 mm\n"));
+  EXPECT_TRUE(
+      has(verdictText(registration, metres), "\nLeast sure: S3, whose origin has a standard deviation of 15.100 mm\n"));
 }
 
 TEST(AdjustmentVerdict, BeginsWithTheSuspect) {
@@ -168,6 +168,17 @@ TEST(AdjustmentVerdict, WarnsOfPosesThatFitBetter) {
   registration.adjustment->startWasGiven = true;
   EXPECT_TRUE(has(verdictText(registration, metres),
                   "  The given start is judged, not replaced: compare a run without --start.\n"));
+}
+
+TEST(AdjustmentVerdict, DoesntTakeTheGapThatASuspectMakesForBetterPoses) {
+  Registration registration = adjustedHall();
+  makeSuspect(registration);
+  resultOf(registration).certificate = analysis::Certificate{-0.1, 9, false, false, 17.28, 0.0};
+  EXPECT_TRUE(has(verdictText(registration, metres),
+                  "\nWhether other poses fit better can't be told while the suspect is in\n"));
+  // A bad start may have made the suspect.
+  registration.adjustment->startWasGiven = true;
+  EXPECT_TRUE(has(verdictText(registration, metres), "\nIn all likelihood other poses fit better"));
 }
 
 TEST(AdjustmentVerdict, SaysNothingOfABoundThatIsntKnownOrMeansNothing) {

@@ -69,9 +69,27 @@ TEST(ExchangedWith, FindsThePointThatLiesWhereTheSuspectShould) {
   EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), 4u);
 }
 
+TEST(ExchangedWith, AllowsForThePullOfBothAtTheStation) {
+  Registration registration = withExchangedPoints();
+  observationOf(registration, 6).leftOut->error = {35.0, 8.0, 0.0};
+  observationOf(registration, 4).leftOut->error = {-33.0, -9.0, 0.0};
+  EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), 4u);
+}
+
+TEST(ExchangedWith, NeedsAnErrorAlongTheLineBetweenThePoints) {
+  Registration registration = withExchangedPoints();
+  registration.points[4].registered = OdGePoint3d(10, -15, 0);
+  EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), std::nullopt);
+  // The other way.
+  registration.points[4].registered = OdGePoint3d(40, 0, 0);
+  EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), std::nullopt);
+}
+
 TEST(ExchangedWith, NeedsAnErrorAsLargeAsThePointsAreApart) {
   Registration registration = withExchangedPoints();
-  registration.points[4].registered = OdGePoint3d(-10, 0, 0);
+  registration.points[4].registered = OdGePoint3d(-20, 0, 0);
+  EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), std::nullopt);
+  registration.points[4].registered = OdGePoint3d(14, 0, 0);
   EXPECT_EQ(exchangedWith(registration, *suspectOf(registration)), std::nullopt);
 }
 

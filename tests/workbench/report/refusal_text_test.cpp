@@ -114,6 +114,8 @@ TEST(RefusalText, OfASigma) {
   EXPECT_EQ(refusalText(sigma), "--sigma -0.5: must be a length above 0, in drawing units");
   sigma.given = "S1";
   EXPECT_EQ(refusalText(sigma), "--sigma S1=-0.5: must be a length above 0, in drawing units");
+  sigma.value = 1e-300;
+  EXPECT_EQ(refusalText(sigma), "--sigma S1=1e-300: no standard deviation; it must lie between 1e-15 and 1e+15");
 }
 
 TEST(RefusalText, OfASigmaThatMayStandInAFile) {

@@ -221,5 +221,20 @@ TEST_F(WrongSurvey, ALevelledStationThatIsTiltedFailsTheGlobalTest) {
   EXPECT_TRUE(found.stations[2]->levelled);
 }
 
+/// Columns that were exchanged in one station: no poses bring it onto the others.
+TEST_F(WrongSurvey, AMirrorImageIsNeitherCertifiedNorBetterFromAnotherRoot) {
+  std::mt19937_64 random(6);
+  Places hall;
+  for (int i = 0; i < 8; ++i) hall.emplace_back(uniform(random, 0, 30), uniform(random, 0, 20), uniform(random, 0, 8));
+  Places exchanged;
+  for (const Vector3d& place : hall) exchanged.emplace_back(place.y(), place.x(), place.z());
+  store({stationOf("A", hall), stationOf("B", exchanged), stationOf("C", hall)});
+  const analysis::Adjustment& found = registered(RegistrationMethod::adjust).adjustment->result;
+  ASSERT_TRUE(found.certificate);
+  EXPECT_FALSE(found.certificate->certified);
+  EXPECT_GT(found.certificate->gap, 0.01 * found.sumOfSquares);
+  EXPECT_TRUE(found.converged);
+}
+
 }  // namespace
 }  // namespace tiepoint::workbench

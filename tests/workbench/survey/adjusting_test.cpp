@@ -272,6 +272,18 @@ TEST_F(LooseStations, OfWhichTheBaseSharesNothingAreRefusedForTheBase) {
   EXPECT_TRUE(std::holds_alternative<BaseNotShared>(adjustThem().outcome));
 }
 
+TEST_F(LooseStations, WhoseBaseIsLostStandWhereControlHasThem) {
+  store({hallFrom("A", 0, {"U1", "U2", "U3"}), hallFrom("B", 0, {"T1", "T2", "T3"}),
+         hallFrom("C", 100, {"T1", "T2", "T3"})});
+  request.base = {"A"};
+  resolved.control = {{"T1", {{5, 0, 0}, {}}}, {"T2", {{13, 0, 0}, {}}}, {"T3", {{5, 6, 0}, {}}}};
+  const Registration& registration = adjustThem();
+  ASSERT_TRUE(registration.registered());
+  EXPECT_EQ(registration.adjustment->result.datum.kind, analysis::DatumKind::control);
+  EXPECT_NEAR((*registration.groups[2].toCommon)(0, 3), -95.0, 1e-9);
+  EXPECT_EQ(findings.all().front().kind, FindingKind::baseTakesNoPart);
+}
+
 // ---- What a request says ----
 
 class AskedFor : public AdjustedStations {

@@ -20,13 +20,14 @@ using testing::Key;
 using testing::StartsWith;
 namespace fs = std::filesystem;
 
-/// Two stations, 100 apart; B goes onto the base A. Clouds of both have files.
+/// Two stations, 100 apart; B goes onto the base A, pairwise. Clouds of both have files.
 class Delivery : public DrawnStations {
  protected:
   Delivery() {
     store({hallFrom("A", 0, {"T1", "T2", "T3", "T4"}), hallFrom("B", 100, {"T1", "T2", "T3", "T4"})});
     writeBytes(cloudFile, "101 2 3\n");
     request.base = {"A"};
+    request.method = RegistrationMethod::pairwise;
   }
 
   /// Solves first where nobody has.

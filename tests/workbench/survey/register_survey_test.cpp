@@ -19,9 +19,11 @@ using testing::SizeIs;
 /// What the roundings of a solve may leave of a shift by 100.
 constexpr double rounding = 1e-9;
 
-/// Stations that are in the drawing already.
+/// Stations that are in the drawing already, registered pairwise unless a test says otherwise.
 class RegisterSurvey : public DrawnStations {
  protected:
+  RegisterSurvey() { request.method = RegistrationMethod::pairwise; }
+
   Registration registerThem() {
     survey.reset();
     survey = registerSurvey(workbench, resolved, findings, progress);

@@ -46,11 +46,19 @@ TEST(CheckRequest, RefusesLimitsThatGoWithAnotherNaming) {
   EXPECT_EQ(complaintOf(request), "--side-tolerance needs --match triangles or auto");
 }
 
-TEST(CheckRequest, RefusesIterationLimitsOfThePairwiseMethod) {
+TEST(CheckRequest, RefusesIterationLimitsOfTheOtherMethods) {
   RegistrationRequest request;
   request.maxIterations = 5;
-  EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
+  for (const RegistrationMethod method : {RegistrationMethod::adjust, RegistrationMethod::pairwise}) {
+    request.method = method;
+    EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
+  }
+}
+
+TEST(CheckRequest, RefusesNoIterations) {
+  RegistrationRequest request;
   request.method = RegistrationMethod::iterative;
+  request.maxIterations = 5;
   EXPECT_EQ(complaintOf(request), "nothing");
   request.maxIterations = 0;
   EXPECT_EQ(complaintOf(request), "--max-iterations 0: must be at least 1");
@@ -231,13 +239,6 @@ TEST(CheckRequest, RefusesWhatIsAskedOfAnAdjustmentWithAnotherMethod) {
   }
 }
 
-TEST(CheckRequest, RefusesIterationLimitsOfAnAdjustment) {
-  RegistrationRequest request;
-  request.method = RegistrationMethod::adjust;
-  request.maxIterations = 5;
-  EXPECT_EQ(complaintOf(request), "--max-iterations needs --method iterative");
-}
-
 TEST(CheckRequest, TakesAClusterOfAnAdjustment) {
   RegistrationRequest request;
   request.method = RegistrationMethod::adjust;
@@ -254,7 +255,7 @@ TEST(CheckRequest, TakesSigmasAboveZeroAlone) {
     adjustment.sigmas = {{{{PointRef{"S1"}}, "S1"}, fine}};
     EXPECT_EQ(complaintOf(request), "nothing") << fine;
   }
-  for (const double odd : {0.0, -1.0, infinity, std::nan("")}) {
+  for (const double odd : {0.0, -1.0, infinity, std::nan(""), 9e-16, 2e15}) {
     adjustment.sigma = odd;
     EXPECT_EQ(refused(request).kind, RefusalKind::notAboveZero) << odd;
     EXPECT_EQ(refused(request).field, Field::sigma) << odd;

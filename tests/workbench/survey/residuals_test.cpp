@@ -25,8 +25,11 @@ StationPoints station(const std::string& name, const OdGeVector3d& shift, int se
   return made;
 }
 
+/// Of stations registered pairwise, unless a test says otherwise.
 class Residuals : public testing::Test {
  protected:
+  Residuals() { request.method = RegistrationMethod::pairwise; }
+
   Registration registered() { return host.registerStations(stations, request); }
 
   /// Every point with a discrepancy has a residual of its length; how many there are.

@@ -14,9 +14,9 @@
 namespace tiepoint::workbench {
 namespace {
 
-TEST(ARequest, RegistersPairwiseInADrawingInMemoryUntilToldOtherwise) {
+TEST(ARequest, AdjustsInADrawingInMemoryUntilToldOtherwise) {
   const RegistrationRequest request;
-  EXPECT_EQ(request.method, RegistrationMethod::pairwise);
+  EXPECT_EQ(request.method, RegistrationMethod::adjust);
   EXPECT_EQ(request.document, "");
   EXPECT_EQ(request.unit, Unit::unknown);
   EXPECT_FALSE(request.keepCluster);
