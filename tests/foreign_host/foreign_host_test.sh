@@ -36,8 +36,8 @@ plant_hall_weighted=("$root"/examples/plant_hall/nxyzw/S{6,7,8}.txt)
 
 workbenchFinds() { # SURVEY
   case $1 in
-    lidar18) run "$installation/bin/tiepoint" register --json --base reference "${lidar18[@]}" ;;
-    plant_hall) run "$installation/bin/tiepoint" register --json --base S1 "${plant_hall[@]}" --nxyzw "${plant_hall_weighted[@]}" ;;
+    lidar18) run "$installation/bin/tiepoint" register --json --method pairwise --base reference "${lidar18[@]}" ;;
+    plant_hall) run "$installation/bin/tiepoint" register --json --method pairwise --base S1 "${plant_hall[@]}" --nxyzw "${plant_hall_weighted[@]}" ;;
   esac
 }
 
@@ -70,7 +70,7 @@ figuresOfJson() {
       gsub(/^"|"$/, "")
       print path(), $0
     }' | grep -E '^(import\.messages|groups|points|discrepancies|atBase|spread|commonPoints)[. ]' |
-    grep -vE '\.(reason|residual|transform\.(angleDegrees|axis|shift))[. ]|(discrepancies|atBase)\.mean '
+    grep -vE '\.(reason|residual|adjusted|sightings|covariance|transform\.(angleDegrees|axis|shift))[. ]|(discrepancies|atBase)\.mean '
 }
 
 # Both sides write a number in their own way; with 17 digits two doubles are the same or they aren't.

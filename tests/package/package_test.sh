@@ -2,13 +2,16 @@
 # Installs a build into a folder, moves that folder, and uses it from there: by hand and from another
 # project.
 #
-#   package_test.sh CMAKE BUILD-FOLDER COMPILER [FLAGS]
+#   package_test.sh CMAKE BUILD-FOLDER COMPILER EIGEN [FLAGS]
+#
+# EIGEN is the folder of Eigen's headers, which some of the installed ones include.
 set -euo pipefail
 
 cmake=$1
 build=$2
 compiler=$3
-flags=${4:-}
+eigen=$4
+flags=${5:-}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
 survey=$here/../../examples/lidar18
 sandbox=$(mktemp -d)
@@ -64,7 +67,7 @@ headersThatNeedOthers() {
   (cd "$sandbox/moved/include/tiepoint" && find . -name '*.h' -print0 | sort -z |
     xargs -0 -P "$(nproc)" -I HEADER sh -c '
       printf "#include \"HEADER\"\n#include \"HEADER\"\n" |
-        "$0" -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Werror -I. -x c++ - || echo HEADER' "$compiler")
+        "$0" -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Werror -I. -isystem "$1" -x c++ - || echo HEADER' "$compiler" "$eigen")
 }
 expectEqual "the headers that need others before them" '' "$(headersThatNeedOthers)"
 
@@ -83,12 +86,16 @@ cp -r "$here/../../examples/embedding" "$sandbox/example"
 # The example keeps the system's allocation operators, so memory crosses from those to the drawing SDK's;
 # both take it from the C heap.
 export ASAN_OPTIONS=${ASAN_OPTIONS:+$ASAN_OPTIONS:}alloc_dealloc_mismatch=0
-expectEqual "what the example prints" 'door T1 0.000699
-door T2 0.000079
-door T3 0.000108
-door T4 0.000837
-roof T1 0.000233
-roof T2 0.000026
-roof T3 0.000036
-roof T4 0.000279
+expectEqual "what the example prints" 'hall T1 0.000311
+hall T2 0.000035
+hall T3 0.000048
+hall T4 0.000372
+door T1 0.000622
+door T2 0.000070
+door T3 0.000096
+door T4 0.000744
+roof T1 0.000311
+roof T2 0.000035
+roof T3 0.000048
+roof T4 0.000372
 refused: no-such-group, base cellar' "$("$sandbox/embedding/embedding")"

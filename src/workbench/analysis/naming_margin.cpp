@@ -15,6 +15,9 @@ constexpr double largestMargin = 1000.0;
 constexpr double hopelessSum = 10000.0;
 /// Pairs of points compared in one search: about a tenth of a second.
 constexpr std::size_t mostComparisons = 20000000;
+/// With more pairs nothing but exchanges of two is looked at, and with still more not even those: both grow
+/// with the square of the pairs.
+constexpr std::size_t mostPairsSearched = 500, mostPairsExchanged = 1000;
 
 using Order = std::vector<std::size_t>;
 
@@ -31,8 +34,12 @@ class Search {
 
   std::optional<NextNaming> run() {
     if (pairs.size() < 2) return std::nullopt;
+    if (pairs.size() > mostPairsExchanged) return NextNaming{0.0, naming, false};
     const double leastExchange = tryExchanges();
     if (givenSum > hopelessSum && leastExchange > hopelessSum) return std::nullopt;
+    if (pairs.size() > mostPairsSearched) {
+      return NextNaming{best - givenSum, bestNaming.empty() ? naming : bestNaming, false};
+    }
     Candidates all(pairs.size());
     for (std::size_t p = 0; p < pairs.size(); ++p) {
       for (std::size_t t = 0; t < pairs.size(); ++t) all[p].push_back({t, 0.0});
@@ -74,19 +81,31 @@ class Search {
   /// The least sum of an exchange of two; the limit of the search falls to it.
   double tryExchanges() {
     double least = HUGE_VAL;
+    FitMoments given;
+    for (const FitPair& pair : pairs) given.add(pair.from, pair.to, pair.weight);
     for (std::size_t a = 0; a < pairs.size(); ++a) {
       for (std::size_t b = 0; b < a; ++b) {
-        Order exchanged = naming;
-        std::swap(exchanged[a], exchanged[b]);
-        FitMoments moments;
-        for (std::size_t p = 0; p < pairs.size(); ++p)
-          moments.add(pairs[p].from, pairs[exchanged[p]].to, pairs[p].weight);
-        const double atLeast = moments.leastSumOfSquares(levelled);
-        if (atLeast < std::min(least, best)) consider(exchanged);
+        const double atLeast = exchanged(given, a, b).leastSumOfSquares(levelled);
+        if (atLeast < std::min(least, best)) considerExchange(a, b);
         least = std::min(least, atLeast);
       }
     }
     return least;
+  }
+
+  FitMoments exchanged(FitMoments moments, std::size_t a, std::size_t b) const {
+    const FitPair &one = pairs[a], &other = pairs[b];
+    moments.add(one.from, one.to, -one.weight);
+    moments.add(other.from, other.to, -other.weight);
+    moments.add(one.from, other.to, one.weight);
+    moments.add(other.from, one.to, other.weight);
+    return moments;
+  }
+
+  void considerExchange(std::size_t a, std::size_t b) {
+    Order targets = naming;
+    std::swap(targets[a], targets[b]);
+    consider(targets);
   }
 
   void consider(const Order& targets) {

@@ -99,6 +99,31 @@ TEST(NextNaming, IsNoneWhereEverythingFitsBadly) {
   EXPECT_FALSE(nextNaming(pairs, false));
 }
 
+/// Targets on a line, so that neighbours are the cheapest to exchange.
+std::vector<FitPair> inALine(std::size_t count) {
+  std::vector<FitPair> pairs;
+  for (std::size_t p = 0; p < count; ++p) {
+    const Eigen::Vector3d place(static_cast<double>(p * p) / 1000.0, p % 2 == 0 ? 0.0 : 3.0,
+                                0.01 * static_cast<double>(p % 7));
+    pairs.push_back({place, place, 1.0});
+  }
+  return pairs;
+}
+
+TEST(NextNaming, OfMoreTargetsThanCanBeSearchedIsTheBestExchangeAndToldAsCutOff) {
+  const auto next = nextNaming(inALine(600), false);
+  ASSERT_TRUE(next);
+  EXPECT_FALSE(next->complete);
+  EXPECT_EQ(next->takenFor[0], 2u) << "the first two of one row lie the nearest together";
+  EXPECT_EQ(next->takenFor[2], 0u);
+}
+
+TEST(NextNaming, OfThousandsOfTargetsIsNotSearched) {
+  const auto next = nextNaming(inALine(3000), false);
+  ASSERT_TRUE(next);
+  EXPECT_FALSE(next->complete);
+}
+
 TEST(NextNaming, OfTwentyTargetsInAHallIsFoundWithoutLookingAtAllWays) {
   std::mt19937_64 random(12);
   for (const double weight : {1.0, 100.0, 1e6}) {
