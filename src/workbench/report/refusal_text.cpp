@@ -47,7 +47,7 @@ std::string lengthText(const Refusal& r, FieldNames nameOf) {
   if (r.field == Field::maxIterations) return fmt::format("{} 0: must be at least 1", nameOf(r.field));
   const std::string ofWhat = r.given.empty() ? "" : r.given + "=";
   if (r.field == Field::sigma && r.value > 0.0) {
-    return fmt::format("{} {}{}: no standard deviation; it must lie between {} and {}", nameOf(r.field), ofWhat,
+    return fmt::format("{} {}{}: no standard deviation; it must lie between {:g} and {:g}", nameOf(r.field), ofWhat,
                        *r.value, smallestSigma, largestSigma);
   }
   return fmt::format("{} {}{}: must be a length {}0, in drawing units", nameOf(r.field), ofWhat, r.value.value_or(0.0),

@@ -12,12 +12,17 @@ using nlohmann::json;
 
 const std::string hall = EXAMPLES_FOLDER "/plant_hall";
 
+/// The last three stations have weights.
+bool isWeighted(const std::string& station) { return station > "S5"; }
+
+std::string fileOf(const std::string& station) {
+  return hall + (isWeighted(station) ? "/nxyzw/" : "/nxyz/") + station + ".txt";
+}
+
 json adjusted(const std::vector<std::string>& stations, std::vector<std::string> more) {
   std::vector<std::string> arguments{"register", "--method", "adjust", "--json", "--quiet"};
   for (const std::string& station : stations) {
-    const bool isWeighted = station > "S5";
-    arguments.insert(arguments.end(), {isWeighted ? "--nxyzw" : "--nxyz",
-                                       hall + (isWeighted ? "/nxyzw/" : "/nxyz/") + station + ".txt"});
+    arguments.insert(arguments.end(), {isWeighted(station) ? "--nxyzw" : "--nxyz", fileOf(station)});
   }
   arguments.insert(arguments.end(), more.begin(), more.end());
   const ProcessResult result = runTiepoint(arguments);
@@ -45,7 +50,7 @@ std::size_t expectAlike(const json& a, const json& b, const std::string& where) 
   std::size_t count = 0;
   for (const auto& [key, value] : a.items()) {
     const json& other = a.is_array() ? b[std::stoul(key)] : b.at(key);
-    count += expectAlike(value, other, where + "/" + key);
+    count += expectAlike(value, other, std::string(where).append("/").append(key));
   }
   return count;
 }

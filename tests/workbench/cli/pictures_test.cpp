@@ -260,6 +260,8 @@ TEST_F(Pictures, OfTheExamplesLookAsTheyDid) {
   for (const auto& [size, name, factor] :
        {std::tuple{"640x480", "plant_hall_640x480.png", 2}, std::tuple{"1920x1080", "plant_hall_1920x1080.png", 4}}) {
     const ProcessResult result = run({"register",
+                                      "--method",
+                                      "pairwise",
                                       "--quiet",
                                       "--force",
                                       "--unit",
@@ -285,10 +287,11 @@ TEST_F(Pictures, OfTheExamplesLookAsTheyDid) {
     EXPECT_TRUE(looksAsExpected(read("hall.png"), name, factor));
   }
   const std::string lidar = EXAMPLES_FOLDER "/lidar18/";
-  ASSERT_EQ(run({"register", "--quiet", "--unit", "m", "--base", "reference", lidar + "reference.txt",
-                 lidar + "unregistered.txt", "--picture", "lidar.png", "--picture-size", "640x480"})
-                .status,
-            0);
+  ASSERT_EQ(
+      run({"register", "--method", "pairwise", "--quiet", "--unit", "m", "--base", "reference", lidar + "reference.txt",
+           lidar + "unregistered.txt", "--picture", "lidar.png", "--picture-size", "640x480"})
+          .status,
+      0);
   EXPECT_TRUE(looksAsExpected(read("lidar.png"), "lidar18_640x480.png", 2));
 }
 
