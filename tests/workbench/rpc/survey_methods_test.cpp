@@ -95,7 +95,7 @@ TEST_F(SurveyMethods, RegisteringGivesTheResidualsAndTheFiguresForAProtocol) {
   // Of four targets two are 6 mm off along z in one direction, two in the other: 3 mm from their mean.
   writeBytes(folder.file("west.txt"), "T1 0 0 0.006\nT2 8 0 -0.006\nT3 8 8 0.006\nT4 0 8 -0.006\n");
   writeBytes(folder.file("east.txt"), "T1 0 0 0\nT2 8 0 0\nT3 8 8 0\nT4 0 8 0\n");
-  const json registered = json::parse(result("survey.register", both(R"("base":["east"])")));
+  const json registered = json::parse(result("survey.register", both(R"("method":"pairwise","base":["east"])")));
   const json protocol = registered["protocol"];
   EXPECT_EQ(protocol["points"], 4);
   EXPECT_EQ(protocol["stations"], 1);
