@@ -83,12 +83,16 @@ cp -r "$here/../../examples/embedding" "$sandbox/example"
 # The example keeps the system's allocation operators, so memory crosses from those to the drawing SDK's;
 # both take it from the C heap.
 export ASAN_OPTIONS=${ASAN_OPTIONS:+$ASAN_OPTIONS:}alloc_dealloc_mismatch=0
-expectEqual "what the example prints" 'door T1 0.000699
-door T2 0.000079
-door T3 0.000108
-door T4 0.000837
-roof T1 0.000233
-roof T2 0.000026
-roof T3 0.000036
-roof T4 0.000279
+expectEqual "what the example prints" 'hall T1 0.000311
+hall T2 0.000035
+hall T3 0.000048
+hall T4 0.000372
+door T1 0.000622
+door T2 0.000070
+door T3 0.000096
+door T4 0.000744
+roof T1 0.000311
+roof T2 0.000035
+roof T3 0.000048
+roof T4 0.000372
 refused: no-such-group, base cellar' "$("$sandbox/embedding/embedding")"
