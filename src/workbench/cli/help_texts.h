@@ -23,6 +23,7 @@ Examples:
   tiepoint register --document d.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
   tiepoint register --base S1 --columns name,n,e,h,- --input-unit ft S1.csv S2.csv
   tiepoint register --match auto --base S1 --xyz S1.txt S2.txt S3.txt
+  tiepoint register --base S1 --sigma 0.002 --control control.txt S1.txt S2.txt S3.txt
   tiepoint register --method iterative --max-iterations 5000 --convergence 1e-6 S1.txt S2.txt S3.txt
   tiepoint register --base S1 --matrices out --transforms out.json --report out.html S1.txt S2.txt
   tiepoint register --unit m --base S1 --picture hall.png --picture-view fit S1.txt S2.txt
