@@ -18,7 +18,7 @@ inline constexpr const char* registerHelp =
 
 Examples:
   tiepoint register --base reference reference.txt station2.txt
-  tiepoint register --unit m --base S1 S1.txt S2.txt --nxyzw S3.txt S4.txt
+  tiepoint register --unit m --sigma 0.002 --base S1 S1.txt S2.txt --nxyzw S3.txt S4.txt
   tiepoint register --base S1 --exclude S4:T13 --weight S2:T07=0.5 S1.txt S2.txt S4.txt
   tiepoint register --document d.tiepoint --base S1 --cloud S2=S2.xyz --apply --moved out S1.txt S2.txt
   tiepoint register --base S1 --columns name,n,e,h,- --input-unit ft S1.csv S2.csv
@@ -85,8 +85,8 @@ Examples:
 inline constexpr const char* exitStatusHelp =
     R"(Exit status:
   0  done
-  1  refused: the groups aren't connected, points can't be named, or the drawing already has the
-     group or cloud
+  1  refused: the groups aren't connected, a motion stays open, points can't be named, or the drawing
+     already has the group or cloud
   2  usage: unknown option, group or point, or an invalid weight
   3  file or drawing: missing, unreadable, empty, locked, of another kind, or not writable)";
 
