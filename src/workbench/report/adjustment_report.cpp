@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <sstream>
+
+#include "workbench/report/adjustment_verdict.h"
 #include "workbench/report/length_format.h"
 #include "workbench/report/plain_text.h"
 #include "workbench/report/reason_text.h"
@@ -36,6 +39,17 @@ std::string escaped(const std::string& utf8) {
     }
   }
   return text;
+}
+
+/// Line breaks of a text are a terminal's; a line that goes on is indented there.
+std::string verdict(const Registration& registration, const LengthFormat& lengths) {
+  std::istringstream lines(verdictText(registration, lengths));
+  std::string html;
+  for (std::string line; std::getline(lines, line);) {
+    const bool goesOn = line.compare(0, 2, "  ") == 0;
+    html += goesOn ? " " + escaped(line.substr(2)) : (html.empty() ? "<p>" : "</p>\n<p>") + escaped(line);
+  }
+  return html.empty() ? html : html + "</p>\n";
 }
 
 /// Rows of cells under one row of headings. Cells are escaped already.
@@ -135,6 +149,7 @@ std::string matrices(const Registration& registration) {
 std::string adjustmentReport(const Registration& registration, ReportKind kind, Unit unit) {
   const LengthFormat lengths(unit);
   std::string html = head + ("<h1>" + escaped(registeredLine(registration)) + "</h1>\n");
+  if (kind == ReportKind::results) html += verdict(registration, lengths);
   if (kind != ReportKind::points) html += groupTable(registration, lengths);
   if (kind == ReportKind::results) html += targetTable(registration, lengths) + matrices(registration);
   if (kind != ReportKind::groups) html += pointTable(registration, lengths);
