@@ -4,8 +4,10 @@
 
 #include "workbench/analysis/adjustment.h"
 #include "workbench/geometry/pose_matrix.h"
+#include "workbench/geometry/rigid_motion.h"
 #include "workbench/session/points_in_use.h"
 #include "workbench/survey/survey_network.h"
+#include "workbench/values/refusal.h"
 
 namespace tiepoint::workbench {
 
@@ -46,10 +48,26 @@ bool canBeAdjusted(const AdjustedSurvey& survey, const ResolvedRequest& resolved
   return started == Solve::registered || hangsTogether(survey.network);
 }
 
+/// The determinants of squares of larger coordinates leave the range of numbers, and with them every motion.
+constexpr double largestCoordinate = 1e50;
+
+/// The station of a coordinate that is too large.
+std::optional<std::size_t> unboundedStation(const analysis::Network& network) {
+  for (const analysis::Observation& observation : network.observations) {
+    if (observation.place.cwiseAbs().maxCoeff() > largestCoordinate) return observation.station;
+  }
+  return std::nullopt;
+}
+
+void requireBounded(const analysis::Network& network, const SessionState& state) {
+  const auto station = unboundedStation(network);
+  if (station) throw Refused({RefusalKind::notRigid, Field::none, "", state.groups[*station].name});
+}
+
 void startFrom(const Motions& motions, const SessionState& state, analysis::Network& network) {
   for (std::size_t s = 0; s < state.groups.size(); ++s) {
     const auto motion = motions.find(state.groups[s].id);
-    if (motion != motions.end()) network.stations[s].start = poseOf(motion->second);
+    if (motion != motions.end() && isRigid(motion->second)) network.stations[s].start = poseOf(motion->second);
   }
 }
 
@@ -81,7 +99,7 @@ std::vector<std::vector<analysis::Pose>> startsFromLastStation(Workbench& workbe
   std::vector<analysis::Pose> poses(state.groups.size());
   for (std::size_t s = 0; s < poses.size(); ++s) {
     const auto motion = motions.find(state.groups[s].id);
-    if (motion != motions.end()) poses[s] = poseOf(motion->second);
+    if (motion != motions.end() && isRigid(motion->second)) poses[s] = poseOf(motion->second);
   }
   return {std::move(poses)};
 }
@@ -107,6 +125,7 @@ Solve adjustSession(Workbench& workbench, DrivenSession& session, const Resolved
   AdjustedSurvey survey = surveyNetwork(state, resolved);
   findUnseenControl(survey, findings);
   if (!canBeAdjusted(survey, resolved, started)) return started;
+  requireBounded(survey.network, state);
   survey.startWasGiven = !resolved.request.adjustment.startFile.empty();
   if (survey.startWasGiven) {
     startFrom(resolved.start, state, survey.network);
@@ -128,6 +147,7 @@ AdjustedSurvey judgeMeasurements(const SessionState& state, const SolvedTransfor
   SessionState inUse = state;
   for (SessionPoint& point : inUse.points) point.record.included = point.record.active;
   AdjustedSurvey survey = surveyNetwork(inUse, {});
+  if (unboundedStation(survey.network)) return survey;
   startFrom(solved.toCommon, state, survey.network);
   analysis::AdjustmentOptions options;
   options.scale = analysis::VarianceScale::aPosteriori;

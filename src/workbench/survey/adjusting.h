@@ -16,7 +16,7 @@ namespace tiepoint::workbench {
 /// After the session's own pairwise solve, which came to `started`: adjusts from there, from the poses that
 /// the request names, or where there are neither from a start of its own. The registration gets the
 /// adjustment, unless the stations don't hang together or the base has no part in them. Throws Refused
-/// (noSuchGroup, noSuchPoint).
+/// (noSuchGroup, noSuchPoint, notRigid).
 Solve adjustSession(Workbench& workbench, DrivenSession& session, const ResolvedRequest& resolved, Solve started,
                     Registration& registration, Findings& findings, Progress& progress);
 

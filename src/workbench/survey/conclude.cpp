@@ -1,6 +1,8 @@
 #include "workbench/survey/conclude.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 #include "workbench/geometry/group_troubles.h"
 #include "workbench/geometry/links.h"
@@ -101,6 +103,21 @@ void describeAdjustment(const SessionState& state, Registration& registration) {
   takeResults(std::move(results), state, registration);
 }
 
+/// An adjustment uses the last of them alone, so that among its points in use no name stands twice.
+void findNamesTwice(const std::vector<GroupOutcome>& groups, const std::vector<PointOutcome>& points,
+                    Findings& findings) {
+  std::map<std::size_t, std::set<std::string>> names;
+  for (const PointOutcome& point : points) {
+    if (point.reason == Reason::nameAgain) names[point.group].insert(point.name);
+  }
+  for (const auto& [group, ofGroup] : names) {
+    Finding finding{FindingKind::nameTwice};
+    finding.groups = {groups[group].name};
+    finding.points.assign(ofGroup.begin(), ofGroup.end());
+    findings.add(std::move(finding));
+  }
+}
+
 bool hasBaseInUse(const SessionState& state) {
   return std::any_of(state.points.begin(), state.points.end(),
                      [](const SessionPoint& point) { return point.record.active && point.record.inBase; });
@@ -111,7 +128,9 @@ void concludeAdjustment(DrivenSession& session, Solve solved, Registration& regi
   registration.usesBase = hasBaseInUse(state);
   if (solved == Solve::registered) {
     findMismatches(state, true, findings);
-    return describeAdjustment(state, registration);
+    describeAdjustment(state, registration);
+    findNamesTwice(registration.groups, registration.points, findings);
+    return;
   }
   takeRows(adjustedRows(state, *registration.adjustment), registration);
   registration.outcome = Undetermined();

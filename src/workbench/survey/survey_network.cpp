@@ -17,7 +17,8 @@ namespace {
 
 Eigen::Vector3d vectorOf(const OdGePoint3d& p) { return {p.x, p.y, p.z}; }
 
-bool isUsable(const RefPoint& point) { return isEligible(point) && point.weight > 0.0; }
+/// A place that isn't finite has been refused already where the session's rules put it in use.
+bool isUsable(const RefPoint& point) { return isEligible(point) && point.weight > 0.0 && hasFinitePosition(point); }
 
 std::size_t stationOf(const SessionState& state, GroupId group) {
   const auto found = std::lower_bound(state.groups.begin(), state.groups.end(), group,

@@ -9,6 +9,7 @@
 #include "workbench/analysis/random_networks.h"
 #include "workbench/geometry/pose_matrix.h"
 #include "workbench/survey/drawn_stations.h"
+#include "workbench/survey/refusal_of.h"
 #include "workbench/survey/register_survey.h"
 
 namespace tiepoint::workbench {
@@ -165,6 +166,28 @@ TEST_F(FourInAHall, TheLastOfTwoPointsOfANameIsUsed) {
   EXPECT_EQ(registration.points[5].name, "T3");
   EXPECT_FALSE(registration.points[5].active);
   EXPECT_EQ(registration.points[5].reason, Reason::nameAgain);
+  ASSERT_EQ(findings.all().size(), 1u);
+  EXPECT_EQ(findings.all()[0].kind, FindingKind::nameTwice);
+  EXPECT_THAT(findings.all()[0].groups, ElementsAre("S2"));
+  EXPECT_THAT(findings.all()[0].points, ElementsAre("T3"));
+}
+
+TEST_F(FourInAHall, APlaceThatIsNotFiniteTakesNoPart) {
+  storeHall();
+  stations[1].points.push_back({"T9", {std::nan(""), 1, 1}});
+  store(stations);
+  EXPECT_TRUE(adjustThem().registered());
+  request.adjustment.allLevelled = true;
+  EXPECT_TRUE(adjustThem().registered());
+}
+
+TEST_F(FourInAHall, CoordinatesTooLargeForAnyMotionAreRefused) {
+  storeHall();
+  for (StationPoints& station : stations) {
+    for (MeasuredPoint& point : station.points) point.position.x *= 1e200;
+  }
+  store(stations);
+  EXPECT_EQ(refusalOf([&] { adjustThem(); }).kind, RefusalKind::notRigid);
 }
 
 TEST_F(FourInAHall, ATargetOfOneStationTakesNoPart) {
