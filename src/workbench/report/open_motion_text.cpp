@@ -84,8 +84,8 @@ std::string axisText(const Registration& registration, const OpenMotion& open, b
   if (open.isLineOfTargets && alone) return "about the line of its targets";
   const std::vector<std::string> names = targetsOnAxis(registration, open);
   if (names.size() > 1) return "about the line through " + listed(names);
-  return fmt::format("about an axis through {}{} (direction {})", names.empty() ? "" : names.front() + " at ",
-                     vectorText(open.place), vectorText(open.axis));
+  return fmt::format("about an axis through {} (direction {})", names.empty() ? vectorText(open.place) : names.front(),
+                     vectorText(open.axis));
 }
 
 }  // namespace
