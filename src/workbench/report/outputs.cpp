@@ -1,5 +1,6 @@
 #include "workbench/report/outputs.h"
 
+#include "workbench/io/line_ends.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/report/adjustment_report.h"
 #include "workbench/report/group_matrices.h"
@@ -9,7 +10,7 @@ namespace tiepoint::workbench {
 namespace {
 
 std::string matrixText(MatrixFormat format, const OdGeMatrix3d& motion) {
-  return format == MatrixFormat::plain ? plainMatrixText(motion) : moduleMatrixText(format, motion);
+  return format == MatrixFormat::plain ? plainMatrixText(motion) : withSystemLineEnds(moduleMatrixText(format, motion));
 }
 
 /// The module writes its formats of what it has solved itself, and has no transformation of a base.
@@ -34,8 +35,9 @@ std::vector<OutputFile> outputs(const Registration& registration, const OutputRe
   if (!wanted.matrices.empty()) addMatrices(registration, wanted, files);
   if (!wanted.report.empty() && registration.adjustment) {
     const ReportKind kind = wanted.reportKind.value_or(ReportKind::results);
-    files.push_back({{Field::report, wanted.report},
-                     [&registration, kind, unit] { return adjustmentReport(registration, kind, unit); }});
+    files.push_back({{Field::report, wanted.report}, [&registration, kind, unit] {
+                       return withSystemLineEnds(adjustmentReport(registration, kind, unit));
+                     }});
   }
   if (!wanted.transforms.empty()) {
     files.push_back(

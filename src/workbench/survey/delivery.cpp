@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 
+#include "workbench/io/line_ends.h"
 #include "workbench/io/stand_in_names.h"
 #include "workbench/io/text_encoding.h"
 #include "workbench/session/common_points_text.h"
@@ -134,8 +135,8 @@ class Delivery {
   std::vector<OutputFile> adjustedFiles() {
     std::vector<OutputFile> files;
     if (resolved.commonPoints) {
-      files.push_back(
-          {resolved.commonPoints->target, [this] { return commonPointsText(registration.registered()->targets); }});
+      files.push_back({resolved.commonPoints->target,
+                       [this] { return withSystemLineEnds(commonPointsText(registration.registered()->targets)); }});
     }
     return files;
   }
