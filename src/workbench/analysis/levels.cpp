@@ -13,7 +13,7 @@ namespace {
 namespace bm = boost::math;
 
 constexpr double axesOfPoint = 3.0;
-constexpr double familyLevel = 0.05;
+constexpr long double familyLevel = 0.05L;
 constexpr double globalLevel = 0.025;
 
 double chiSquareQuantile(double degrees, double upperTail) {
@@ -52,7 +52,10 @@ TestLevels testLevels(double alpha, double power, VarianceScale scale, std::size
   return levels;
 }
 
-double familyAlpha(std::size_t tests) { return -std::expm1(std::log1p(-familyLevel) / static_cast<double>(tests)); }
+/// Systems differ in the last digit of these functions; rounded from more digits the result is the same.
+double familyAlpha(std::size_t tests) {
+  return static_cast<double>(-std::expm1(std::log1p(-familyLevel) / static_cast<long double>(tests)));
+}
 
 std::optional<double> probabilityOf(double statistic, VarianceScale scale, std::size_t redundancy) {
   if (scale == VarianceScale::aPriori) {
