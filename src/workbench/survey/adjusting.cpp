@@ -1,6 +1,8 @@
 #include "workbench/survey/adjusting.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "workbench/analysis/adjustment.h"
 #include "workbench/geometry/pose_matrix.h"
@@ -104,6 +106,25 @@ std::vector<std::vector<analysis::Pose>> startsFromLastStation(Workbench& workbe
   return {std::move(poses)};
 }
 
+/// Statistics that differ by rounding alone, as those of the two measurements of a target that has no third.
+constexpr double sameStatistic = 1e-9;
+
+/// Of measurements that are suspect alike the first by names is accused, in whatever order the stations stand.
+void accuseByName(const SessionState& state, AdjustedSurvey& survey) {
+  auto& suspect = survey.result.suspect;
+  if (!suspect || suspect->isControl) return;
+  const auto nameOf = [&](std::size_t o) {
+    const analysis::Observation& observation = survey.network.observations[o];
+    return std::pair(survey.targetNames[observation.target], state.groups[observation.station].name);
+  };
+  const double largest = *survey.result.observations[suspect->index]->statistic;
+  for (std::size_t o = 0; o < survey.network.observations.size(); ++o) {
+    const auto& told = survey.result.observations[o];
+    if (!told || !told->statistic || std::abs(*told->statistic - largest) > sameStatistic * largest) continue;
+    if (nameOf(o) < nameOf(suspect->index)) suspect = analysis::Suspect{false, o, *told->p};
+  }
+}
+
 Solve solveOf(const analysis::Adjustment& adjustment) {
   switch (adjustment.outcome) {
     case analysis::AdjustmentOutcome::adjusted:
@@ -138,6 +159,7 @@ Solve adjustSession(Workbench& workbench, DrivenSession& session, const Resolved
   const StageScope stage(progress, Stage::adjusting);
   step(progress, 0, 0);
   survey.result = analysis::adjust(survey.network, options);
+  accuseByName(state, survey);
   const Solve solved = solveOf(survey.result);
   if (solved != Solve::notConnected) registration.adjustment = std::move(survey);
   return solved;
@@ -153,6 +175,7 @@ AdjustedSurvey judgeMeasurements(const SessionState& state, const SolvedTransfor
   options.scale = analysis::VarianceScale::aPosteriori;
   options.measurementsAlone = true;
   survey.result = analysis::adjust(survey.network, options);
+  accuseByName(state, survey);
   return survey;
 }
 

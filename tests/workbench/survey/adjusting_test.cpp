@@ -230,6 +230,25 @@ TEST_F(FourInAHall, AWrongMeasurementStandsOutByWhatAllOthersSeeOfIt) {
   EXPECT_NEAR(outlier->leftOut->z, 0.060, 0.003);
 }
 
+/// Two stations alone can't tell which of them is wrong.
+TEST_F(FourInAHall, OfTwoThatAreSuspectAlikeTheFirstByNameIsAccused) {
+  storeHall();
+  stations.resize(2);
+  stations[1].points[3].position.z += 0.060;
+  for (const bool isReversed : {false, true}) {
+    if (isReversed) std::swap(stations[0].name, stations[1].name);
+    workbench.openTemporaryDocument();
+    store(stations);
+    request.adjustment.sigma = 0.001;
+    const Registration& registration = adjustThem();
+    ASSERT_TRUE(registration.registered()->outlier);
+    const PointOutcome& accused = registration.points[registration.registered()->outlier->point];
+    EXPECT_EQ(registration.groups[accused.group].name, "S1") << isReversed;
+    EXPECT_EQ(accused.name, "T4");
+    survey.reset();
+  }
+}
+
 TEST_F(FourInAHall, ThePairwiseMethodIsJudgedByTheSameTests) {
   storeHall();
   stations[2].points[3].position.z += 0.060;
