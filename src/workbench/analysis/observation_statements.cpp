@@ -80,10 +80,6 @@ class Statements {
   const TestSetting& setting;
 };
 
-/// Where two stations alone have measured a target, both measurements have the same statistic: of such the
-/// first is named, and not the one that rounding prefers.
-constexpr double sameStatistic = 1.0 + 1e-9;
-
 /// The smallest p, which is that of the largest statistic.
 class SuspectSearch {
  public:
@@ -91,7 +87,7 @@ class SuspectSearch {
     if (!statements.statistic) return;
     ++tests;
     if (!statements.p) return;
-    if (found && !(*statements.statistic > statistic * sameStatistic)) return;
+    if (found && !(*statements.statistic > statistic)) return;
     found = Suspect{isControl, index, *statements.p};
     statistic = *statements.statistic;
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 #include <utility>
 
 #include "workbench/analysis/adjustment.h"
@@ -74,10 +75,11 @@ void startFrom(const Motions& motions, const SessionState& state, analysis::Netw
 }
 
 void startFrom(const std::vector<StationPose>& poses, const SessionState& state, analysis::Network& network) {
+  std::unordered_map<std::string, std::size_t> stationOf;
+  for (std::size_t s = 0; s < state.groups.size(); ++s) stationOf.emplace(state.groups[s].name, s);
   for (const StationPose& pose : poses) {
-    for (std::size_t s = 0; s < state.groups.size(); ++s) {
-      if (state.groups[s].name == sessionName(pose.group)) network.stations[s].start = pose.pose;
-    }
+    const auto station = stationOf.find(sessionName(pose.group));
+    if (station != stationOf.end()) network.stations[station->second].start = pose.pose;
   }
 }
 

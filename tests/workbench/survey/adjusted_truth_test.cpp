@@ -222,7 +222,7 @@ TEST_F(WrongSurvey, ALevelledStationThatIsTiltedFailsTheGlobalTest) {
 }
 
 /// Columns that were exchanged in one station: no poses bring it onto the others.
-TEST_F(WrongSurvey, AMirrorImageIsNeitherCertifiedNorBetterFromAnotherRoot) {
+TEST_F(WrongSurvey, AMirrorImageIsNotCertifiedThoughOtherStartsAreTried) {
   std::mt19937_64 random(6);
   Places hall;
   for (int i = 0; i < 8; ++i) hall.emplace_back(uniform(random, 0, 30), uniform(random, 0, 20), uniform(random, 0, 8));
